@@ -1,0 +1,11 @@
+# One Google Benchmark program a file of bench/, `bench_<name>`.
+
+find_package(benchmark REQUIRED)
+
+file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/bench/*.cpp")
+foreach(source IN LISTS sources)
+    cmake_path(GET source STEM name)
+    add_executable(bench_${name} "${source}")
+    target_compile_definitions(bench_${name} PRIVATE TESSARO_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+    target_link_libraries(bench_${name} PRIVATE ${TESSARO_CORE_TARGETS} benchmark::benchmark)
+endforeach()

@@ -1,0 +1,55 @@
+# One GoogleTest program a folder of tests, `test_<folder>`, and every case of it a test of ctest, labelled with the
+# folder's name. A folder named after a room links that room and those below; any other folder links all rooms without
+# Qt. Tests link the static rooms, so that they reach what libtessaro hides.
+
+include(GoogleTest)
+find_package(GTest REQUIRED)
+
+set(TESSARO_TEST_TIMEOUT 120 CACHE STRING "Seconds that one test may take")
+
+function(tessaro_add_test folder)
+    tessaro_sources(sources "${CMAKE_SOURCE_DIR}/tests/${folder}")
+    if(NOT sources)
+        return()
+    endif()
+    set(target test_${folder})
+    add_executable(${target} ${sources})
+    target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+    target_compile_definitions(${target} PRIVATE TESSARO_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+    if(folder IN_LIST TESSARO_CORE_ROOMS)
+        target_link_libraries(${target} PRIVATE tessaro_${folder})
+    elseif(NOT folder STREQUAL "house")
+        if(folder STREQUAL "app")
+            target_link_libraries(${target} PRIVATE tessaro_app tessaro_views)
+        elseif(TARGET tessaro_${folder})
+            target_link_libraries(${target} PRIVATE tessaro_${folder})
+        endif()
+        target_link_libraries(${target} PRIVATE ${TESSARO_CORE_TARGETS})
+    endif()
+    target_link_libraries(${target} PRIVATE tessaro_options GTest::gtest_main GTest::gmock)
+
+    if(folder MATCHES "^(views|app)$")
+        set_target_properties(${target} PROPERTIES AUTOMOC ON)
+        target_link_libraries(${target} PRIVATE Qt6::Test)
+        # Without a screen; the folder keeps Qt from complaining.
+        set(runtime "${CMAKE_BINARY_DIR}/run")
+        file(MAKE_DIRECTORY "${runtime}")
+        file(CHMOD "${runtime}" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+        set_target_properties(${target} PROPERTIES CROSSCOMPILING_EMULATOR
+            "${CMAKE_COMMAND};-E;env;QT_QPA_PLATFORM=offscreen;XDG_RUNTIME_DIR=${runtime}")
+    endif()
+    if(TARGET tessaro-cli AND folder STREQUAL "cli")
+        target_compile_definitions(${target} PRIVATE TESSARO_CLI="$<TARGET_FILE:tessaro-cli>")
+        add_dependencies(${target} tessaro-cli)
+    endif()
+    gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+                         PROPERTIES TIMEOUT ${TESSARO_TEST_TIMEOUT} LABELS ${folder})
+endfunction()
+
+file(GLOB folders CONFIGURE_DEPENDS LIST_DIRECTORIES true RELATIVE "${CMAKE_SOURCE_DIR}/tests"
+     "${CMAKE_SOURCE_DIR}/tests/*")
+foreach(folder IN LISTS folders)
+    if(IS_DIRECTORY "${CMAKE_SOURCE_DIR}/tests/${folder}" AND (TESSARO_QT OR NOT folder MATCHES "^(views|app)$"))
+        tessaro_add_test(${folder})
+    endif()
+endforeach()
