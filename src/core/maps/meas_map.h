@@ -64,9 +64,9 @@ public:
 
 private:
     struct Run {
-        CMeasInfo first;          ///< the run's first measure
-        std::uint32_t index = 0;  ///< its node index
-        std::uint32_t count = 1;  ///< nodes in the run
+        CMeasInfo first;         ///< the run's first measure
+        std::uint32_t index = 0; ///< its node index
+        std::uint32_t count = 1; ///< nodes in the run
     };
     [[nodiscard]] const Run* runAt(std::uint32_t time) const noexcept;
     [[nodiscard]] std::uint32_t measureTop(std::uint32_t time) const noexcept;

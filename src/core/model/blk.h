@@ -43,10 +43,16 @@ public:
     void SetTimeEndCmp(std::uint32_t end) noexcept;
 
     [[nodiscard]] std::uint32_t GetNum() const noexcept { return m_real ? m_real->GetNum() : 0; }
-    [[nodiscard]] std::uint32_t GetCount(std::uint8_t status) const noexcept { return m_real ? m_real->GetCount(status) : 0; }
+    [[nodiscard]] std::uint32_t GetCount(std::uint8_t status) const noexcept
+    {
+        return m_real ? m_real->GetCount(status) : 0;
+    }
     [[nodiscard]] POSITION GetHeadPos() const noexcept { return m_real ? m_real->GetHeadPos() : nullptr; }
     [[nodiscard]] POSITION GetTailPos() const noexcept { return m_real ? m_real->GetTailPos() : nullptr; }
-    [[nodiscard]] POSITION GetPos(std::uint32_t index) const noexcept { return m_real ? m_real->GetPos(index) : nullptr; }
+    [[nodiscard]] POSITION GetPos(std::uint32_t index) const noexcept
+    {
+        return m_real ? m_real->GetPos(index) : nullptr;
+    }
     bool GetNext(POSITION& pos, CEvnt** e) const noexcept { return m_real && m_real->GetNext(pos, e); }
     bool GetPrev(POSITION& pos, CEvnt** e) const noexcept { return m_real && m_real->GetPrev(pos, e); }
     bool Get(POSITION pos, CEvnt** e) const noexcept { return m_real && m_real->Get(pos, e); }

@@ -67,7 +67,10 @@ public:
     /// Fills the whole record; its data pointer borrows the payload.
     void Get(_EDT_EVNT& rec) const;
 
-    [[nodiscard]] bool isMeta(std::uint8_t type) const noexcept { return m_status == status::metaEvent && m_metaType == type; }
+    [[nodiscard]] bool isMeta(std::uint8_t type) const noexcept
+    {
+        return m_status == status::metaEvent && m_metaType == type;
+    }
 
     void SetStatus(std::uint8_t v) noexcept { m_status = v; }
     void SetPost1(std::uint8_t v) noexcept { m_post1 = v; }
@@ -96,8 +99,10 @@ public:
     bool SetSyng(const _EDT_EVNT& rec);
 
     /// Takes a meta event of any body size; only types of 0x80 and above are refused.
-    bool SetMeta(std::uint32_t time, std::uint8_t type, std::uint32_t size, const std::uint8_t* data, std::uint32_t offset);
-    bool SetSys(std::uint32_t time, std::uint32_t size, const std::uint8_t* data, std::uint32_t offset, std::uint8_t status);
+    bool SetMeta(std::uint32_t time, std::uint8_t type, std::uint32_t size, const std::uint8_t* data,
+                 std::uint32_t offset);
+    bool SetSys(std::uint32_t time, std::uint32_t size, const std::uint8_t* data, std::uint32_t offset,
+                std::uint8_t status);
     bool SetSyng(std::uint32_t size, const std::uint8_t* data, std::uint32_t offset);
     bool SetTs(std::uint32_t time, const std::uint8_t* data);
     bool SetTempo(std::uint32_t time, const std::uint8_t* data);

@@ -19,7 +19,8 @@ class TESSARO_API CPos : public ListNode {
 public:
     void Set(POSITION trk, POSITION blk, POSITION evnt) noexcept;
     void Set(POSITION trk, POSITION blk, POSITION evnt, std::uint32_t time) noexcept;
-    void Set(std::uint32_t time, std::uint8_t status, std::uint8_t post1, std::uint8_t post2, std::uint32_t gate) noexcept;
+    void Set(std::uint32_t time, std::uint8_t status, std::uint8_t post1, std::uint8_t post2,
+             std::uint32_t gate) noexcept;
     void Set(std::uint8_t status, std::uint8_t post1, std::uint8_t post2, std::uint32_t gate) noexcept;
     void Set(std::uint8_t status, std::uint8_t post1, std::uint32_t gate) noexcept;
     void Set(std::uint32_t time, std::uint8_t note) noexcept;
@@ -69,7 +70,10 @@ public:
 
     [[nodiscard]] bool IsThisTrk(POSITION trk) const noexcept { return m_trkPos == trk; }
     [[nodiscard]] bool IsThisBlk(POSITION blk) const noexcept { return m_blkPos == blk; }
-    [[nodiscard]] bool IsThisBlk(POSITION trk, POSITION blk) const noexcept { return m_trkPos == trk && m_blkPos == blk; }
+    [[nodiscard]] bool IsThisBlk(POSITION trk, POSITION blk) const noexcept
+    {
+        return m_trkPos == trk && m_blkPos == blk;
+    }
     [[nodiscard]] bool IsThisEvnt(POSITION evnt) const noexcept { return m_evntPos == evnt; }
 
 private:

@@ -95,7 +95,8 @@ public:
 
 private:
     static std::uint32_t shifted(std::uint32_t time, std::int64_t delta) noexcept;
-    template <class Fill> bool newSorted(std::uint32_t time, Fill&& fill);
+    template <class Fill>
+    bool newSorted(std::uint32_t time, Fill&& fill);
 
     EvntPool& m_pool;
     List<CEvnt> m_events;
