@@ -12,8 +12,8 @@ class CEvnt;
 
 /// A tempo that comes from a score mark.
 struct ScoreTempo {
-    std::uint32_t time = 0;        ///< absolute tick
-    const CEvnt* event = nullptr;  ///< tempo event, owned by the score
+    std::uint32_t time = 0;       ///< absolute tick
+    const CEvnt* event = nullptr; ///< tempo event, owned by the score
 };
 
 /// What the song asks of the score. Main thread, `isScoreLink` also the feeder.

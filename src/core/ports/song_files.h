@@ -12,9 +12,9 @@ class CEditor;
 struct _EDT_FILE;
 
 enum class LoadResult {
-    failed,   ///< the song is to be thrown away
+    failed, ///< the song is to be thrown away
     complete,
-    partial,  ///< the song stands, but parts of the file found no free track
+    partial, ///< the song stands, but parts of the file found no free track
 };
 
 /// The readers of song files. Main thread only.
