@@ -21,8 +21,8 @@ public:
     virtual bool evntInserted(POSITION trk, POSITION blk, POSITION evnt) = 0;
     /// The event is about to be unlinked.
     virtual bool evntDeleted(POSITION trk, POSITION blk, POSITION evnt) = 0;
-    /// An event whose deletion was recorded is now unlinked, and the recorder's to own.
-    virtual void keep(CRealBlk& from, CEvnt* event) = 0;
+    /// Offers an event that has just been unlinked. True when its deletion is recorded: the recorder owns it now.
+    virtual bool keep(CRealBlk& from, CEvnt* event) = 0;
     virtual bool trkMoved(int oldNumber, POSITION trk) = 0;
 };
 
@@ -56,8 +56,8 @@ public:
     bool SetUndoEvntIns(POSITION trk, POSITION blk, POSITION evnt);
     bool SetUndoEvntDel(POSITION trk, POSITION blk, POSITION evnt);
     bool SetUndoTrkMove(int oldNumber, POSITION trk);
-    /// Takes an event that has just been unlinked from `from`: to the recorder when its deletion was
-    /// recorded last, otherwise it is deleted.
+    /// Takes an event that has just been unlinked from `from`: to the recorder when its deletion is recorded,
+    /// otherwise it is deleted.
     void retire(CRealBlk& from, CEvnt* event);
 
 private:
@@ -65,7 +65,6 @@ private:
 
     Flags m_flags;
     UndoRecorder* m_recorder = nullptr;
-    POSITION m_deleted = nullptr; ///< event whose deletion was recorded last
     bool m_open = false;
     bool m_changed = false;
 };

@@ -187,8 +187,8 @@ public:
     [[nodiscard]] std::uint32_t GetBlkTimeEnd(POSITION trk, POSITION blk) const noexcept;
     [[nodiscard]] std::uint32_t GetBlkTimeEnd(int trk, std::uint32_t blk) const noexcept;
     /// The running number of automatic block names.
-    [[nodiscard]] std::uint32_t GetBlkNameNum() const noexcept;
-    void IncBlkNameNum() noexcept;
+    [[nodiscard]] std::uint32_t GetBlkNameNum() const noexcept { return m_song.namer().GetBlkNameNum(); }
+    void IncBlkNameNum() noexcept { m_song.namer().IncBlkNameNum(); }
 
     [[nodiscard]] std::uint32_t GetRealBlkCount() const noexcept;
     [[nodiscard]] POSITION GetHeadRealBlkPos() const noexcept { return m_song.realBlks().head(); }
@@ -202,7 +202,7 @@ public:
     /// Deletes a real block with its events; no block shows it any more.
     bool DelRealBlk(POSITION real);
 
-    /// Ends of wave blocks, ghosts: every ghost of the block's real block gets the block's length.
+    /// Every ghost of the block's real block gets the block's length.
     void ChkGhostBlkReSize(const CBlk* blk);
 
     // Events ----------------------------------------------------------------------------------------------
@@ -385,9 +385,8 @@ public:
 
 private:
     void send(int code, const HintFields& fields) { m_hints.send(nullptr, code, this, fields); }
-    void sendScrEvt(int code, const HintFields& fields);
     void clearSong() noexcept;
-    void setModifyIf(bool changed);
+    void resizeBlk(CTrk& trk, CBlk& blk, std::uint32_t end);
     void changeChSolo(std::uint8_t port, std::uint8_t ch, bool on);
     void changeChMute(std::uint8_t port, std::uint8_t ch, bool on);
 

@@ -50,6 +50,7 @@ public:
 
     [[nodiscard]] EvntPool& pool() noexcept { return m_pool; }
     [[nodiscard]] BlkNamer& namer() noexcept { return m_namer; }
+    [[nodiscard]] const BlkNamer& namer() const noexcept { return m_namer; }
 
 private:
     struct NumberedTrk final : CTrk {

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/edit/load_steps.h"
+
+#include "core/edit/song.h"
+#include "core/maps/meas_map.h"
+#include "core/maps/tempo_map.h"
+#include "core/ports/wave_lengths.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace tessaro::load_steps {
+
+namespace {
+
+/// `measuresOn` bar lines behind the start of the measure that holds `time`.
+std::uint32_t barLine(const MeasMap& meas, std::uint32_t time, std::uint32_t measuresOn)
+{
+    const std::uint32_t number = meas.TimeToMeas(time).meas - 1; // MeasToTime counts from 0
+    return meas.MeasToTime({number + measuresOn, 0, 0});
+}
+
+void snapBlk(CBlk& blk, const MeasMap& meas)
+{
+    CRealBlk* real = blk.GetRealBlk();
+    if (!real || real->events().empty()) return;
+    const std::uint32_t oldTop = blk.GetTimeTop();
+    const std::uint32_t top = barLine(meas, oldTop + real->GetTopEvntTime(), 0);
+    const std::uint32_t end = barLine(meas, blk.GetTimeEnd(), 1);
+    blk.SetTimeTop(top);
+    blk.SetTimeEnd(end);
+    if (top > oldTop) real->Move(-std::int64_t{top - oldTop});
+}
+
+void packBlk(CRealBlk& real)
+{
+    CEvnt* start = nullptr;
+    for (CEvnt *next = nullptr, *e = real.events().head(); e; e = next) {
+        next = List<CEvnt>::next(e);
+        if (e->GetStatus() == status::sysex) start = e;
+        if (e->GetStatus() != status::sysexPart) continue;
+        if (start) start->PackSysex(e->payload().data(), e->GetSzData());
+        real.Del(e);
+    }
+}
+
+} // namespace
+
+void snapFirstBlks(Song& song, const MeasMap& meas)
+{
+    for (int n = 1; n < trackCount; ++n)
+        if (CBlk* first = song.trk(n)->blocks().head()) snapBlk(*first, meas);
+}
+
+void trimMaster(Song& song)
+{
+    CBlk* blk = song.masterBlk();
+    if (!blk || !blk->GetRealBlk()) return;
+    if (const CEvnt* last = blk->GetRealBlk()->events().tail()) blk->SetTimeEnd(blk->GetTimeTop() + last->GetTime());
+}
+
+void packSysex(Song& song)
+{
+    for (int n = 1; n < trackCount; ++n) {
+        const CTrk* trk = song.trk(n);
+        if (trk->GetType() != trktype::midi) continue;
+        for (CBlk* blk = trk->blocks().head(); blk; blk = List<CBlk>::next(blk))
+            if (blk->GetType() == blktype::real && blk->GetRealBlk()) packBlk(*blk->GetRealBlk());
+    }
+}
+
+std::optional<std::uint32_t> waveEnd(const CRealBlk& real, std::uint32_t top, const TempoMap& tempo,
+                                     WaveLengths& lengths)
+{
+    std::optional<std::uint64_t> last;
+    for (const CEvnt* e = real.events().head(); e; e = List<CEvnt>::next(e)) {
+        if (status::kind(e->GetStatus()) != status::wave) continue;
+        if (const auto length = lengths.milliseconds(e->GetFileName()))
+            last = std::max(last.value_or(0), std::uint64_t{tempo.TimeToMsecond(top + e->GetTime())} + *length);
+    }
+    if (!last) return std::nullopt;
+    const std::uint64_t latest = std::numeric_limits<std::uint32_t>::max();
+    return tempo.MsecondToTime(static_cast<std::uint32_t>(std::min(*last, latest)));
+}
+
+} // namespace tessaro::load_steps

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/edit/signature_edit.h"
+
+#include "core/edit/editor.h"
+#include "core/model/meta.h"
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+namespace tessaro::signature_edit {
+
+namespace {
+
+constexpr std::uint32_t commonTime = 1920;
+
+std::uint32_t measClock(const CEvnt& signature) noexcept
+{
+    return GetMeasClock(signature.payload()[0], signature.payload()[1]);
+}
+
+CEvnt* nextSignature(CEvnt* e) noexcept
+{
+    do e = List<CEvnt>::next(e);
+    while (e && !isSignature(*e));
+    return e;
+}
+
+CEvnt* prevSignature(CEvnt* e) noexcept
+{
+    do e = List<CEvnt>::prev(e);
+    while (e && !isSignature(*e));
+    return e;
+}
+
+std::uint32_t moved(std::uint32_t time, std::int64_t delta) noexcept
+{
+    const std::int64_t latest = std::numeric_limits<std::uint32_t>::max();
+    return static_cast<std::uint32_t>(std::clamp<std::int64_t>(std::int64_t{time} + delta, 0, latest));
+}
+
+/// How far a signature moves when the `span` ticks before it were counted in measures of `before` ticks and are
+/// now counted in measures of `after`.
+std::int64_t reTimed(std::uint32_t span, std::uint32_t before, std::uint32_t after) noexcept
+{
+    if (before == 0) return 0;
+    return (std::int64_t{after} - before) * (span / before);
+}
+
+} // namespace
+
+bool isSignature(const CEvnt& e) noexcept { return e.isMeta(meta::timeSignature) && e.GetSzData() == 4; }
+
+void changed(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, std::uint32_t top, std::uint8_t num,
+             std::uint8_t den, const CEvnt& event)
+{
+    const auto body = event.payload();
+    if (body[0] == num && body[1] == den) return;
+    const std::uint32_t before = GetMeasClock(num, den);
+    if (CEvnt* next = nextSignature(List<CEvnt>::get(evnt)); next && before != 0 && before != measClock(event)) {
+        const std::uint32_t span = List<CBlk>::get(blk)->GetTimeTop() + next->GetTime() - top;
+        if (span / before != 0) {
+            shift(editor, trk, blk, next, reTimed(span, before, measClock(event)));
+            editor.HintEvntChng(trk, blk, evnt);
+            editor.HintTsChng(trk, blk, evnt);
+            return;
+        }
+    }
+    editor.HintEvntChng(trk, blk, evnt);
+    editor.HintMeasChng();
+    editor.step().flags().measChanged = true;
+}
+
+void inserted(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec,
+              const _EDT_MEASINFO& prev)
+{
+    CEvnt* here = List<CEvnt>::get(evnt);
+    CEvnt* next = nextSignature(here);
+    const std::uint32_t clock = GetMeasClock(rec.data[0], rec.data[1]);
+    if (next && clock != prev.measClock) {
+        shift(editor, trk, blk, next, reTimed(next->GetTime() - here->GetTime(), prev.measClock, clock));
+        editor.HintTsChng(trk, blk, evnt);
+        return;
+    }
+    editor.HintInsEvnt(trk, blk, evnt);
+    editor.HintMeasChng();
+}
+
+void remove(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec)
+{
+    CEvnt* gone = List<CEvnt>::get(evnt);
+    CEvnt* next = nextSignature(gone);
+    const CEvnt* prev = prevSignature(gone);
+    const bool reTime = isSignature(*gone) && next && next->GetTime() != gone->GetTime();
+    if (reTime) {
+        const std::uint32_t deletedClock = GetMeasClock(rec.data[0], rec.data[1]);
+        const std::uint32_t clock = prev ? measClock(*prev) : commonTime;
+        shift(editor, trk, blk, next, reTimed(next->GetTime() - gone->GetTime(), deletedClock, clock));
+    }
+    CBlk* block = List<CBlk>::get(blk);
+    block->RemoveAt(evnt);
+    editor.HintDelEvnt(trk, blk, evnt);
+    if (reTime)
+        editor.HintTsChng(trk, blk, evnt);
+    else
+        editor.HintMeasChng();
+    editor.step().retire(*block->GetRealBlk(), gone);
+}
+
+void shift(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, std::int64_t delta)
+{
+    CRealBlk& real = *List<CBlk>::get(blk)->GetRealBlk();
+    std::vector<CEvnt*> copies;
+    CEvnt* e = List<CEvnt>::get(evnt);
+    if (!isSignature(*e)) e = nextSignature(e);
+    while (e) {
+        CEvnt* old = e;
+        e = nextSignature(e);
+        CEvnt* copy = nullptr;
+        real.New(&copy);
+        if (!copy || !copy->SetTs(moved(old->GetTime(), delta), old->payload().data())) {
+            real.Delete(copy);
+            break;
+        }
+        copies.push_back(copy);
+        editor.step().SetUndoEvntDel(trk, blk, old);
+        real.RemoveAt(old);
+        editor.step().retire(real, old);
+    }
+    for (CEvnt* copy : copies) {
+        real.Add(copy->GetTime(), copy);
+        editor.step().SetUndoEvntIns(trk, blk, copy);
+    }
+}
+
+void removeDuplicates(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt)
+{
+    CRealBlk& real = *List<CBlk>::get(blk)->GetRealBlk();
+    const std::uint32_t time = List<CEvnt>::get(evnt)->GetTime();
+    CEvnt* e = List<CEvnt>::prev(List<CEvnt>::get(evnt));
+    while (e && e->GetTime() == time) {
+        CEvnt* other = e;
+        e = List<CEvnt>::prev(e);
+        if (!other->isMeta(meta::timeSignature)) continue;
+        editor.step().SetUndoEvntDel(trk, blk, other);
+        real.RemoveAt(other);
+        editor.HintDelEvnt(trk, blk, other);
+        editor.step().retire(real, other);
+    }
+}
+
+} // namespace tessaro::signature_edit
