@@ -41,6 +41,7 @@ macro(tessaro_add_rooms table)
         if(room MATCHES "^(views|app)$")
             if(TESSARO_QT)
                 tessaro_add_room(${room} "")
+                tessaro_use_qt(tessaro_${room})
             endif()
         elseif(room STREQUAL "cli")
             if(TESSARO_PROGRAMS)
@@ -55,14 +56,14 @@ macro(tessaro_add_rooms table)
     list(TRANSFORM TESSARO_CORE_TARGETS PREPEND tessaro_)
 endmacro()
 
-# Lets a static library of the Qt rooms run moc and share one precompiled header.
+# Lets a target of the Qt rooms run moc and use the precompiled header.
 function(tessaro_use_qt target)
     get_target_property(type ${target} TYPE)
     if(NOT type STREQUAL "INTERFACE_LIBRARY")
-        set_target_properties(${target} PROPERTIES AUTOMOC ON)
+        set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOGEN_ORIGIN_DEPENDS OFF)
         target_precompile_headers(${target} PRIVATE "${CMAKE_SOURCE_DIR}/cmake/qt_headers.h")
         if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-            target_compile_options(${target} PRIVATE -fpch-preprocess) # for ccache
+            target_compile_options(${target} PRIVATE -fpch-preprocess) # so that ccache works with it
         endif()
     endif()
 endfunction()
