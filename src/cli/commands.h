@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tessaro::cli {
+
+inline constexpr int exitSuccess = 0;
+inline constexpr int exitFailure = 1; ///< a file failed; its reason is on standard error
+inline constexpr int exitUsage = 2;
+
+struct SimulateOptions {
+    std::string file;
+    std::string from; ///< positions; empty where not given
+    std::string to;
+    std::vector<std::string> loop; ///< two positions, or empty
+    bool noChase = false;
+    std::string mute; ///< list of tracks
+    int solo = 0;     ///< 0 for none
+};
+
+struct RenderOptions {
+    std::string file;
+    std::string out;
+    unsigned rate = 48000;
+    std::string soundFont;
+    std::string from;
+    std::string to;
+};
+
+struct PlayOptions {
+    std::string file;
+    std::string out;
+    std::string log;
+};
+
+// The commands: each prints or writes, and answers the program's exit code.
+int runInfo(const std::string& file);
+int runDump(const std::string& file);
+int runSimulate(const SimulateOptions& options);
+int runRender(const RenderOptions& options);
+int runPlay(const PlayOptions& options);
+int runDevices();
+
+} // namespace tessaro::cli

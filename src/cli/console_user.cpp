@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cli/console_user.h"
+
+#include "base/strings.h"
+
+#include <cstdio>
+
+namespace tessaro::cli {
+
+void ConsoleUser::message(int stringId, MessageKind kind)
+{
+    // The system's own text, and the English of it for whoever cannot read it.
+    const auto id = static_cast<TextId>(stringId);
+    std::string line(text(id, Language::japanese));
+    if (languageFromEnvironment() == Language::english)
+        line.append(" (").append(text(id, Language::english)).append(")");
+    sentence(line, kind);
+}
+
+void ConsoleUser::sentence(std::string_view line, MessageKind)
+{
+    std::fprintf(stderr, "tessaro-cli: %s: %.*s\n", m_file.c_str(), static_cast<int>(line.size()), line.data());
+}
+
+} // namespace tessaro::cli
