@@ -21,6 +21,7 @@ set(TESSARO_LIBRARIES_platform PkgConfig::JACK PkgConfig::ALSA PkgConfig::FLUIDS
                                PkgConfig::SNDFILE PkgConfig::SAMPLERATE)
 
 if(TESSARO_QT)
+    add_compile_definitions(QT_NO_KEYWORDS) # `slots` and `emit` stay free names
     find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets PrintSupport Svg)
     if(TESSARO_TESTS)
         find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
