@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/theme/flat_style.h"
+
+#include "views/theme/colours.h"
+
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+namespace tessaro {
+namespace {
+
+void drawScrollBar(const QProxyStyle& style, const QStyleOptionSlider& bar, QPainter& painter, const QWidget* widget)
+{
+    const QPalette& colours = bar.palette;
+    painter.fillRect(bar.rect, colours.base());
+    if (bar.maximum <= bar.minimum) return;
+    QRect thumb = style.subControlRect(QStyle::CC_ScrollBar, &bar, QStyle::SC_ScrollBarSlider, widget);
+    thumb.adjust(3, 3, -3, -3);
+    const bool held = bar.state & QStyle::State_Sunken;
+    const bool hovered = bar.state & QStyle::State_MouseOver;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(blend(colours.color(QPalette::Text), colours.color(QPalette::Base), held ? 0.5 : hovered ? 0.4 : 0.25));
+    const double round = std::min(thumb.width(), thumb.height()) / 2.0;
+    painter.drawRoundedRect(thumb, round, round);
+}
+
+void drawHeaderSection(const QStyleOption& section, QPainter& painter)
+{
+    painter.fillRect(section.rect, section.palette.window());
+    painter.fillRect(section.rect.left(), section.rect.bottom(), section.rect.width(), 1, section.palette.mid());
+}
+
+} // namespace
+
+FlatStyle::FlatStyle() : QProxyStyle(QStyleFactory::create("fusion")) { }
+
+int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
+{
+    switch (metric) {
+    case PM_ScrollBarExtent: return 12;
+    case PM_ScrollBarSliderMin: return 32;
+    case PM_SplitterWidth: return 1;
+    case PM_MenuVMargin: return 4;
+    case PM_MenuBarVMargin: return 2;
+    case PM_MenuBarItemSpacing: return 4;
+    default: return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* result) const
+{
+    if (hint == SH_ToolTip_WakeUpDelay) return 500;
+    return QProxyStyle::styleHint(hint, option, widget, result);
+}
+
+void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const
+{
+    if (element == PE_FrameStatusBarItem) return;
+    if (element == PE_PanelTipLabel) {
+        painter->fillRect(option->rect, option->palette.mid());
+        painter->fillRect(option->rect.adjusted(1, 1, -1, -1), option->palette.toolTipBase());
+        return;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const
+{
+    switch (element) {
+    case CE_HeaderSection:
+    case CE_HeaderEmptyArea: drawHeaderSection(*option, *painter); return;
+    case CE_Splitter: painter->fillRect(option->rect, option->palette.mid()); return;
+    case CE_MenuBarEmptyArea: painter->fillRect(option->rect, option->palette.window()); return;
+    default: QProxyStyle::drawControl(element, option, painter, widget);
+    }
+}
+
+void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                   const QWidget* widget) const
+{
+    const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    if (control == CC_ScrollBar && bar) {
+        painter->save();
+        drawScrollBar(*this, *bar, *painter, widget);
+        painter->restore();
+        return;
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+} // namespace tessaro

@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/tracks/track_list_view.h"
+
+#include "views/theme/colours.h"
+#include "views/tracks/track_table.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+
+namespace tessaro {
+namespace {
+
+/// Paints a cell from the palette; the track's colour and its light in the first column.
+class CellPainter : public QStyledItemDelegate {
+public:
+    CellPainter(const TrackTable& table, QObject* parent) : QStyledItemDelegate(parent), m_table(table) { }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        const QPalette& colours = option.palette;
+        const bool chosen = option.state & QStyle::State_Selected;
+        if (chosen) painter->fillRect(option.rect, rowBack(colours));
+        painter->fillRect(option.rect.left(), option.rect.bottom(), option.rect.width(), 1, colours.midlight());
+
+        const TrackRow& row = m_table.row(index);
+        switch (static_cast<TrackColumn>(index.column())) {
+        case TrackColumn::light: paintLight(*painter, option.rect, colours, row, m_table.lightLevel(index)); break;
+        case TrackColumn::mute: paintSwitch(*painter, option, index, row.mute, colours.color(QPalette::Text)); break;
+        case TrackColumn::solo: paintSwitch(*painter, option, index, row.solo, colours.color(QPalette::Highlight)); break;
+        default: paintText(*painter, option, index, row);
+        }
+        painter->restore();
+    }
+
+    static QColor rowBack(const QPalette& colours)
+    {
+        return blend(colours.color(QPalette::Highlight), colours.color(QPalette::Base), 0.14);
+    }
+
+private:
+    static void paintLight(QPainter& painter, const QRect& cell, const QPalette& colours, const TrackRow& row, int level)
+    {
+        const QColor colour = trackColour(row.track, colours);
+        painter.fillRect(cell.left(), cell.top(), 4, cell.height() - 1, row.sounding ? colour : colours.color(QPalette::Mid));
+        const QColor dark = blend(colours.color(QPalette::Text), colours.color(QPalette::Base), 0.14);
+        const QPointF middle(cell.left() + 16.0, cell.center().y() + 0.5);
+        painter.setPen(Qt::NoPen);
+        const double share = static_cast<double>(level) / Lights::brightest;
+        if (level > 0) {
+            QColor glow = colour;
+            glow.setAlphaF(static_cast<float>(0.3 * share));
+            painter.setBrush(glow);
+            painter.drawEllipse(middle, 7.5, 7.5);
+        }
+        painter.setBrush(blend(colour, dark, share));
+        painter.drawEllipse(middle, 4.5, 4.5);
+    }
+
+    static void paintSwitch(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index, bool on,
+                            const QColor& lit)
+    {
+        const QPalette& colours = option.palette;
+        const QPointF middle = QRectF(option.rect).center();
+        const QRectF box(middle.x() - 11, middle.y() - 10, 22, 20);
+        const bool hovered = option.state & QStyle::State_MouseOver;
+        const QColor off = blend(colours.color(QPalette::Text), colours.color(QPalette::Button), hovered ? 0.15 : 0.0);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(on ? lit : off);
+        painter.drawRoundedRect(box, 4, 4);
+        if ((option.state & QStyle::State_HasFocus)) {
+            painter.setPen(QPen(colours.color(QPalette::Highlight), 1.5));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRoundedRect(box.adjusted(-1.5, -1.5, 1.5, 1.5), 5, 5);
+        }
+        QFont font = option.font;
+        font.setPointSizeF(font.pointSizeF() * 0.9);
+        font.setBold(on);
+        painter.setFont(font);
+        painter.setPen(colours.color(on ? QPalette::Base : QPalette::PlaceholderText));
+        painter.drawText(box, Qt::AlignCenter, index.data().toString());
+    }
+
+    static void paintText(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
+                          const TrackRow& row)
+    {
+        const QPalette& colours = option.palette;
+        const bool name = static_cast<TrackColumn>(index.column()) == TrackColumn::name;
+        painter.setPen(colours.color(name && row.sounding ? QPalette::Text : QPalette::PlaceholderText));
+        const QRect place = option.rect.adjusted(name ? 8 : 2, 0, name ? -8 : -2, 0);
+        const QString text = option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, place.width());
+        painter.drawText(place, index.data(Qt::TextAlignmentRole).toInt(), text);
+    }
+
+    const TrackTable& m_table;
+};
+
+} // namespace
+
+TrackListView::TrackListView(TrackTable& table, QWidget* parent) : QTableView(parent), m_table(table)
+{
+    setModel(&table);
+    setItemDelegate(new CellPainter(table, this));
+    setFrameShape(QFrame::NoFrame);
+    setShowGrid(false);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    setMouseTracking(true);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setVerticalScrollMode(ScrollPerPixel);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setMinimumSectionSize(rowHeight);
+    verticalHeader()->setDefaultSectionSize(rowHeight);
+    horizontalHeader()->setFixedHeight(headerHeight);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setMinimumSectionSize(24);
+    fitColumns();
+}
+
+void TrackListView::fitColumns()
+{
+    QHeaderView& header = *horizontalHeader();
+    const auto fit = [&](TrackColumn column, const QString& widest, int least) {
+        const int section = static_cast<int>(column);
+        const QString title = m_table.headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
+        const int width = std::max(fontMetrics().horizontalAdvance(widest), fontMetrics().horizontalAdvance(title));
+        header.setSectionResizeMode(section, QHeaderView::Fixed);
+        header.resizeSection(section, std::max(width + 16, least));
+    };
+    fit(TrackColumn::light, {}, 28);
+    fit(TrackColumn::number, QStringLiteral("100"), 32);
+    fit(TrackColumn::port, QStringLiteral("16"), 32);
+    fit(TrackColumn::channel, QStringLiteral("16"), 32);
+    fit(TrackColumn::mute, {}, 28);
+    fit(TrackColumn::solo, {}, 32);
+    header.setSectionResizeMode(static_cast<int>(TrackColumn::name), QHeaderView::Stretch);
+}
+
+QSize TrackListView::sizeHint() const { return {360, 400}; }
+
+bool TrackListView::toggleAt(const QPoint& place)
+{
+    const QModelIndex index = indexAt(place);
+    if (!(index.flags() & Qt::ItemIsUserCheckable)) return false;
+    setCurrentIndex(index);
+    m_table.toggle(index);
+    return true;
+}
+
+void TrackListView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton && toggleAt(event->position().toPoint())) return;
+    QTableView::mousePressEvent(event);
+}
+
+void TrackListView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    // Two quick clicks on a switch are two clicks.
+    if (event->button() == Qt::LeftButton && toggleAt(event->position().toPoint())) return;
+    QTableView::mouseDoubleClickEvent(event);
+}
+
+void TrackListView::keyPressEvent(QKeyEvent* event)
+{
+    const QModelIndex current = currentIndex();
+    const auto toggle = [&](TrackColumn column) { m_table.toggle(current.siblingAtColumn(static_cast<int>(column))); };
+    if (current.isValid() && event->modifiers() == Qt::NoModifier) {
+        switch (event->key()) {
+        case Qt::Key_M: toggle(TrackColumn::mute); return;
+        case Qt::Key_S: toggle(TrackColumn::solo); return;
+        case Qt::Key_Return:
+        case Qt::Key_Enter: m_table.toggle(current); return;
+        default: break;
+        }
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void TrackListView::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange) fitColumns();
+}
+
+} // namespace tessaro

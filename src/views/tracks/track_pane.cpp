@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/tracks/track_pane.h"
+
+#include "views/tracks/song_overview.h"
+#include "views/tracks/track_list_view.h"
+#include "views/tracks/track_table.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QItemSelectionModel>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QWheelEvent>
+
+namespace tessaro {
+
+TrackPane::TrackPane(TrackTable& table, QWidget* parent)
+    : QWidget(parent)
+    , m_splitter(new QSplitter(Qt::Horizontal, this))
+    , m_list(new TrackListView(table))
+    , m_overview(new SongOverview)
+    , m_bar(new QScrollBar(Qt::Vertical, this))
+{
+    m_splitter->addWidget(m_list);
+    m_splitter->addWidget(m_overview);
+    m_splitter->setStretchFactor(0, 0);
+    m_splitter->setStretchFactor(1, 1);
+    m_splitter->setChildrenCollapsible(false);
+    m_list->setMinimumWidth(240);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_splitter, 1);
+    layout->addWidget(m_bar);
+
+    QScrollBar* inner = m_list->verticalScrollBar();
+    connect(inner, &QScrollBar::rangeChanged, m_bar, [this, inner](int low, int high) {
+        m_bar->setRange(low, high);
+        m_bar->setPageStep(inner->pageStep());
+        m_bar->setSingleStep(TrackListView::rowHeight);
+        m_bar->setVisible(high > low);
+    });
+    connect(inner, &QScrollBar::valueChanged, this, [this](int value) {
+        m_bar->setValue(value);
+        m_overview->setScroll(value);
+    });
+    connect(m_bar, &QScrollBar::valueChanged, inner, &QScrollBar::setValue);
+    m_bar->hide();
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) { m_overview->setCurrentRow(current.isValid() ? current.row() : -1); });
+    m_overview->installEventFilter(this);
+}
+
+bool TrackPane::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Wheel) return QCoreApplication::sendEvent(m_bar, event);
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace tessaro

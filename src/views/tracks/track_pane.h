@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QWidget>
+
+class QScrollBar;
+class QSplitter;
+
+namespace tessaro {
+
+class SongOverview;
+class TrackListView;
+class TrackTable;
+
+/// The track list and the overview of the song side by side, scrolled as one.
+class TrackPane : public QWidget {
+public:
+    explicit TrackPane(TrackTable& table, QWidget* parent = nullptr);
+
+    [[nodiscard]] SongOverview& overview() const { return *m_overview; }
+    [[nodiscard]] TrackListView& list() const { return *m_list; }
+    [[nodiscard]] QSplitter& splitter() const { return *m_splitter; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    // Children of the widget.
+    QSplitter* m_splitter;
+    TrackListView* m_list;
+    SongOverview* m_overview;
+    QScrollBar* m_bar;
+};
+
+} // namespace tessaro

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tessaro {
+
+class CEditor;
+
+/// What the list shows of one track.
+struct TrackRow {
+    int track = 0;       ///< 1 to 100
+    std::string name;    ///< bytes as the song holds them
+    int port = 0;        ///< from 0
+    int channel = 0;     ///< from 0
+    bool solo = false;
+    bool mute = false;
+    bool sounding = true; ///< false while mute or another track's solo silences it
+
+    bool operator==(const TrackRow&) const = default;
+};
+
+/// The tracks that hold blocks, in the order of their numbers.
+[[nodiscard]] std::vector<TrackRow> trackRows(const CEditor& editor);
+
+} // namespace tessaro

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "views/tracks/lights.h"
+#include "views/tracks/track_rows.h"
+
+#include <QAbstractTableModel>
+
+#include <functional>
+#include <vector>
+
+namespace tessaro {
+
+class UiText;
+
+enum class TrackColumn { light, number, name, port, channel, mute, solo };
+inline constexpr int trackColumns = 7;
+
+/// The rows of the track list as a table of the toolkit. It changes nothing itself: a click on a switch goes out
+/// through `onMute` and `onSolo` with the track and the wanted state, and comes back as new rows.
+class TrackTable : public QAbstractTableModel {
+public:
+    explicit TrackTable(const UiText& text) : m_text(text) { }
+
+    std::function<void(int track, bool on)> onMute;
+    std::function<void(int track, bool on)> onSolo;
+    /// The name of an output port, counted from 0.
+    std::function<QString(int port)> portName;
+
+    /// Tells the view only what differs.
+    void setRows(std::vector<TrackRow> rows);
+    void setLights(const Lights& lights);
+    void retranslate();
+    void toggle(const QModelIndex& index);
+
+    [[nodiscard]] const std::vector<TrackRow>& rows() const { return m_rows; }
+    [[nodiscard]] const TrackRow& row(const QModelIndex& index) const
+    {
+        return m_rows[static_cast<std::size_t>(index.row())];
+    }
+    [[nodiscard]] int lightLevel(const QModelIndex& index) const
+    {
+        return m_levels[static_cast<std::size_t>(index.row())];
+    }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+private:
+    [[nodiscard]] QString cellText(const TrackRow& row, TrackColumn column) const;
+    [[nodiscard]] QString cellTip(const TrackRow& row, TrackColumn column) const;
+
+    const UiText& m_text;
+    std::vector<TrackRow> m_rows;
+    std::vector<int> m_levels;
+};
+
+} // namespace tessaro
