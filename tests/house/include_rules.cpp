@@ -5,6 +5,7 @@
 #include <cctype>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <sstream>
 
 namespace tessaro::house {
@@ -37,6 +38,25 @@ std::vector<Include> includesOf(const std::string& text)
         const std::size_t start = directive.size() + 1;
         const std::size_t end = line.find(open == '"' ? '"' : '>', start);
         if (end != std::string::npos) found.push_back({line.substr(start, end - start), open == '"'});
+    }
+    return found;
+}
+
+/// The types that a header defines outside of other types, with their namespace.
+std::vector<std::string> typesOf(const std::string& text)
+{
+    static const std::regex opensNamespace(R"(namespace ([\w:]+) \{.*)");
+    static const std::regex definesType(
+        R"((?:class|struct|union|enum class) (?:[A-Z]+_API )?(\w+)(?: final)?(?: ?[:{].*)?)");
+    std::vector<std::string> found;
+    std::string space;
+    std::istringstream in(text);
+    std::smatch match;
+    for (std::string line; std::getline(in, line);) {
+        if (std::regex_match(line, match, opensNamespace))
+            space = match[1].str() + "::";
+        else if (std::regex_match(line, match, definesType))
+            found.push_back(space + match[1].str());
     }
     return found;
 }
@@ -119,6 +139,7 @@ std::vector<std::string> checkIncludes(const fs::path& sources, const RoomTable&
 {
     std::vector<std::string> faults;
     std::map<std::string, std::vector<std::string>> headers;
+    std::map<std::string, std::set<std::string>> definitions;
 
     const auto checkFile = [&](const std::string& file, const std::string& room) {
         const auto allowed = table.mayInclude.find(room);
@@ -126,7 +147,10 @@ std::vector<std::string> checkIncludes(const fs::path& sources, const RoomTable&
             faults.push_back(file + ": unknown room " + room);
             return;
         }
-        for (const Include& include : includesOf(readFile(sources / file))) {
+        const std::string text = readFile(sources / file);
+        if (file.ends_with(".h"))
+            for (const std::string& type : typesOf(text)) definitions[type].insert(file);
+        for (const Include& include : includesOf(text)) {
             const std::string& path = include.path;
             if (!include.quoted) {
                 if (isWholeQtModule(path))
@@ -156,6 +180,12 @@ std::vector<std::string> checkIncludes(const fs::path& sources, const RoomTable&
 
     CircleSearch search(headers, faults);
     for (const auto& [file, includes] : headers) search.visit(file);
+    for (const auto& [type, files] : definitions) {
+        if (files.size() < 2) continue;
+        std::string fault = type + " is defined in several headers:";
+        for (const std::string& file : files) fault += ' ' + file;
+        faults.push_back(fault);
+    }
     std::ranges::sort(faults);
     return faults;
 }

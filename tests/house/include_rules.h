@@ -20,8 +20,9 @@ struct RoomTable {
     static RoomTable parse(std::string_view text);
 };
 
-/// Checks every source and header under `sources`, the folder whose folders are the rooms, against the table. Returns
-/// one sentence for each fault, sorted; none means that all is well.
+/// Checks every source and header under `sources`, the folder whose folders are the rooms, against the table, and that
+/// no two headers define the same type, which neither compiler nor linker would notice. Returns one sentence for each
+/// fault, sorted; none means that all is well.
 std::vector<std::string> checkIncludes(const std::filesystem::path& sources, const RoomTable& table);
 
 } // namespace tessaro::house

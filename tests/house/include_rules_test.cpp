@@ -86,6 +86,15 @@ TEST_F(MadeUpTree, QtStaysInItsRoomsAndPrecise)
                                       "views/window.cpp: includes all of QtWidgets"));
 }
 
+TEST_F(MadeUpTree, TypesOfOneNameAreFound)
+{
+    write("base/ring.h",
+          "namespace a {\nclass Ring;\nstruct Cell {\n    struct Part {};\n};\nclass TESSARO_API Ring final : X {\n");
+    write("core/ring.h", "namespace a {\nclass Ring {\nstruct Part {\n    struct Cell {};\n};\n");
+    write("core/other.h", "namespace b {\nclass Ring {\n};\n");
+    EXPECT_THAT(faults(), ElementsAre("a::Ring is defined in several headers: base/ring.h core/ring.h"));
+}
+
 TEST(RoomTable, FaultyLinesAreTold)
 {
     const RoomTable table = RoomTable::parse("base: core\ncore: base\nnonsense\nbase:\n");
