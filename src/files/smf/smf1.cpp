@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Format 1: each channel of a chunk gets a track of its own, in the order of first use.
+#include "core/edit/editor.h"
+#include "core/model/meta.h"
+#include "files/smf/port_meta.h"
+#include "files/smf/smf.h"
+
+#include <algorithm>
+#include <string>
+
+namespace tessaro {
+
+bool CSmf::LoadSmf1()
+{
+    m_editor.SetPrgDlgText(m_strings(TextId::progressLoadSmf1));
+    m_editor.SetPrgDlgRange(0, m_file.numTrk);
+    m_in.moveTo(m_file.mtrkOffset);
+    for (std::uint32_t chunk = 0; chunk < m_file.numTrk; ++chunk) {
+        m_editor.SetPrgDlgPos(chunk);
+        std::uint32_t length = 0;
+        if (!m_in.skip(4) || !m_in.ReadLen(length)) {
+            m_partial = true;
+            return !tracksLeft();
+        }
+        startChunk(length);
+        std::fill(m_targets.begin() + 1, m_targets.end(), SmfTarget{});
+        m_port = -1;
+        // With no track left no event of the chunk gets a place, so its first channel tells nothing.
+        m_firstCh = tracksLeft() ? Get1stCh() : Target{1};
+        if (!LoadSmf1Trk()) return false;
+        setPorts();
+        m_firstChunk = false;
+    }
+    return true;
+}
+
+/// The channel of the chunk's first channel event, plus 1; 1 without one.
+CSmf::Target CSmf::Get1stCh() const
+{
+    FileCursor in = m_in;
+    std::uint32_t length = 0;
+    std::uint8_t byte = 0;
+    while (in.pos() < m_chunkEnd && in.ReadVarLenQnt(length) && in.readByte(byte)) {
+        if (byte == status::sysex || byte == status::sysexPart || byte == status::metaEvent) {
+            const bool typeRead = byte != status::metaEvent || in.skip(1);
+            if (!typeRead || !in.ReadVarLenQnt(length) || !in.skip(length)) break;
+        } else {
+            const std::uint8_t first = byte & 0x80U ? byte : m_running;
+            return first < status::sysex ? static_cast<Target>(status::channel(first) + 1) : Target{1};
+        }
+    }
+    return 1;
+}
+
+/// Reads the chunk. When an event finds no track, the chunk's reading ends there, and succeeds.
+bool CSmf::LoadSmf1Trk()
+{
+    while (m_in.pos() < m_chunkEnd) {
+        const Place before = place();
+        if (readEvntStart() && LoadSmf1Evnt()) continue;
+        if (tracksLeft()) {
+            if (m_badStatus && !m_open.empty()) tellUnreadable();
+            return false;
+        }
+        m_partial = true;
+        const Place stopped = place();
+        moveTo(before);
+        pairRest();
+        moveTo(stopped);
+        return true;
+    }
+    m_open.closeAll(m_clock);
+    return true;
+}
+
+void CSmf::moveTo(const Place& place) noexcept
+{
+    m_in.moveTo(place.pos);
+    m_clock = place.clock;
+    m_running = place.running;
+}
+
+/// Finds the ends of the notes that are open when the reading of a chunk stops, up to the chunk's end.
+void CSmf::pairRest()
+{
+    while (!m_open.empty() && m_in.pos() < m_chunkEnd && readEvntStart() && skipEvnt()) {}
+    m_open.closeAll(m_clock);
+}
+
+/// Steps over an event, but for what it means to open notes.
+bool CSmf::skipEvnt()
+{
+    Meta meta;
+    if (m_status == status::metaEvent) return readMeta(meta);
+    if (m_status == status::sysex || m_status == status::sysexPart) return readBody(meta.body);
+    takeChannelStatus();
+    const std::uint32_t at = m_in.pos();
+    switch (status::kind(m_status)) {
+    case status::noteOff:
+        if (!m_in.skip(1)) return false;
+        closeNote(at);
+        return m_in.skip(1);
+    case status::note:
+        if (!m_in.skip(2)) return false;
+        if (byteAt(at + 1) == 0) closeNote(at);
+        return true;
+    case status::polyPressure:
+    case status::control:
+    case status::pitchBend: return m_in.skip(2);
+    case status::program:
+    case status::pressure: return m_in.skip(1);
+    default: tellUnreadable(); return false;
+    }
+}
+
+void CSmf::setPorts()
+{
+    if (m_port < 0) return;
+    for (std::size_t ch = 1; ch < m_targets.size(); ++ch)
+        if (m_targets[ch].trk) m_targets[ch].trk->SetPort(static_cast<std::uint8_t>(m_port));
+}
+
+bool CSmf::LoadSmf1Evnt()
+{
+    m_target = m_firstCh;
+    switch (m_status) {
+    case status::sysex:
+    case status::sysexPart: return LoadSys();
+    case status::metaEvent: return LoadSmf1Meta();
+    default: return LoadChannelEvnt();
+    }
+}
+
+/// Metas of the first chunk are the master track's, those of later chunks may name their track.
+bool CSmf::LoadSmf1Meta()
+{
+    Meta meta;
+    if (!readMeta(meta)) return false;
+    if (m_firstChunk) {
+        m_target = 0;
+    } else {
+        if (!needBlk()) return false;
+        target().setEnd(m_clock.time());
+    }
+    if (meta.type == meta::endOfTrack) return true;
+    if (meta.type == meta::sequencer && isPort(meta.body)) {
+        m_port = meta.body[3];
+        return true;
+    }
+    const bool isName = (meta.type == meta::trackName || meta.type == meta::text) && m_clock.time() == 0;
+    if (isName && !m_firstChunk) {
+        target().trk->SetName(std::string(meta.body.begin(), meta.body.end()));
+        return true;
+    }
+    if (m_firstChunk) target().setEnd(m_clock.time());
+    return addMeta(meta);
+}
+
+bool CSmf::LoadSmf1NewBlk()
+{
+    if (!tracksLeft() || !newBlk(m_nextTrk)) return false;
+    target().trk->SetTransEnable(m_target != 10);
+    ++m_nextTrk;
+    return true;
+}
+
+} // namespace tessaro

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "files/song_reader.h"
+
+#include "files/recognise.h"
+#include "files/smf/smf.h"
+
+namespace tessaro {
+
+_EDT_FILE SongReader::recognise(std::span<std::uint8_t> buffer, std::uint32_t length)
+{
+    return recogniseFile(buffer.data(), length);
+}
+
+LoadResult SongReader::load(const _EDT_FILE& file, CEditor& editor)
+{
+    CSmf smf(editor, m_strings);
+    if (!smf.Load(file)) return LoadResult::failed;
+    return smf.isPartial() ? LoadResult::partial : LoadResult::complete;
+}
+
+} // namespace tessaro
