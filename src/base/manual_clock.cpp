@@ -36,6 +36,8 @@ private:
     Entry& m_entry;
 };
 
+ManualClock::ManualClock(Nanos start) : m_now(start) {}
+
 ManualClock::~ManualClock() { assert(m_entries.empty()); }
 
 std::unique_ptr<TimedTask> ManualClock::start(Urgency, Step step)

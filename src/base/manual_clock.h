@@ -17,7 +17,7 @@ namespace tessaro {
 /// A task that is destroyed while its own step sleeps finishes that step and does not run again.
 class TESSARO_API ManualClock final : public Clock {
 public:
-    explicit ManualClock(Nanos start = Nanos::zero()) : m_now(start) {}
+    explicit ManualClock(Nanos start = Nanos::zero());
     ~ManualClock() override;
     ManualClock(const ManualClock&) = delete;
     ManualClock& operator=(const ManualClock&) = delete;
