@@ -2,6 +2,7 @@
 #include "base/profile.h"
 
 #define SI_NO_CONVERSION
+#define SI_IMPLEMENTATION // some distributions leave the code to a library otherwise
 #include <SimpleIni.h>
 
 #include <algorithm>
@@ -45,6 +46,8 @@ int hexValue(char c) noexcept
 struct Profile::Store {
     // Several values of a key are kept apart, so that the first one can win.
     CSimpleIniA ini{false, true, false};
+
+    Store() { ini.SetSpaces(false); }
 
     [[nodiscard]] const char* value(const std::string& section, const std::string& key) const
     {
