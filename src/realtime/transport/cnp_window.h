@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/export.h"
+#include "realtime/play/smc.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessaro {
+
+class MessageTarget;
+class SettingsStore;
+
+/// Draws the control panel. Main thread.
+class TESSARO_API CnpObserver {
+public:
+    virtual ~CnpObserver();
+    /// Play, loop or metronome button, loop points, sync mode or transposition changed.
+    virtual void stateChanged() = 0;
+    virtual void locationShown(std::uint32_t tick) = 0;
+    /// A text in the location box, until the next location.
+    virtual void textShown(const std::string& text) = 0;
+    /// The real tempo in whole beats a minute.
+    virtual void tempoShown(int tempo) = 0;
+    /// While `on`, `timer` wants to be called every 100 ms.
+    virtual void timerWanted(bool on) = 0;
+    /// Around work that may take seconds.
+    virtual void busy(bool on) = 0;
+};
+
+/// The control panel: what the transport's buttons and boxes do, without their looks. The real-time layer holds the
+/// truth while a song plays; what is held here is what the person sees. Without a song every command does nothing.
+///
+/// Views on its list get the messages 0x415 (the play position moved) and 0x416 (it jumped), the tick in wParam, while
+/// views follow the position; the main frame gets 0x417 (play has stopped). Ticks; main thread only. Borrows all.
+class TESSARO_API CCnpWindow final : public TempoDisplay {
+public:
+    /// The profile keeps `MIDI Chase` and `View Chase` in section System.
+    CCnpWindow(Smc& smc, SettingsStore& profile);
+    ~CCnpWindow() override;
+    CCnpWindow(const CCnpWindow&) = delete;
+    CCnpWindow& operator=(const CCnpWindow&) = delete;
+
+    void setObserver(CnpObserver* observer) noexcept { m_observer = observer; }
+    void setMainFrame(MessageTarget* mainFrame) noexcept { m_mainFrame = mainFrame; }
+    void addView(MessageTarget* view);
+    void removeView(const MessageTarget* view) noexcept;
+    /// Timer calls from one redraw of the location to the next; 0 counts as 1.
+    void setThinTime(int calls) noexcept { m_thinTime = calls > 0 ? calls : 1; }
+
+    void Start();
+    /// Always 1.
+    int Stop();
+    /// Plays, or stops what plays.
+    void SpaceKey();
+    /// Back to where play began; what plays goes on from there.
+    void ESCKey();
+    void Top();
+    void End();
+
+    [[nodiscard]] std::uint32_t GetLocation() const noexcept { return m_location; }
+    /// Negative is 0. A playing song goes on from there, once the main frame has had its message.
+    void SetLocation(long tick);
+    /// The location that a song position message tells; nothing plays.
+    void Spp(long tick);
+    /// A new song: all to zero and off.
+    void SetTop();
+
+    /// Whether the loop is on; without a song 0 and points of 0.
+    bool GetLoop(std::uint32_t& start, std::uint32_t& end) const noexcept;
+    void SetLoop(std::uint32_t start, std::uint32_t end);
+    /// The loop button.
+    void ShortCutLoopClicked();
+
+    [[nodiscard]] bool GetPlayBtn() const noexcept { return m_play; }
+    [[nodiscard]] bool GetMetronome() const noexcept { return m_metronome; }
+    void ShortCutMETRONOMEClicked();
+    void SetSyncMode(unsigned mode);
+    [[nodiscard]] unsigned GetSyncMode() const noexcept { return m_syncMode; }
+
+    /// Wishes for the real tempo in beats a minute: a value, one more, one less, the song's own.
+    void SetTempo(int tempo);
+    void TempoUp() { SetTempo(m_tempo + 1); }
+    void TempoDown() { SetTempo(m_tempo - 1); }
+    void TempoReset() { SetRelativeTempo(0); }
+    void SetRelativeTempo(long thousandths);
+    void UpdateTempo() override;
+    [[nodiscard]] int GetTempo() const noexcept { return m_tempo; }
+    /// Global transposition in semitones.
+    [[nodiscard]] int GetTranspose() const noexcept { return m_transpose; }
+    void SetTranspose(int semitones);
+
+    void DrawLocation(const std::string& text);
+    [[nodiscard]] bool GetMIDIChase() const noexcept { return m_midiChase; }
+    void SetMIDIChase(bool on);
+    [[nodiscard]] bool GetViewChase() const noexcept { return m_viewChase; }
+    void SetViewChase(bool on);
+
+    /// To be called every 100 ms while it is wanted.
+    void timer();
+
+private:
+    void locateAndShow(std::uint32_t tick);
+    void show(std::uint32_t tick);
+    void tellViews(std::uint32_t message, std::uint32_t tick);
+    void applyLoop();
+    void setPlayButton(bool on);
+    void changed();
+
+    Smc& m_smc;
+    SettingsStore& m_profile;
+    CnpObserver* m_observer = nullptr;
+    MessageTarget* m_mainFrame = nullptr;
+    std::vector<MessageTarget*> m_views;
+
+    std::uint32_t m_location = 0;  ///< the location box
+    std::uint32_t m_shownTick = 0; ///< position at the last timer call
+    std::uint32_t m_startTick = 0; ///< where play began
+    std::uint32_t m_loopStart = 0;
+    std::uint32_t m_loopEnd = 0;
+    std::optional<int> m_countIn; ///< shown now
+    int m_tempo = 0;
+    int m_transpose = 0;
+    int m_thinTime = 1;
+    int m_thinCount = 0;
+    unsigned m_syncMode = 0;
+    bool m_loop = false;
+    bool m_play = false;
+    bool m_metronome = false;
+    bool m_midiChase;
+    bool m_viewChase;
+};
+
+} // namespace tessaro
