@@ -148,6 +148,7 @@ TESSARO_TEXT(fileNoPermission, 9204, "アクセスする権限がありません
 TESSARO_TEXT(fileTooLarge, 9205, "ファイルが大きすぎます。", "The file is too large.")
 TESSARO_TEXT(fileDiskFull, 9206, "ディスクに空きがありません。", "The disk is full.")
 TESSARO_TEXT(fileFailed, 9207, "ファイルの読み書きに失敗しました。", "Reading or writing the file failed.")
+TESSARO_TEXT(songPartsLeftOut, 9210, "空きトラックが足りないため、一部を読み込みませんでした。", "All 100 tracks are in use; parts of the file were left out.")
 
 // windows
 TESSARO_TEXT(menuFile, 10000, "ファイル(&F)", "&File")
@@ -211,3 +212,6 @@ TESSARO_TEXT(trackUnnamed, 10087, "トラック %1", "Track %1")
 TESSARO_TEXT(stateOn, 10100, "オン", "on")
 TESSARO_TEXT(stateOff, 10101, "オフ", "off")
 TESSARO_TEXT(realtimeRefused, 10102, "リアルタイム優先度は使えません。", "Real-time priority was refused.")
+
+// the start
+TESSARO_TEXT(commandLineNotSupported, 61473, "このコマンドラインは使えません。", "This command line is not supported.")
