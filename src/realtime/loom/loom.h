@@ -188,6 +188,7 @@ public:
 
 private:
     std::unique_ptr<Engine> m_engine;
+    int m_interval = 0; // ms; 0: not set
 };
 
 } // namespace tessaro

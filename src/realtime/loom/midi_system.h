@@ -54,7 +54,8 @@ public:
     [[nodiscard]] virtual std::vector<std::string> inputs() const = 0;
     /// Null when the driver cannot be opened or the index is outside the list.
     [[nodiscard]] virtual std::unique_ptr<MidiOut> openOutput(std::size_t driver) = 0;
-    [[nodiscard]] virtual std::unique_ptr<MidiIn> openInput(std::size_t driver, MidiInSink& sink, std::size_t bufferSize) = 0;
+    [[nodiscard]] virtual std::unique_ptr<MidiIn> openInput(std::size_t driver, MidiInSink& sink,
+                                                            std::size_t bufferSize) = 0;
 };
 
 } // namespace tessaro

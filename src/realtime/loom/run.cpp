@@ -1,0 +1,332 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "realtime/loom/run.h"
+
+#include "base/messages.h"
+#include "realtime/loom/midi_bytes.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+
+namespace tessaro {
+
+namespace {
+
+constexpr int midiSync = 1;
+constexpr std::uint64_t endOfRun = 5;
+
+/// In MIDI sync the run gets no further than this ahead of the last clock.
+constexpr std::int64_t clockLead = std::int64_t{2} * midi::ticksPerClock;
+
+/// MIDI clocks of the past that one step still sends.
+constexpr std::int64_t clockBacklog = std::int64_t{16} * midi::ticksPerClock;
+
+} // namespace
+
+void Run::advance(Nanos now, bool playing)
+{
+    noticeNewRun(now);
+    if (m_state.syncMode.load(std::memory_order_relaxed) != midiSync) m_following = m_awaitsClock = false;
+    if (m_running && !playing) pause({.due = now});
+    if (m_running) {
+        holdAtLimit(now);
+        playDue(now);
+    }
+    shiftLine();
+    takeTempo(now);
+    if (!m_state.realtimeOut.load(std::memory_order_relaxed)) m_clockOut.cancel();
+    const bool internal = m_state.syncMode.load(std::memory_order_relaxed) != midiSync;
+    // Playing may have ended above.
+    if (playing && internal && !m_running && m_state.playing.load(std::memory_order_acquire)) begin(now);
+    watchPreCount(now);
+    if (m_running) playDue(now);
+    countTicks(now);
+}
+
+void Run::noticeNewRun(Nanos now)
+{
+    const std::uint32_t run = m_state.run.load(std::memory_order_acquire);
+    if (run == m_run) return;
+    m_run = run;
+    if (m_running) pause({.due = now});
+    m_started = false;
+    m_state.ticksPlayed = -1;
+}
+
+/// Sets tick 0 of a new run, or the tick of the pause, to `time`.
+void Run::begin(Nanos time)
+{
+    m_preCount = m_state.preCount.load(std::memory_order_acquire);
+    if (m_started) {
+        m_line.shift(time - m_pausedAt);
+        m_line.setLengthAt(time, m_tempo.length());
+    } else {
+        m_started = true;
+        m_line.start(time, m_tempo.length());
+        m_firstRecord = true;
+        m_queueTick = -1;
+        m_countedTick = 0;
+        m_anchorTick = 0;
+        m_anchorSong = m_state.position.load(std::memory_order_acquire);
+        m_songPosition = m_anchorSong;
+        m_clockTick = 0;
+    }
+    m_lastDue = time;
+    m_running = true;
+    if (!m_preCount) leadOthers(m_line.tickAt(time), time);
+}
+
+void Run::pause(Stamp stamp)
+{
+    m_running = false;
+    m_pausedAt = stamp.due;
+    m_clockOut.stop(m_ports, stamp);
+}
+
+void Run::playDue(Nanos now)
+{
+    limitClocks(now);
+    while (m_running) {
+        const Upcoming next = upcoming();
+        if (next.what == Next::nothing || m_line.due(next.tick) > now) return;
+        switch (next.what) {
+        case Next::clock: m_clockOut.sendClock(m_ports, {.due = stampDue(next.tick)}); break;
+        case Next::record: playRecord(next.tick); break;
+        case Next::end: end(next.tick); break;
+        case Next::nothing: break;
+        }
+    }
+}
+
+/// At one tick the clock goes first and the end last.
+Run::Upcoming Run::upcoming()
+{
+    Upcoming next;
+    const auto consider = [&](Next what, std::int64_t tick) {
+        if (next.what == Next::nothing || tick < next.tick) next = {.what = what, .tick = tick};
+    };
+    if (m_clockOut.running()) consider(Next::clock, m_clockOut.nextTick());
+    if (const _LOOM_QUE_REC* record = m_queue.front()) consider(Next::record, recordTick(*record));
+    const std::uint32_t playEnd = m_state.playEnd.load(std::memory_order_relaxed);
+    if (playEnd != 0 && !m_preCount)
+        consider(Next::end, m_anchorTick + std::int64_t{playEnd} - std::int64_t{m_anchorSong});
+    if (next.what != Next::nothing && following() && next.tick > followLimit()) return {};
+    return next;
+}
+
+/// The queue counts from one tick before the run, so that a first record of delta 1 falls due with tick 0; one of delta
+/// 0 cannot be earlier.
+std::int64_t Run::recordTick(const _LOOM_QUE_REC& record) const
+{
+    const std::int64_t delta = std::max(record.delta, 0);
+    return m_firstRecord ? std::max<std::int64_t>(m_queueTick + delta, 0) : m_queueTick + delta;
+}
+
+/// The due time of a tick for the next message; times of a run never go back.
+Nanos Run::stampDue(std::int64_t tick)
+{
+    m_lastDue = std::max(m_lastDue, m_line.due(tick));
+    return m_lastDue;
+}
+
+void Run::playRecord(std::int64_t tick)
+{
+    const _LOOM_QUE_REC record = *m_queue.front();
+    m_queue.pop();
+    m_firstRecord = false;
+    m_queueTick = tick;
+    const Stamp stamp{.due = stampDue(tick), .songTick = record.time};
+    switch (record.status) {
+    case que::tempo: playTempo(static_cast<std::uint16_t>(record.track) * 65'536U + record.length, tick); break;
+    case que::songPosition:
+    case que::continuePlay:
+    case que::stopPlay: playRealtime(record, tick, stamp); break;
+    default: m_player.play(record, stamp); break;
+    }
+    if (m_preCount) return;
+    m_anchorTick = tick;
+    m_anchorSong = record.time;
+    m_state.position.store(record.time, std::memory_order_release);
+}
+
+void Run::playTempo(std::uint32_t tempo, std::int64_t tick)
+{
+    constexpr std::uint32_t longest = 0xFF'FFFF;
+    if (tempo == 0 || tempo > longest) return;
+    m_tempo.play(tempo);
+    if (!following()) m_line.setLengthFrom(tick, m_tempo.length());
+}
+
+void Run::playRealtime(const _LOOM_QUE_REC& record, std::int64_t tick, Stamp stamp)
+{
+    if (!m_state.realtimeOut.load(std::memory_order_relaxed)) return;
+    if (record.status == que::songPosition) {
+        constexpr std::uint32_t last = 0x3FFF;
+        const std::uint32_t sixteenths = std::min(record.time / midi::ticksPerSixteenth, last);
+        const std::array<std::uint8_t, 3> message{midi::songPosition, static_cast<std::uint8_t>(sixteenths & 0x7F),
+                                                  static_cast<std::uint8_t>(sixteenths >> 7)};
+        m_songPosition = record.time;
+        m_ports.sendToAll(message, stamp);
+        return;
+    }
+    m_ports.sendToAll({&record.status, 1}, stamp);
+    if (record.status == que::continuePlay && m_clockOut.running()) m_clockOut.realign(tick, m_songPosition);
+}
+
+void Run::end(std::int64_t tick)
+{
+    const Stamp stamp{.due = stampDue(tick)};
+    m_state.armed = false;
+    m_state.playing.store(false, std::memory_order_release);
+    countTicks(stamp.due);
+    pause(stamp);
+    m_player.releaseAll(stamp);
+    if (MessageTarget* window = m_state.mainWindow)
+        window->post({.id = msg::realtime, .wParam = endOfRun, .lParam = m_state.position.load()});
+}
+
+Nanos Run::nextDue()
+{
+    if (!m_running) return Nanos::max();
+    const Upcoming next = upcoming();
+    return next.what == Next::nothing ? Nanos::max() : m_line.due(next.tick);
+}
+
+Nanos Run::dueOf(std::int64_t tick) const { return m_running ? m_line.due(tick) : Nanos::max(); }
+
+std::uint32_t Run::songTickAt(Nanos time) const
+{
+    if (!m_running || m_preCount) return m_state.position.load(std::memory_order_relaxed);
+    const std::int64_t tick = following() ? std::min(m_line.tickAt(time), followLimit()) : m_line.tickAt(time);
+    return static_cast<std::uint32_t>(std::max<std::int64_t>(m_anchorSong + tick - m_anchorTick, 0));
+}
+
+void Run::shiftLine()
+{
+    const int ms = m_state.offsetToApply.exchange(0);
+    if (ms != 0 && m_running) m_line.shift(-std::chrono::milliseconds(ms));
+}
+
+void Run::takeTempo(Nanos now)
+{
+    if (m_tempo.takeRequest() && m_running && !following()) m_line.setLengthAt(now, m_tempo.length());
+}
+
+void Run::watchPreCount(Nanos now)
+{
+    const bool preCount = m_state.preCount.load(std::memory_order_acquire);
+    if (preCount == m_preCount) return;
+    countTicks(now);
+    m_preCount = preCount;
+    if (preCount || !m_running) return;
+    m_anchorTick = m_line.tickAt(now);
+    m_anchorSong = m_songPosition = m_state.position.load(std::memory_order_acquire);
+    leadOthers(m_anchorTick, now);
+}
+
+/// Moves the counters on to the present tick.
+void Run::countTicks(Nanos now)
+{
+    if (!m_running) return;
+    std::int64_t tick = m_line.tickAt(now);
+    if (following()) tick = std::min(tick, followLimit());
+    if (tick > m_countedTick) {
+        if (!m_preCount) m_state.innerTime.fetch_add(static_cast<std::uint32_t>(tick - m_countedTick));
+        m_countedTick = tick;
+    }
+    m_state.ticksPlayed.store(m_countedTick, std::memory_order_release);
+}
+
+void Run::leadOthers(std::int64_t tick, Nanos time)
+{
+    const bool internal = m_state.syncMode.load(std::memory_order_relaxed) != midiSync;
+    if (internal && m_state.realtimeOut.load(std::memory_order_relaxed))
+        m_clockOut.start(m_ports, tick, m_state.position.load(std::memory_order_relaxed), {.due = time});
+}
+
+/// Keeps a step short when an absurd tempo makes clocks faster than any wire.
+void Run::limitClocks(Nanos now)
+{
+    if (m_clockOut.running()) m_clockOut.skipTo(m_line.tickAt(now) - clockBacklog);
+}
+
+// MIDI sync
+
+std::int64_t Run::followLimit() const { return m_clockTick + clockLead; }
+
+void Run::startArrived()
+{
+    if (!m_state.armed.load(std::memory_order_acquire)) return;
+    m_awaitsClock = true;
+    m_state.playing.store(true, std::memory_order_release);
+}
+
+void Run::stopArrived(Nanos now)
+{
+    m_awaitsClock = false;
+    m_state.playing.store(false, std::memory_order_release);
+    if (!m_running) return;
+    countTicks(now);
+    pause({.due = now});
+    m_player.releaseAll({.due = now});
+}
+
+void Run::clockArrived(Nanos when, Nanos now)
+{
+    constexpr double nanosPerMinute = 60e9;
+    constexpr int clocksPerBeat = 24;
+    m_follower.clock(when);
+    if (m_follower.locked())
+        m_state.followedBeats = static_cast<int>(std::lround(nanosPerMinute / (clocksPerBeat * m_follower.period())));
+
+    noticeNewRun(now);
+    if (!m_state.playing.load(std::memory_order_acquire)) return;
+    if (!m_running) {
+        if (!m_awaitsClock) return;
+        const bool resumed = m_started;
+        begin(when);
+        if (resumed) {
+            m_clockTick += midi::ticksPerClock;
+            m_line.place(m_clockTick, when);
+        }
+    } else if (m_following) {
+        m_clockTick += midi::ticksPerClock;
+    } else {
+        // Taken over in the middle of a run: the clock stands for the nearest place it can.
+        m_clockTick = std::llround(m_line.positionAt(now) / midi::ticksPerClock) * midi::ticksPerClock;
+    }
+    m_awaitsClock = false;
+    m_following = true;
+    steer(now);
+}
+
+/// Stands still where the clocks have stopped.
+void Run::holdAtLimit(Nanos now)
+{
+    if (following() && m_line.tickAt(now) > followLimit()) m_line.place(followLimit(), now);
+}
+
+/// Lets the tick of the next clock fall due when that clock would come without jitter.
+void Run::steer(Nanos now)
+{
+    constexpr double least = 0.25; // of the plain length of a tick
+    constexpr double most = 4;
+    constexpr double unitsPerNano = 12.0 / 25.0;
+    constexpr std::int64_t fraction = 4096;
+
+    holdAtLimit(now);
+    if (!m_follower.locked()) {
+        const TickLength song = m_tempo.length();
+        m_follower.setPeriod(static_cast<double>(song.numerator) / static_cast<double>(song.denominator) / unitsPerNano
+                             * midi::ticksPerClock);
+    }
+    const double plain = m_follower.period() / midi::ticksPerClock;
+    const double ticks = static_cast<double>(m_clockTick + midi::ticksPerClock) - m_line.positionAt(now);
+    const double span = static_cast<double>((m_follower.last() - now).count()) + m_follower.period();
+    const double wanted = ticks > 0 ? span / ticks : plain * most;
+    const double length = std::clamp(wanted, plain * least, plain * most) * unitsPerNano;
+    m_line.setLengthAt(now, {.numerator = std::llround(length * fraction), .denominator = fraction});
+}
+
+} // namespace tessaro

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "realtime/loom/clock_follower.h"
+#include "realtime/loom/midi_clock_out.h"
+#include "realtime/loom/play_queue.h"
+#include "realtime/loom/record_player.h"
+#include "realtime/loom/tempo_control.h"
+#include "realtime/loom/time_line.h"
+
+#include <cstdint>
+
+namespace tessaro {
+
+/// One run of the queue against the clock: finds what is due, keeps song position and counters, ends at the play end.
+/// Runs at the tempo of the song, or on the MIDI clock of another machine. Ticks are those of the run, tick 0 falls due
+/// when the run begins to play. Engine thread.
+class Run {
+public:
+    Run(PlayState& state, PlayQueue& queue, TempoControl& tempo, OutPorts& ports, RecordPlayer& player)
+        : m_state(state)
+        , m_queue(queue)
+        , m_tempo(tempo)
+        , m_ports(ports)
+        , m_player(player)
+    {
+    }
+
+    /// Plays what is due. `playing` is the switch as read before anything else in this step.
+    void advance(Nanos now, bool playing);
+    /// The time of what comes next; Nanos::max() when there is nothing.
+    [[nodiscard]] Nanos nextDue();
+    /// When a tick falls due at the present tempo; Nanos::max() while nothing plays.
+    [[nodiscard]] Nanos dueOf(std::int64_t tick) const;
+    /// The song tick that belongs to a time.
+    [[nodiscard]] std::uint32_t songTickAt(Nanos time) const;
+
+    // MIDI sync: what another machine sends.
+    void startArrived();
+    void stopArrived(Nanos now);
+    void clockArrived(Nanos when, Nanos now);
+
+private:
+    enum class Next { nothing, clock, record, end };
+    struct Upcoming {
+        Next what = Next::nothing;
+        std::int64_t tick = 0;
+    };
+
+    void noticeNewRun(Nanos now);
+    void begin(Nanos time);
+    void pause(Stamp stamp);
+    void playDue(Nanos now);
+    void playRecord(std::int64_t tick);
+    void playTempo(std::uint32_t tempo, std::int64_t tick);
+    void playRealtime(const _LOOM_QUE_REC& record, std::int64_t tick, Stamp stamp);
+    void end(std::int64_t tick);
+    [[nodiscard]] Upcoming upcoming();
+    [[nodiscard]] std::int64_t recordTick(const _LOOM_QUE_REC& record) const;
+    [[nodiscard]] Nanos stampDue(std::int64_t tick);
+
+    void shiftLine();
+    void takeTempo(Nanos now);
+    void watchPreCount(Nanos now);
+    void countTicks(Nanos now);
+    void leadOthers(std::int64_t tick, Nanos time);
+    void limitClocks(Nanos now);
+
+    void holdAtLimit(Nanos now);
+    void steer(Nanos now);
+    [[nodiscard]] bool following() const { return m_following; }
+    [[nodiscard]] std::int64_t followLimit() const;
+
+    PlayState& m_state;
+    PlayQueue& m_queue;
+    TempoControl& m_tempo;
+    OutPorts& m_ports;
+    RecordPlayer& m_player;
+
+    TimeLine m_line;
+    MidiClockOut m_clockOut;
+    ClockFollower m_follower;
+
+    std::uint32_t m_run = 0;
+    bool m_started = false; // the present run has a place in time
+    bool m_running = false;
+    Nanos m_pausedAt{};
+    Nanos m_lastDue{};
+
+    bool m_firstRecord = true;
+    std::int64_t m_queueTick = -1;  // of the record played last
+    std::int64_t m_countedTick = 0; // up to here the inner time has counted
+    std::int64_t m_anchorTick = 0;  // stands for the song tick below
+    std::uint32_t m_anchorSong = 0;
+    std::uint32_t m_songPosition = 0; // sent last
+    bool m_preCount = false;
+
+    bool m_following = false;
+    bool m_awaitsClock = false;   // Start or Continue has come, the clock behind it not yet
+    std::int64_t m_clockTick = 0; // that the last incoming clock stands for
+};
+
+} // namespace tessaro
