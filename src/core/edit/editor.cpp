@@ -13,9 +13,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr int editorInitError = 905;
-constexpr int outOfMemory = 914;
-
 constexpr std::uint8_t kindFormat1 = 2;
 constexpr std::uint8_t kindNative = 4;
 constexpr std::uint8_t kindNativeWave = 5;
@@ -31,7 +28,7 @@ CEditor::CEditor(const EditorPorts& ports)
     , m_progress(ports.progress)
     , m_switches(m_song, ports.transport, ports.waveOutput, ports.styles)
 {
-    if (!InitEditor()) m_ports.user.message(editorInitError, MessageKind::error);
+    if (!InitEditor()) m_ports.user.message(TextId::editorInitializeError, MessageKind::error);
 }
 
 CEditor::~CEditor() = default;
@@ -61,7 +58,7 @@ bool CEditor::InitTrk()
         m_song.makeTracks();
         return true;
     } catch (const std::bad_alloc&) {
-        m_ports.user.message(outOfMemory, MessageKind::error);
+        m_ports.user.message(TextId::outOfMemory, MessageKind::error);
         return false;
     }
 }

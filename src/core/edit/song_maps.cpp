@@ -11,9 +11,6 @@ namespace tessaro {
 
 namespace {
 
-constexpr int badNumerator = 922;
-constexpr int badDenominator = 923;
-
 void collectMasterTempos(const CTrk& master, std::vector<ScoreTempo>& out)
 {
     for (const CBlk* blk = master.blocks().head(); blk; blk = List<CBlk>::next(blk)) {
@@ -40,7 +37,8 @@ bool SongMaps::buildMeas()
     if (!master) return false;
     const SignatureFault fault = m_meas.build(*master);
     if (fault == SignatureFault::none) return true;
-    m_user.message(fault == SignatureFault::numerator ? badNumerator : badDenominator, MessageKind::error);
+    m_user.message(fault == SignatureFault::numerator ? TextId::badNumerator : TextId::badDenominator,
+                   MessageKind::error);
     return false;
 }
 

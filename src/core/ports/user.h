@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/export.h"
+#include "base/strings.h"
 
 #include <string_view>
 
@@ -16,6 +17,7 @@ public:
     virtual ~UserPort();
     /// Shows the text of this number in the string table. Returns when it has been seen.
     virtual void message(int stringId, MessageKind kind) = 0;
+    void message(TextId id, MessageKind kind) { message(static_cast<int>(id), kind); }
     /// Shows a plain sentence, UTF-8, that the string table does not hold.
     virtual void sentence(std::string_view text, MessageKind kind) = 0;
     /// Asks the text of this number; true for Yes.

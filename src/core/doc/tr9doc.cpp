@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/doc/tr9doc.h"
+
+#include <new>
+#include <vector>
+
+namespace tessaro {
+
+namespace {
+
+constexpr std::size_t bufferTail = 16;
+
+EditorPorts editorPorts(CTR9Doc& doc, const DocumentPorts& p)
+{
+    return {doc, p.files, p.user, p.progress, p.transport, p.waveLengths, p.waveOutput, p.score, p.styles};
+}
+
+} // namespace
+
+CTR9Doc::CTR9Doc(const DocumentPorts& ports) : m_ports(ports), m_editor(editorPorts(*this, ports)) {}
+
+CTR9Doc::~CTR9Doc() { detachSong(); }
+
+bool CTR9Doc::OnNewDocument()
+{
+    m_ports.windows.closeChildFrames();
+    detachSong();
+    const bool made = startNewSong();
+    handOver();
+    m_ports.windows.songToTop();
+    return made;
+}
+
+bool CTR9Doc::Load(const std::string& path)
+{
+    m_ports.windows.closeChildFrames();
+    detachSong();
+    m_editor.SetPrgDlg();
+    const Outcome outcome = read(path);
+    const bool loaded = outcome == Outcome::loaded || outcome == Outcome::loadedInPart;
+    if (loaded) {
+        m_path = path;
+        m_modified = false;
+        m_editor.SetModifyLock(false);
+    } else {
+        startNewSong();
+    }
+    handOver();
+    m_editor.EndPrgDlg();
+
+    if (outcome == Outcome::loadedInPart) m_ports.user.status(m_ports.strings(TextId::songPartsLeftOut));
+    if (outcome == Outcome::notSupported) m_ports.user.message(TextId::formatNotSupported, MessageKind::error);
+    if (outcome == Outcome::unreadable) m_ports.user.message(textOf(m_fileError), MessageKind::error);
+    return loaded;
+}
+
+CTR9Doc::Outcome CTR9Doc::read(const std::string& path)
+{
+    try {
+        FileContents file = readFile(path, largestFile);
+        m_fileError = file.error;
+        if (file.error != FileError::none) return Outcome::unreadable;
+        const Outcome outcome = readSong(file.bytes);
+        file = {};
+        if (outcome != Outcome::loaded && outcome != Outcome::loadedInPart) return outcome;
+        m_editor.InitTimeInfo();
+        m_editor.BlkSize(m_kind);
+        m_editor.PackSysex();
+        m_editor.BlkSizeWave();
+        return outcome;
+    } catch (const std::bad_alloc&) {
+        m_fileError = FileError::tooLarge;
+        return Outcome::unreadable;
+    }
+}
+
+CTR9Doc::Outcome CTR9Doc::readSong(std::vector<std::uint8_t>& buffer)
+{
+    const auto length = static_cast<std::uint32_t>(buffer.size());
+    buffer.resize(buffer.size() + bufferTail);
+    const _EDT_FILE file = m_ports.files.recognise(buffer, length);
+    if (file.kind == 0) return Outcome::notSupported;
+    if (!m_editor.InitEditor()) {
+        m_ports.user.message(TextId::editorInitializeError, MessageKind::error);
+        return Outcome::notSupported;
+    }
+    m_kind = file.kind;
+    switch (m_editor.Load(file)) {
+    case LoadResult::complete: return Outcome::loaded;
+    case LoadResult::partial: return Outcome::loadedInPart;
+    default: return Outcome::notSupported;
+    }
+}
+
+bool CTR9Doc::startNewSong()
+{
+    m_kind = 0;
+    m_path.clear();
+    m_modified = false;
+    if (m_editor.InitEditor()) return true;
+    m_ports.user.message(TextId::editorInitializeError, MessageKind::error);
+    return false;
+}
+
+void CTR9Doc::detachSong()
+{
+    StopTransport();
+    m_ports.transport.bindSong(nullptr);
+}
+
+void CTR9Doc::StopTransport()
+{
+    if (m_ports.transport.isPlaying()) m_ports.transport.stop();
+}
+
+void CTR9Doc::handOver()
+{
+    m_ports.windows.songReplaced();
+    m_ports.transport.bindSong(&m_editor);
+    m_editor.SetTrkOnOff();
+}
+
+} // namespace tessaro
