@@ -92,13 +92,16 @@ TEST_F(FileTest, AFullDiskLeavesTheOldFile)
 {
     ASSERT_EQ(write(at("song"), "old"), FileError::none);
     // A limit on the size of files stands for the full disk; the signal that comes with it is ignored.
-    const auto saveBig = [&] {
-        signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{.rlim_cur = 1000, .rlim_max = 1000};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        std::_Exit(write(at("song"), std::string(5000, 'x')) == FileError::tooLarge ? 0 : 1);
-    };
-    EXPECT_EXIT(saveBig(), testing::ExitedWithCode(0), "");
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit limit{.rlim_cur = 1000, .rlim_max = before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    const FileError error = write(at("song"), std::string(5000, 'x'));
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+
+    EXPECT_EQ(error, FileError::tooLarge);
     EXPECT_EQ(read(at("song")), "old");
     EXPECT_EQ(fileCount(), 1);
 }
