@@ -9,8 +9,8 @@ namespace tessaro::cli {
 
 void ConsoleUser::message(int stringId, MessageKind kind)
 {
-    // The system's own text, and the English of it for whoever cannot read it.
     const auto id = static_cast<TextId>(stringId);
+    // The system's own text, and the English of it for whoever cannot read it.
     std::string line(text(id, Language::japanese));
     if (languageFromEnvironment() == Language::english)
         line.append(" (").append(text(id, Language::english)).append(")");
