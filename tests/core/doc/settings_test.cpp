@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/doc/list_settings.h"
+#include "core/doc/profile_store.h"
+#include "core/doc/recent_files.h"
+#include "core/doc/scratch_folder.h"
+#include "core/doc/settings.h"
+
+#include <gtest/gtest.h>
+
+namespace tessaro::test {
+namespace {
+
+TEST(Settings, BeforeTheFirstReadingNothingIsOpenAndAllIsFiltered)
+{
+    const Settings s;
+    EXPECT_EQ(s.midiOut, (std::vector<std::int32_t>(6, 0xFF)));
+    EXPECT_EQ(s.midiIn, 0xFF);
+    EXPECT_EQ(s.midiThru, 0xFF);
+    EXPECT_EQ(s.wavIn, 0xFF);
+    EXPECT_EQ(s.outFilter.mask(), 0xFFU);
+    EXPECT_EQ(s.thruFilter.mask(), 0xFFU);
+    EXPECT_EQ(s.inMask(), 0x10FFU);
+    EXPECT_EQ(s.wavInFmt, 11);
+    EXPECT_EQ(s.sysexOutInt, 2000);
+}
+
+TEST(Settings, AnEmptyStoreGivesTheDefaults)
+{
+    const ScratchFolder folder;
+    const ProfileStore store(folder / "none.ini");
+    Settings s;
+    s.read(store, 3, 2, "/app/");
+    EXPECT_EQ(s.midiOut, (std::vector<std::int32_t>{0, 1, 2})) << "a port for each driver";
+    EXPECT_TRUE(s.wavOut.empty());
+    EXPECT_EQ(s.midiIn, 0);
+    EXPECT_EQ(s.outFilter.mask(), 0U);
+    EXPECT_EQ(s.outFilter.drop[FilterSwitches::realTime], 1) << "real-time messages stay in";
+    EXPECT_EQ(s.inMask(), 0U);
+    EXPECT_EQ(s.inController[5], 0);
+    EXPECT_EQ(s.metroMidiCh, 10);
+    EXPECT_EQ(s.viewChase, 1);
+    EXPECT_EQ(s.midiChase, 0);
+    EXPECT_EQ(s.realRecBlockMode, 1);
+    EXPECT_EQ(s.waveDir, "/app/");
+}
+
+TEST(Settings, ControllersAreReadOneByOneOnlyForTheMixedSwitch)
+{
+    const ScratchFolder folder;
+    ProfileStore store(folder / "t.ini");
+    store.setInt("System", "Midi In Fltr Cntrl7", 1);
+    Settings s;
+    for (const auto& [control, seven, eight, bit] : {std::tuple(0, 0, 0, 0U), {1, 1, 1, 8U}, {2, 1, 0, 0U}}) {
+        store.setInt("System", "Midi In Fltr Cntrl", control);
+        s.read(store, 0, 0, "");
+        EXPECT_EQ(s.inController[7], seven) << control;
+        EXPECT_EQ(s.inController[8], eight) << control;
+        EXPECT_EQ(s.inMask(), bit) << control;
+    }
+}
+
+TEST(Settings, StrangeValuesStayWithinBounds)
+{
+    const ScratchFolder folder;
+    folder.write("t.ini",
+                 "[SYSTEM]\nmidi out port num=5000\nWav Out Port Num=-3\nSysex Size=-1\nsysex out size=2000000000\n");
+    const ProfileStore store(folder / "t.ini");
+    Settings s;
+    s.read(store, 1, 7, "");
+    EXPECT_EQ(s.midiOut.size(), 128U);
+    EXPECT_TRUE(s.wavOut.empty());
+    EXPECT_EQ(s.sysexSize, 0);
+    EXPECT_LE(s.sysexOutSize, 1 << 24);
+}
+
+TEST(Settings, WhatIsWrittenIsReadBackByAnotherProcess)
+{
+    const ScratchFolder folder;
+    const std::string path = folder / "new/deep/tessaro.ini";
+    Settings s;
+    {
+        ProfileStore store(path);
+        s.read(store, 2, 4, "/app/");
+        s.midiOut = {1, 0, 9};
+        s.wavOut = {3, 4};
+        s.thruFilter.drop[FilterSwitches::pitch] = 1;
+        s.inFilter.drop[FilterSwitches::control] = 2;
+        s.inController[127] = 1;
+        s.metroVelocity2 = 33;
+        s.waveDir = "/waves and more";
+        s.write(store);
+    }
+    const ProfileStore store(path);
+    Settings back;
+    back.read(store, 2, 4, "/app/");
+    EXPECT_EQ(back.midiOut, s.midiOut);
+    EXPECT_EQ(back.wavOut, s.wavOut);
+    EXPECT_EQ(back.thruFilter.mask(), 0x40U);
+    EXPECT_EQ(back.inController, s.inController);
+    EXPECT_EQ(back.metroVelocity2, 33);
+    EXPECT_EQ(back.waveDir, s.waveDir);
+    EXPECT_EQ(store.getInt("sYSTEM", "REC MODE", 5), 0);
+}
+
+TEST(ProfileStore, AFileThatCannotBeReadIsNotOverwritten)
+{
+    const ScratchFolder folder;
+    const std::string path = folder / "folder.ini";
+    std::filesystem::create_directory(path);
+    ProfileStore store(path);
+    EXPECT_FALSE(store.setInt("System", "Sync", 1));
+    EXPECT_FALSE(store.flush());
+    EXPECT_TRUE(std::filesystem::is_directory(path));
+}
+
+TEST(ListSettings, WidthsBelowOneAndFontsOfAnotherSizeFallBack)
+{
+    const ScratchFolder folder;
+    ProfileStore ini(folder / "ws.ini");
+    ini.setInt("List Hdr", "2", 0);
+    ini.setInt("List Hdr", "3", 55);
+    ini.setBinary("List", "Font", std::vector<std::uint8_t>(59, 1));
+    ini.setString("VceFileName", "0", std::string(300, 'x'));
+    ListSettings list;
+    list.read(ini);
+    EXPECT_EQ(list.columnWidths, (std::array{120, 120, 120, 55, 120, 120, 120}));
+    EXPECT_TRUE(list.font.empty());
+    EXPECT_EQ(readVceFileName(ini).size(), 260U);
+
+    list.font.assign(60, 7);
+    list.monitor = {0, 1, 0, 1};
+    list.write(ini);
+    ListSettings back;
+    back.read(ini);
+    EXPECT_EQ(back.font, list.font);
+    EXPECT_EQ(back.monitor, list.monitor);
+    EXPECT_EQ(readVceFileName(ProfileStore(folder / "no.ini")), "ZRVoiceListExtension5.ini");
+}
+
+TEST(RecentFiles, TenEachOnceTheLatestFirst)
+{
+    const ScratchFolder folder;
+    ProfileStore store(folder / "t.ini");
+    RecentFiles files;
+    for (int i = 0; i < 12; ++i) files.add("/songs/" + std::to_string(i));
+    files.add("/songs/x/../5");
+    EXPECT_EQ(files.paths().size(), 10U);
+    EXPECT_EQ(files.paths()[0], "/songs/5");
+    EXPECT_EQ(files.paths()[1], "/songs/11");
+    EXPECT_EQ(files.paths()[9], "/songs/2");
+    files.write(store);
+    files.remove("/songs/5");
+    files.write(store);
+    RecentFiles back;
+    back.read(store);
+    EXPECT_EQ(back.paths(), files.paths());
+}
+
+} // namespace
+} // namespace tessaro::test
