@@ -1,7 +1,7 @@
 # One GoogleTest program a folder of tests, `test_<folder>`, and every case of it a test of ctest, labelled with the
 # folder's name. A folder named after a room links that room and those below; any other folder links all rooms without
 # Qt. Tests link the static rooms, so that they reach what libtessaro hides. What several folders share is in
-# tests/support.
+# tests/support: a static library, so that each program takes only what it names.
 
 include(GoogleTest)
 find_package(GTest REQUIRED)
@@ -24,9 +24,6 @@ function(tessaro_add_test folder)
     add_executable(${target} ${sources})
     target_include_directories(${target} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
     target_compile_definitions(${target} PRIVATE TESSARO_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
-    if(TARGET tessaro_test_support)
-        target_link_libraries(${target} PRIVATE tessaro_test_support)
-    endif()
     if(folder IN_LIST TESSARO_CORE_ROOMS)
         target_link_libraries(${target} PRIVATE tessaro_${folder})
     elseif(NOT folder STREQUAL "house")
@@ -60,19 +57,11 @@ function(tessaro_add_test folder)
                          PROPERTIES TIMEOUT ${TESSARO_TEST_TIMEOUT} LABELS ${folder})
 endfunction()
 
-# What several test programs share; a static library, so that each takes only what it names.
-tessaro_sources(support "${CMAKE_SOURCE_DIR}/tests/support")
-if(support)
-    add_library(tessaro_test_support STATIC ${support})
-    target_include_directories(tessaro_test_support PUBLIC "${CMAKE_SOURCE_DIR}/tests" PRIVATE "${CMAKE_SOURCE_DIR}/src")
-    target_link_libraries(tessaro_test_support PRIVATE tessaro_options)
-endif()
-
 file(GLOB folders CONFIGURE_DEPENDS LIST_DIRECTORIES true RELATIVE "${CMAKE_SOURCE_DIR}/tests"
      "${CMAKE_SOURCE_DIR}/tests/*")
 list(REMOVE_ITEM folders support)
 foreach(folder IN LISTS folders)
-    if(IS_DIRECTORY "${CMAKE_SOURCE_DIR}/tests/${folder}" AND NOT folder MATCHES "^(support|data)$" AND (TESSARO_QT OR NOT folder MATCHES "^(views|app)$"))
+    if(IS_DIRECTORY "${CMAKE_SOURCE_DIR}/tests/${folder}" AND (TESSARO_QT OR NOT folder MATCHES "^(views|app)$"))
         tessaro_add_test(${folder})
     endif()
 endforeach()
