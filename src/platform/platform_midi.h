@@ -4,6 +4,7 @@
 #include "base/clock.h"
 #include "base/export.h"
 #include "base/messages.h"
+#include "platform/audio/sound_status.h"
 #include "realtime/loom/midi_system.h"
 
 #include <memory>
@@ -14,8 +15,8 @@ namespace tessaro {
 
 /// What PlatformMidi looks for, and where.
 struct PlatformOptions {
-    std::string soundFont;    ///< file name; empty: the first General MIDI SoundFont found in the usual folders
-    std::string jackServer;   ///< name of a JACK server; empty: the default one
+    std::string soundFont {};    ///< file name; empty: the first General MIDI SoundFont found in the usual folders
+    std::string jackServer {};   ///< name of a JACK server; empty: the default one
     double gain = 0.4;        ///< of the built-in synth, 0 to 10
     bool jack = true;         ///< MIDI and sound through JACK where a server runs
     bool alsa = true;         ///< ports of the ALSA sequencer
@@ -50,8 +51,10 @@ public:
     /// is taken away before it goes.
     void setChangeListener(MessageTarget* target);
 
-    /// One sentence for the window: which sound and MIDI ways are in use, or what is missing. Any thread but
-    /// a real-time one.
+    /// Which sound is in use, and which MIDI services, as "JACK". Any thread but a real-time one.
+    [[nodiscard]] SoundStatus soundStatus() const;
+    [[nodiscard]] std::vector<std::string> midiServices() const;
+    /// Both in one English sentence. Any thread but a real-time one.
     [[nodiscard]] std::string sentence() const;
     /// Opens the audio device and waits until frames flow, at most this long. False when none does.
     bool waitForSound(Nanos atMost);

@@ -3,8 +3,10 @@
 
 #include "base/clock.h"
 #include "platform/audio/audio_out.h"
+#include "platform/audio/sound_status.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -14,49 +16,61 @@
 
 namespace tessaro {
 
-/// One way to an audio device, from the best to the one that always works.
+/// One way to an audio device.
 struct AudioWay {
-    std::string name;
-    /// Null, and nothing left open, when the way does not lead anywhere.
-    std::function<std::unique_ptr<AudioOut>(AudioSource&)> open;
-    bool silent = false; ///< keeps time, but nothing is heard
+    std::string name; ///< as "JACK"; empty for the way that keeps time and plays nothing
+    /// Starts the device. Null, and nothing left open, when the way leads nowhere.
+    std::function<std::unique_ptr<AudioOut>()> open;
 };
 
-/// Keeps an AudioSource playing through the best way that works. A way is in use once its frames are seen to
-/// flow; when it fails to open, stands still for a second or loses its device, the next one is tried, and the
-/// better ones are tried again every few seconds. One thread polls; see sentence() and flowing().
+/// Keeps an AudioSource playing through the best way that works. A device is on trial, silent, until its frames
+/// are seen to flow; then it takes the source over. When the device in use stands still for a second or is lost,
+/// the ways are tried anew from the best; better ones are also tried again every few seconds. One thread polls.
 class AudioChain {
 public:
-    /// The source outlives the chain.
+    static constexpr Nanos patience = std::chrono::seconds(1);   ///< for frames to flow
+    static constexpr Nanos retryAfter = std::chrono::seconds(2); ///< pause before better ways are tried again
+
+    /// Ways from the best to the last resort. The source outlives the chain.
     AudioChain(std::vector<AudioWay> ways, AudioSource& source);
     ~AudioChain();
     AudioChain(const AudioChain&) = delete;
     AudioChain& operator=(const AudioChain&) = delete;
 
-    /// Looks after the way in use; opens the first at the first call. `now` on any steady clock.
+    /// To be called every tenth of a second or so. `now` is the time on any steady clock.
     void poll(Nanos now);
-    /// Frames are seen to flow. Any thread.
+    /// Frames of the source are seen to flow. Any thread.
     [[nodiscard]] bool flowing() const noexcept { return m_flowing.load(std::memory_order_acquire); }
-    /// What is in use, in one sentence without a full stop. Any thread but a real-time one.
-    [[nodiscard]] std::string sentence() const;
+    /// What is in use. Any thread but a real-time one.
+    [[nodiscard]] SoundStatus status() const;
 
 private:
-    bool open(std::size_t way, Nanos now);
-    void openFrom(std::size_t first, Nanos now);
-    void watch(Nanos now);
-    void tryBetter(Nanos now);
-    void setSentence(std::string text);
+    /// An open device, and when its frame count was last seen to grow.
+    struct Device {
+        std::unique_ptr<AudioOut> out;
+        std::size_t way = 0;
+        std::uint64_t frames = 0;
+        Nanos lastMove {};
 
-    std::vector<AudioWay> m_ways;
+        bool moved(Nanos now) noexcept;
+        [[nodiscard]] bool dead(Nanos now) const noexcept;
+    };
+
+    void checkPlaying(Nanos now);
+    void checkTrial(Nanos now);
+    void startTrial(Nanos now);
+    void takeOver();
+    void tell(SoundStatus status);
+
+    const std::vector<AudioWay> m_ways;
     AudioSource& m_source;
-    std::unique_ptr<AudioOut> m_out;
-    std::size_t m_way = 0;
-    std::uint64_t m_seenFrames = 0;
-    Nanos m_lastMove {};
-    Nanos m_nextTry {};
+    Device m_playing;
+    Device m_trial;
+    std::size_t m_candidate = 0; ///< the way to be tried next
+    Nanos m_nextRound {};        ///< when to start again with the best way
     std::atomic<bool> m_flowing {false};
-    mutable std::mutex m_lock; ///< of the sentence
-    std::string m_sentence;
+    mutable std::mutex m_lock; ///< of the status
+    SoundStatus m_status {.state = SoundState::starting};
 };
 
 } // namespace tessaro
