@@ -19,8 +19,8 @@ constexpr std::uint64_t endOfRun = 5;
 /// In MIDI sync the run gets no further than this ahead of the last clock.
 constexpr std::int64_t clockLead = std::int64_t{2} * midi::ticksPerClock;
 
-/// MIDI clocks of the past that one step still sends.
-constexpr std::int64_t clockBacklog = std::int64_t{16} * midi::ticksPerClock;
+/// No clock goes out sooner behind the one before, lest an absurd tempo fill the wire and the engine's time.
+constexpr auto leastClockGap = std::chrono::milliseconds(1);
 
 } // namespace
 
@@ -86,12 +86,11 @@ void Run::pause(Stamp stamp)
 
 void Run::playDue(Nanos now)
 {
-    limitClocks(now);
     while (m_running) {
         const Upcoming next = upcoming();
         if (next.what == Next::nothing || m_line.due(next.tick) > now) return;
         switch (next.what) {
-        case Next::clock: m_clockOut.sendClock(m_ports, {.due = stampDue(next.tick)}); break;
+        case Next::clock: playClock(next.tick); break;
         case Next::record: playRecord(next.tick); break;
         case Next::end: end(next.tick); break;
         case Next::nothing: break;
@@ -245,10 +244,11 @@ void Run::leadOthers(std::int64_t tick, Nanos time)
         m_clockOut.start(m_ports, tick, m_state.position.load(std::memory_order_relaxed), {.due = time});
 }
 
-/// Keeps a step short when an absurd tempo makes clocks faster than any wire.
-void Run::limitClocks(Nanos now)
+void Run::playClock(std::int64_t tick)
 {
-    if (m_clockOut.running()) m_clockOut.skipTo(m_line.tickAt(now) - clockBacklog);
+    const Nanos due = stampDue(tick);
+    m_clockOut.sendClock(m_ports, {.due = due});
+    m_clockOut.skipTo(m_line.tickAt(due + leastClockGap));
 }
 
 // MIDI sync

@@ -64,7 +64,7 @@ private:
     void watchPreCount(Nanos now);
     void countTicks(Nanos now);
     void leadOthers(std::int64_t tick, Nanos time);
-    void limitClocks(Nanos now);
+    void playClock(std::int64_t tick);
 
     void holdAtLimit(Nanos now);
     void steer(Nanos now);

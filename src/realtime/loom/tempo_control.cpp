@@ -2,7 +2,6 @@
 #include "realtime/loom/tempo_control.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace tessaro {
 
@@ -58,6 +57,7 @@ void TempoControl::play(std::uint32_t tempo)
     m_base = tempo;
 }
 
+/// Not reduced: the denominator stays the same from tempo to tempo, so the time line carries remainders over whole.
 TickLength TempoControl::length() const
 {
     TickLength length{.numerator = m_engine.base * thousand, .denominator = thousand + m_engine.relative};
@@ -65,8 +65,7 @@ TickLength TempoControl::length() const
         length.numerator *= million;
         length.denominator *= million + m_engine.trim;
     }
-    const std::int64_t common = std::gcd(length.numerator, length.denominator);
-    return {.numerator = length.numerator / common, .denominator = length.denominator / common};
+    return length;
 }
 
 } // namespace tessaro
