@@ -5,7 +5,6 @@
 #include "song_loader.h"
 
 #include <benchmark/benchmark.h>
-
 #include <malloc.h>
 
 #include <memory>
@@ -39,8 +38,8 @@ void importSong(benchmark::State& state, const std::vector<std::uint8_t>& song)
         state.ResumeTiming();
     }
     state.counters["bytes/note"] = held / notes;
-    state.counters["s/note"] = benchmark::Counter(
-        notes, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["s/note"] =
+        benchmark::Counter(notes, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 void importChunks(benchmark::State& state)

@@ -36,7 +36,7 @@ public:
 
 private:
     struct Document final : DocumentPort {
-        void SetModifiedFlag(bool) override { }
+        void SetModifiedFlag(bool) override {}
         [[nodiscard]] bool IsModified() const override { return false; }
     };
 

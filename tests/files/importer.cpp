@@ -31,7 +31,8 @@ PlainSong Importer::load(const Bytes& file)
     const LoadResult result = m_editor.Load(found);
     song.loaded = result != LoadResult::failed;
     song.partial = result == LoadResult::partial;
-    song.complaints = static_cast<int>(std::count(messages.begin(), messages.end(), 912));
+    song.complaints =
+        static_cast<int>(std::count(messages.begin(), messages.end(), static_cast<int>(TextId::badEvent)));
     if (!song.loaded) {
         m_editor.InitEditor();
         return song;

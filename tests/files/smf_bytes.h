@@ -14,7 +14,7 @@ class SmfBytes {
 public:
     SmfBytes& id(std::string_view text)
     {
-        m_bytes.insert(m_bytes.end(), text.begin(), text.end());
+        for (const char c : text) m_bytes.push_back(static_cast<std::uint8_t>(c));
         return *this;
     }
     SmfBytes& number(std::uint32_t value, int width)

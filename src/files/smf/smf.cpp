@@ -40,7 +40,7 @@ bool CSmf::Load(const _EDT_FILE& file)
     }
 }
 
-void CSmf::tellUnreadable() { m_editor.user().message(static_cast<int>(TextId::badEvent), MessageKind::error); }
+void CSmf::tellUnreadable() { m_editor.user().message(TextId::badEvent, MessageKind::error); }
 
 void CSmf::startChunk(std::uint32_t length)
 {
