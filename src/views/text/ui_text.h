@@ -9,10 +9,11 @@
 
 namespace tessaro {
 
-/// The texts of the windows in the language in use.
+/// The texts of the windows in the language in use, which is that of the table handed over.
 class UiText {
 public:
-    explicit UiText(Language language) : m_strings(language) { }
+    /// Borrowed.
+    explicit UiText(Strings& strings) : m_strings(strings) { }
 
     void setLanguage(Language language) { m_strings.setLanguage(language); }
     [[nodiscard]] Language language() const { return m_strings.language(); }
@@ -21,7 +22,7 @@ public:
     [[nodiscard]] QString plain(TextId id) const;
 
 private:
-    Strings m_strings;
+    Strings& m_strings;
 };
 
 /// A text of a song or a file, from the bytes as they stand there.

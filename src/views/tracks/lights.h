@@ -6,12 +6,6 @@
 
 namespace tessaro {
 
-class CTrk;
-
-/// The loudest velocity among the notes of a track that begin after `from` and not after `to`, song ticks; 0 without
-/// one. Costs a look-up for each block at hand and a step for each event between.
-[[nodiscard]] int loudestStart(const CTrk& track, std::uint32_t from, std::uint32_t to);
-
 /// The activity lights of tracks 0 to 100: a struck light shines by its velocity and fades within a third of a second.
 class Lights {
 public:

@@ -1,26 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/tracks/miniature.h"
 
-#include "core/model/trk.h"
+#include "views/tracks/note_walk.h"
 
 #include <algorithm>
 
 namespace tessaro {
-namespace {
-
-template <class Visit>
-void forEachNote(const CTrk& track, Visit&& visit)
-{
-    for (const CBlk* blk = track.blocks().head(); blk; blk = List<CBlk>::next(blk)) {
-        if (!blk->GetRealBlk()) continue;
-        const List<CEvnt>& events = blk->GetRealBlk()->events();
-        for (const CEvnt* e = events.head(); e; e = List<CEvnt>::next(e))
-            if (status::kind(e->GetStatus()) == status::note) visit(blk->GetTimeTop() + e->GetTime(), *e);
-    }
-}
-
-} // namespace
-
 Miniature::Miniature(const CTrk& track, std::uint32_t end)
 {
     for (const CBlk* blk = track.blocks().head(); blk; blk = List<CBlk>::next(blk))

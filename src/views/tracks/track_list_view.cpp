@@ -2,7 +2,7 @@
 #include "views/tracks/track_list_view.h"
 
 #include "views/theme/colours.h"
-#include "views/tracks/track_table.h"
+#include "views/tracks/track_list_model.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -16,7 +16,7 @@ namespace {
 /// Paints a cell from the palette; the track's colour and its light in the first column.
 class CellPainter : public QStyledItemDelegate {
 public:
-    CellPainter(const TrackTable& table, QObject* parent) : QStyledItemDelegate(parent), m_table(table) { }
+    CellPainter(const TrackListModel& table, QObject* parent) : QStyledItemDelegate(parent), m_table(table) { }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
@@ -96,12 +96,12 @@ private:
         painter.drawText(place, index.data(Qt::TextAlignmentRole).toInt(), text);
     }
 
-    const TrackTable& m_table;
+    const TrackListModel& m_table;
 };
 
 } // namespace
 
-TrackListView::TrackListView(TrackTable& table, QWidget* parent) : QTableView(parent), m_table(table)
+TrackListView::TrackListView(TrackListModel& table, QWidget* parent) : QTableView(parent), m_table(table)
 {
     setModel(&table);
     setItemDelegate(new CellPainter(table, this));

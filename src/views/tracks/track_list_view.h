@@ -5,7 +5,7 @@
 
 namespace tessaro {
 
-class TrackTable;
+class TrackListModel;
 
 /// The left side of the track pane: the table of tracks with their switches. M and S act on the row with the focus.
 class TrackListView : public QTableView {
@@ -13,7 +13,7 @@ public:
     static constexpr int rowHeight = 28;
     static constexpr int headerHeight = 28;
 
-    explicit TrackListView(TrackTable& table, QWidget* parent = nullptr);
+    explicit TrackListView(TrackListModel& table, QWidget* parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
     /// Sets the widths of the narrow columns for the font in use.
@@ -28,7 +28,7 @@ protected:
 private:
     bool toggleAt(const QPoint& place);
 
-    TrackTable& m_table;
+    TrackListModel& m_table;
 };
 
 } // namespace tessaro

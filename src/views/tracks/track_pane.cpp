@@ -3,7 +3,7 @@
 
 #include "views/tracks/song_overview.h"
 #include "views/tracks/track_list_view.h"
-#include "views/tracks/track_table.h"
+#include "views/tracks/track_list_model.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -14,7 +14,7 @@
 
 namespace tessaro {
 
-TrackPane::TrackPane(TrackTable& table, QWidget* parent)
+TrackPane::TrackPane(TrackListModel& table, QWidget* parent)
     : QWidget(parent)
     , m_splitter(new QSplitter(Qt::Horizontal, this))
     , m_list(new TrackListView(table))

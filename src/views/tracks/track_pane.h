@@ -10,12 +10,12 @@ namespace tessaro {
 
 class SongOverview;
 class TrackListView;
-class TrackTable;
+class TrackListModel;
 
 /// The track list and the overview of the song side by side, scrolled as one.
 class TrackPane : public QWidget {
 public:
-    explicit TrackPane(TrackTable& table, QWidget* parent = nullptr);
+    explicit TrackPane(TrackListModel& table, QWidget* parent = nullptr);
 
     [[nodiscard]] SongOverview& overview() const { return *m_overview; }
     [[nodiscard]] TrackListView& list() const { return *m_list; }

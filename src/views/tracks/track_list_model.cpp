@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "views/tracks/track_table.h"
+#include "views/tracks/track_list_model.h"
 
 #include "views/text/ui_text.h"
 
@@ -14,7 +14,7 @@ bool isSwitch(const QModelIndex& index)
 
 } // namespace
 
-void TrackTable::setRows(std::vector<TrackRow> rows)
+void TrackListModel::setRows(std::vector<TrackRow> rows)
 {
     const bool sameTracks = std::equal(rows.begin(), rows.end(), m_rows.begin(), m_rows.end(),
                                        [](const TrackRow& a, const TrackRow& b) { return a.track == b.track; });
@@ -33,7 +33,7 @@ void TrackTable::setRows(std::vector<TrackRow> rows)
     }
 }
 
-void TrackTable::setLights(const Lights& lights)
+void TrackListModel::setLights(const Lights& lights)
 {
     for (std::size_t r = 0; r < m_rows.size(); ++r) {
         const int level = lights.level(m_rows[r].track);
@@ -44,13 +44,13 @@ void TrackTable::setLights(const Lights& lights)
     }
 }
 
-void TrackTable::retranslate()
+void TrackListModel::retranslate()
 {
     headerDataChanged(Qt::Horizontal, 0, trackColumns - 1);
     if (!m_rows.empty()) dataChanged(index(0, 0), index(rowCount() - 1, trackColumns - 1));
 }
 
-void TrackTable::toggle(const QModelIndex& index)
+void TrackListModel::toggle(const QModelIndex& index)
 {
     if (!index.isValid() || !isSwitch(index)) return;
     const TrackRow& r = row(index);
@@ -61,14 +61,14 @@ void TrackTable::toggle(const QModelIndex& index)
     }
 }
 
-int TrackTable::rowCount(const QModelIndex& parent) const
+int TrackListModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
-int TrackTable::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : trackColumns; }
+int TrackListModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : trackColumns; }
 
-QString TrackTable::cellText(const TrackRow& r, TrackColumn column) const
+QString TrackListModel::cellText(const TrackRow& r, TrackColumn column) const
 {
     switch (column) {
     case TrackColumn::light: return {};
@@ -82,7 +82,7 @@ QString TrackTable::cellText(const TrackRow& r, TrackColumn column) const
     return {};
 }
 
-QString TrackTable::cellTip(const TrackRow& r, TrackColumn column) const
+QString TrackListModel::cellTip(const TrackRow& r, TrackColumn column) const
 {
     switch (column) {
     case TrackColumn::light: return m_text(TextId::tipLight);
@@ -94,7 +94,7 @@ QString TrackTable::cellTip(const TrackRow& r, TrackColumn column) const
     }
 }
 
-QVariant TrackTable::data(const QModelIndex& index, int role) const
+QVariant TrackListModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid()) return {};
     const TrackRow& r = row(index);
@@ -118,7 +118,7 @@ QVariant TrackTable::data(const QModelIndex& index, int role) const
     }
 }
 
-QVariant TrackTable::headerData(int section, Qt::Orientation orientation, int role) const
+QVariant TrackListModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation != Qt::Horizontal) return {};
     const auto column = static_cast<TrackColumn>(section);
@@ -137,7 +137,7 @@ QVariant TrackTable::headerData(int section, Qt::Orientation orientation, int ro
     return {};
 }
 
-Qt::ItemFlags TrackTable::flags(const QModelIndex& index) const
+Qt::ItemFlags TrackListModel::flags(const QModelIndex& index) const
 {
     Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
     if (isSwitch(index)) flags |= Qt::ItemIsUserCheckable;
@@ -145,7 +145,7 @@ Qt::ItemFlags TrackTable::flags(const QModelIndex& index) const
 }
 
 /// For assistive technology, which checks a cell; the mouse goes through `toggle`.
-bool TrackTable::setData(const QModelIndex& index, const QVariant& value, int role)
+bool TrackListModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
     if (role != Qt::CheckStateRole || !isSwitch(index)) return false;
     if (value != data(index, role)) toggle(index);

@@ -18,9 +18,9 @@ inline constexpr int trackColumns = 7;
 
 /// The rows of the track list as a table of the toolkit. It changes nothing itself: a click on a switch goes out
 /// through `onMute` and `onSolo` with the track and the wanted state, and comes back as new rows.
-class TrackTable : public QAbstractTableModel {
+class TrackListModel : public QAbstractTableModel {
 public:
-    explicit TrackTable(const UiText& text) : m_text(text) { }
+    explicit TrackListModel(const UiText& text) : m_text(text) { }
 
     std::function<void(int track, bool on)> onMute;
     std::function<void(int track, bool on)> onSolo;

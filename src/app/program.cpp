@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/program.h"
+
+#include "views/frame/user_settings.h"
+
+namespace tessaro {
+
+Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& strings, const ProgramFolders& folders,
+                 std::function<QString()> deviceSentence)
+    : m_text(strings)
+    , m_icons(folders.icons)
+    , m_wsIni(folders.appDirectory + "ws.ini")
+    , m_user(m_text)
+    , m_queue([this](const Message& message) {
+        if (m_windows.frame()) m_windows.frame()->handle(message);
+    })
+    , m_queueNotifier(m_queue.fd(), QSocketNotifier::Read)
+    , m_loom(clock, midi)
+    , m_smc({m_loom, clock, store, m_wsIni, m_user, strings})
+    , m_transport(m_smc)
+    , m_panel(m_smc, store)
+    , m_messages(m_smc, m_panel, m_media)
+    , m_devices(m_smc, midi)
+    , m_files(strings)
+    , m_document({m_files, m_user, m_windows, m_transport, m_waveLengths, m_waveOutput, m_score, m_styles, m_windows,
+                  strings})
+    , m_app({m_document, m_user, m_devices, m_windows, store, folders.appDirectory, folders.lockFolder})
+{
+    QObject::connect(&m_queueNotifier, &QSocketNotifier::activated, [this] { m_queue.drain(); });
+    m_theme.setAppearance(UserSettings(store).appearance());
+    m_smc.setMainWindow(&m_queue);
+    m_panel.setMainFrame(&m_queue);
+    m_transport.setPanel(&m_panel);
+    m_windows.setMaker([this, &store, sentence = std::move(deviceSentence)] {
+        return std::make_unique<CMainFrame>(FrameParts {m_app, m_document, m_panel, m_smc, m_messages, store, m_user,
+                                                        m_text, m_theme, m_icons, sentence});
+    });
+}
+
+Program::~Program()
+{
+    m_windows.close();
+    m_app.ExitInstance();
+    m_smc.setMainWindow(nullptr);
+}
+
+} // namespace tessaro

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/message_queue.h"
+#include "core/doc/tr9app.h"
+#include "core/doc/tr9doc.h"
+#include "core/ports/progress.h"
+#include "files/song_reader.h"
+#include "realtime/loom/loom.h"
+#include "realtime/play/smc.h"
+#include "realtime/transport/cnp_window.h"
+#include "realtime/transport/devices.h"
+#include "realtime/transport/realtime_messages.h"
+#include "realtime/transport/song_transport.h"
+#include "views/frame/main_windows.h"
+#include "views/frame/window_user.h"
+#include "views/text/ui_text.h"
+#include "views/theme/icons.h"
+#include "views/theme/theme.h"
+
+#include <QSocketNotifier>
+#include <QString>
+
+#include <functional>
+#include <string>
+
+namespace tessaro {
+
+/// The folders that the program works with.
+struct ProgramFolders {
+    std::string appDirectory; ///< with a slash at its end
+    std::string lockFolder;   ///< empty for no mark of a running instance
+    QString icons;
+};
+
+/// All objects of the window program, wired. The clock and the devices come from outside and outlive it, so the same
+/// wiring plays in real and in simulated time.
+class Program {
+public:
+    Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& strings, const ProgramFolders& folders,
+            std::function<QString()> deviceSentence);
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    /// Starts, with or without a song; false ends the process.
+    bool start(const CommandLine& commandLine) { return m_app.InitInstance(commandLine); }
+
+    [[nodiscard]] CMainFrame& frame() { return *m_windows.frame(); }
+    [[nodiscard]] CCnpWindow& panel() { return m_panel; }
+    [[nodiscard]] CTR9Doc& document() { return m_document; }
+    [[nodiscard]] CTR9App& app() { return m_app; }
+    [[nodiscard]] MessageQueue& queue() { return m_queue; }
+    [[nodiscard]] WindowUser& user() { return m_user; }
+    [[nodiscard]] UiText& text() { return m_text; }
+    [[nodiscard]] Theme& theme() { return m_theme; }
+
+private:
+    UiText m_text;
+    Theme m_theme;
+    Icons m_icons;
+    ProfileStore m_wsIni;
+    WindowUser m_user;
+    MainWindows m_windows;
+    MessageQueue m_queue;
+    QSocketNotifier m_queueNotifier;
+
+    Loom m_loom;
+    Smc m_smc;
+    SongTransport m_transport;
+    CCnpWindow m_panel;
+    NoMciPlayer m_media;
+    RealtimeMessages m_messages;
+    Devices m_devices;
+
+    SongReader m_files;
+    NullWaveLengths m_waveLengths;
+    NullWaveOutput m_waveOutput;
+    NullScoreLinks m_score;
+    NullStyleLinks m_styles;
+    CTR9Doc m_document;
+    CTR9App m_app;
+};
+
+} // namespace tessaro

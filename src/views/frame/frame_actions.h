@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QAction>
+#include <QActionGroup>
+
+#include <utility>
+#include <vector>
+
+class QMenu;
+class QMenuBar;
+
+namespace tessaro {
+
+class Icons;
+class UiText;
+enum class TextId : int;
+
+/// The commands of the main window with their icons and keys, and the menus that hold them. Keys work wherever the
+/// focus is.
+class FrameActions {
+public:
+    /// The window takes the actions, and outlives this object; so do icons and texts.
+    FrameActions(QWidget& window, const Icons& icons, const UiText& text);
+
+    QAction newSong;
+    QAction open;
+    QAction quit;
+    QAction top;
+    QAction play; ///< checked while the song plays
+    QAction stop;
+    QAction back;
+    QAction loop;
+    QAction metronome;
+    QAction keys;
+    QAction about;
+    QActionGroup appearance; ///< the actions carry the appearance's number
+    QActionGroup language;   ///< the actions carry -1 for the desktop's, or the language's number
+
+    /// Makes the menus once; the menu of recent files is the caller's to fill.
+    void fillMenuBar(QMenuBar& bar);
+    [[nodiscard]] QMenu& recentMenu() const { return *m_recentMenu; }
+    void retranslate();
+    /// Checks the action of this number.
+    static void choose(const QActionGroup& group, int number);
+    /// A table of commands and keys, as rich text.
+    [[nodiscard]] QString keyTable() const;
+
+private:
+    void addChoice(QActionGroup& group, TextId text, int number);
+
+    const UiText& m_text;
+    std::vector<std::pair<QAction*, TextId>> m_named; ///< every action with its text
+    std::vector<std::pair<QMenu*, TextId>> m_menus;
+    QMenu* m_recentMenu = nullptr; ///< a child of the menu bar
+};
+
+} // namespace tessaro

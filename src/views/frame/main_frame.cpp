@@ -1,0 +1,506 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/frame/main_frame.h"
+
+#include "core/doc/tr9app.h"
+#include "core/doc/tr9doc.h"
+#include "core/edit/hint_board.h"
+#include "core/ports/settings_store.h"
+#include "realtime/loom/loom.h"
+#include "realtime/transport/realtime_messages.h"
+#include "views/frame/open_filter.h"
+#include "views/frame/user_settings.h"
+#include "views/frame/window_placement.h"
+#include "views/frame/window_user.h"
+#include "views/text/ui_text.h"
+#include "views/theme/icons.h"
+#include "views/theme/theme.h"
+#include "views/tracks/song_overview.h"
+#include "views/tracks/track_list_view.h"
+#include "views/tracks/track_pane.h"
+#include "views/transport/location_text.h"
+#include "views/transport/transport_bar.h"
+#include "views/widgets/empty_hint.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QScreen>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace tessaro {
+namespace {
+
+constexpr int panelInterval = 100; // ms
+constexpr int followInterval = 33;
+constexpr int deviceInterval = 2000;
+constexpr std::uint32_t longestStep = 960; ///< ticks between two looks at the lights, unless the position jumped
+constexpr QSize usualSize(1280, 800);
+
+/// The local file that is dragged; empty for anything else.
+QString draggedFile(const QMimeData* data)
+{
+    return data->urls().size() == 1 ? data->urls().front().toLocalFile() : QString();
+}
+
+} // namespace
+
+CMainFrame::CMainFrame(const FrameParts& parts)
+    : m_parts(parts), m_actions(*this, parts.icons, parts.text), m_table(parts.text)
+{
+    setWindowIcon(m_parts.icons.picture(QStringLiteral("tessaro")));
+    setAcceptDrops(true);
+    layOut();
+    m_actions.fillMenuBar(*menuBar());
+    connectActions();
+    connectChoices();
+    connectTracks();
+
+    connect(&m_panelTimer, &QTimer::timeout, this, [this] { m_parts.panel.timer(); });
+    connect(&m_followTimer, &QTimer::timeout, this,
+            [this] { followPlay(static_cast<int>(m_sinceFollow.restart())); });
+    connect(&m_deviceTimer, &QTimer::timeout, this, [this] { showDevices(); });
+    connect(&m_refreshTimer, &QTimer::timeout, this, [this] { refreshSong(); });
+    m_refreshTimer.setSingleShot(true);
+    m_deviceTimer.start(deviceInterval);
+
+    m_parts.user.setWindow(this);
+    m_parts.user.onStatus = [this](const QString& sentence) { m_status->setNews(sentence); };
+    m_parts.panel.setObserver(this);
+    editor().addObserver(this);
+    retranslate();
+    refreshSong();
+    showDevices();
+}
+
+CMainFrame::~CMainFrame()
+{
+    editor().removeObserver(this);
+    m_parts.panel.setObserver(nullptr);
+    m_parts.user.setWindow(nullptr);
+    m_parts.user.onStatus = nullptr;
+}
+
+CEditor& CMainFrame::editor() const { return m_parts.document.GetEditor(); }
+
+void CMainFrame::layOut()
+{
+    auto* body = new QWidget(this);
+    m_bar = new TransportBar(
+        m_parts.icons,
+        {m_actions.top, m_actions.play, m_actions.stop, m_actions.loop, m_actions.metronome}, m_parts.text, body);
+    m_stack = new QStackedWidget(body);
+    m_empty = new EmptyHint(m_parts.icons.icon(QStringLiteral("song")));
+    m_pane = new TrackPane(m_table);
+    m_status = new StatusLine(m_parts.icons, body);
+    m_stack->addWidget(m_empty);
+    m_stack->addWidget(m_pane);
+
+    auto* layout = new QVBoxLayout(body);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_bar);
+    layout->addWidget(m_stack, 1);
+    layout->addWidget(m_status);
+    setCentralWidget(body);
+    resize(usualSize);
+    m_pane->splitter().setSizes({384, usualSize.width() - 384});
+    m_pane->list().setFocus();
+}
+
+void CMainFrame::connectActions()
+{
+    CCnpWindow& panel = m_parts.panel;
+    const auto on = [this](QAction& action, auto work) { connect(&action, &QAction::triggered, this, work); };
+    on(m_actions.newSong, [this] {
+        if (!m_status->busy()) m_parts.app.OnFileNew();
+    });
+    on(m_actions.open, [this] { askForFile(); });
+    on(m_actions.quit, [this] { close(); });
+    on(m_actions.play, [this, &panel] {
+        panel.SpaceKey();
+        stateChanged(); // the button follows the song, not the click
+    });
+    on(m_actions.stop, [&panel] { panel.Stop(); });
+    on(m_actions.top, [&panel] { panel.Top(); });
+    on(m_actions.back, [&panel] { panel.ESCKey(); });
+    on(m_actions.loop, [this] { toggleLoop(); });
+    on(m_actions.metronome, [&panel] { panel.ShortCutMETRONOMEClicked(); });
+    on(m_actions.keys, [this] {
+        QMessageBox(QMessageBox::NoIcon, m_parts.text.plain(TextId::commandKeys), m_actions.keyTable(),
+                    QMessageBox::Close, this)
+            .exec();
+    });
+    on(m_actions.about, [this] {
+        QMessageBox::about(this, m_parts.text.plain(TextId::commandAbout),
+                           m_parts.text(TextId::aboutText).arg(QStringLiteral(TESSARO_VERSION)));
+    });
+    connect(&m_empty->button(), &QPushButton::clicked, &m_actions.open, &QAction::trigger);
+    connect(&m_actions.recentMenu(), &QMenu::aboutToShow, this, [this] { fillRecentMenu(); });
+}
+
+void CMainFrame::connectChoices()
+{
+    UserSettings settings(m_parts.store);
+    FrameActions::choose(m_actions.appearance, static_cast<int>(settings.appearance()));
+    FrameActions::choose(m_actions.language, settings.languageNumber());
+    connect(&m_actions.appearance, &QActionGroup::triggered, this, [this](const QAction* action) {
+        const auto appearance = static_cast<Appearance>(action->data().toInt());
+        UserSettings(m_parts.store).setAppearance(appearance);
+        m_parts.theme.setAppearance(appearance);
+    });
+    connect(&m_actions.language, &QActionGroup::triggered, this, [this](const QAction* action) {
+        UserSettings store(m_parts.store);
+        store.setLanguageNumber(action->data().toInt());
+        m_parts.text.setLanguage(store.language());
+        retranslate();
+    });
+}
+
+void CMainFrame::connectTracks()
+{
+    m_table.onMute = [this](int track, bool on) { setMute(track, on); };
+    m_table.onSolo = [this](int track, bool on) { setSolo(track, on); };
+    m_table.portName = [this](int port) { return portName(port); };
+    m_pane->overview().onLocate = [this](std::uint32_t tick) {
+        if (!m_status->busy()) m_parts.panel.SetLocation(static_cast<long>(tick));
+    };
+    m_pane->overview().onLoop = [this](std::uint32_t start, std::uint32_t end) { markLoop(start, end); };
+}
+
+// Files
+
+bool CMainFrame::openFile(const QString& path)
+{
+    if (m_status->busy()) return false;
+    const bool opened = m_parts.app.OnFileOpen(QFileInfo(path).absoluteFilePath().toStdString());
+    announceSong();
+    return opened;
+}
+
+void CMainFrame::askForFile()
+{
+    if (m_status->busy()) return;
+    QFileDialog dialog(this, m_parts.text.plain(TextId::commandOpen));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters(openFilters(m_parts.text(TextId::openFilter)));
+    const std::string& current = m_parts.document.GetPathName();
+    if (!current.empty()) dialog.setDirectory(QFileInfo(QString::fromStdString(current)).absolutePath());
+    if (dialog.exec() == QDialog::Accepted) openFile(dialog.selectedFiles().constFirst());
+}
+
+void CMainFrame::fillRecentMenu()
+{
+    QMenu& menu = m_actions.recentMenu();
+    menu.clear();
+    const std::vector<std::string>& paths = m_parts.app.GetRecentFiles().paths();
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const QString name = QFileInfo(QString::fromStdString(paths[i])).fileName();
+        QAction* action = menu.addAction(QStringLiteral("&%1  %2").arg((i + 1) % 10).arg(QString(name).replace(
+            QLatin1Char('&'), QLatin1String("&&"))));
+        action->setToolTip(QString::fromStdString(paths[i]));
+        connect(action, &QAction::triggered, this, [this, i] {
+            if (m_status->busy()) return;
+            m_parts.app.OnFileRecent(i);
+            announceSong();
+        });
+    }
+    if (paths.empty()) menu.addAction(m_parts.text(TextId::recentNone))->setEnabled(false);
+    menu.setToolTipsVisible(true);
+}
+
+void CMainFrame::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!draggedFile(event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void CMainFrame::dropEvent(QDropEvent* event)
+{
+    const QString file = draggedFile(event->mimeData());
+    if (file.isEmpty()) return;
+    event->acceptProposedAction();
+    openFile(file);
+}
+
+// The song
+
+void CMainFrame::songReplaced()
+{
+    m_parts.panel.SetTop();
+    m_status->setNews({});
+    refreshSong();
+}
+
+void CMainFrame::songToTop()
+{
+    m_parts.panel.SetTop();
+    m_parts.panel.Top();
+}
+
+void CMainFrame::setSyncMode(int mode) { m_parts.panel.SetSyncMode(static_cast<unsigned>(mode)); }
+
+void CMainFrame::refreshSong()
+{
+    m_refreshTimer.stop();
+    const CEditor& song = editor();
+    std::vector<TrackRow> rows = trackRows(song);
+    const std::uint32_t end = song.GetTimeEnd();
+    std::vector<Miniature> miniatures;
+    m_starts.clear();
+    for (const TrackRow& row : rows) {
+        miniatures.emplace_back(*song.song().trk(row.track), end);
+        m_starts.emplace_back(*song.song().trk(row.track));
+    }
+    SongOverview::Measures measures;
+    measures.top = [&song](std::uint32_t measure) { return song.MeasToTime({measure, 0, 0}); };
+    measures.nearest = [&song](std::uint32_t tick) { return song.GetMeasTime(tick); };
+    _EDT_MEAS last;
+    song.TimeToMeas(end > 0 ? end - 1 : 0, last);
+    measures.count = last.meas;
+
+    m_lights.clear();
+    m_stack->setCurrentIndex(rows.empty() ? 0 : 1);
+    m_pane->overview().setSong(rows, std::move(miniatures), end, std::move(measures));
+    m_table.setRows(std::move(rows));
+    m_table.setLights(m_lights);
+    showTitle();
+    stateChanged();
+    showPosition(m_parts.panel.GetLocation());
+}
+
+void CMainFrame::refreshRows()
+{
+    std::vector<TrackRow> rows = trackRows(editor());
+    m_pane->overview().setRows(rows);
+    m_table.setRows(std::move(rows));
+}
+
+void CMainFrame::onHint(const HintObserver*, int code, CEditor*)
+{
+    switch (code) {
+    case hint::trkSolo:
+    case hint::trkMute:
+    case hint::chSolo:
+    case hint::chMute:
+    case hint::soloMute:
+    case hint::trkCh:
+    case hint::trkPort:
+    case hint::allTrkPort: refreshRows(); break;
+    case hint::sysSetupChng: showDevices(); break;
+    default:
+        if (!m_status->busy()) m_refreshTimer.start(0);
+    }
+}
+
+void CMainFrame::setMute(int track, bool on)
+{
+    editor().SetTrkMute(track, on);
+    editor().SetTrkSoloMute();
+}
+
+void CMainFrame::setSolo(int track, bool on)
+{
+    editor().SetTrkSolo(track, on);
+    editor().SetTrkSoloMute();
+}
+
+void CMainFrame::showTitle()
+{
+    const QString path = QString::fromStdString(m_parts.document.GetPathName());
+    const QFileInfo file(path);
+    const bool unnamed = path.isEmpty();
+    m_bar->setSongName(unnamed ? m_parts.text(TextId::songUntitled) : file.completeBaseName());
+    setWindowTitle(QStringLiteral("%1[*] - Tessaro").arg(unnamed ? m_parts.text(TextId::songUntitled)
+                                                                 : file.fileName()));
+    setWindowModified(m_parts.document.IsModified());
+}
+
+/// Says in the status line what came in, unless something more important stands there.
+void CMainFrame::announceSong()
+{
+    if (m_table.rows().empty() || !m_status->news().isEmpty()) return;
+    const std::uint32_t end = editor().GetTimeEnd();
+    _EDT_MEAS last;
+    editor().TimeToMeas(end > 0 ? end - 1 : 0, last);
+    m_status->setNews(m_parts.text(TextId::songLoaded)
+                          .arg(m_table.rows().size())
+                          .arg(last.meas)
+                          .arg(utf8Text(clockText(editor().TimeToMsecond(end)))));
+}
+
+// The transport
+
+void CMainFrame::stateChanged()
+{
+    m_actions.play.setChecked(m_parts.panel.GetPlayBtn());
+    m_actions.metronome.setChecked(m_parts.panel.GetMetronome());
+    SongOverview::Loop loop;
+    loop.on = m_parts.panel.GetLoop(loop.start, loop.end);
+    m_actions.loop.setChecked(loop.on);
+    m_pane->overview().setLoop(loop);
+}
+
+void CMainFrame::toggleLoop()
+{
+    std::uint32_t start = 0;
+    std::uint32_t end = 0;
+    m_parts.panel.GetLoop(start, end);
+    if (start == end) m_parts.panel.SetLoop(0, editor().GetTimeEnd()); // all of the song until one is marked
+    m_parts.panel.ShortCutLoopClicked();
+    stateChanged();
+}
+
+void CMainFrame::markLoop(std::uint32_t start, std::uint32_t end)
+{
+    std::uint32_t oldStart = 0;
+    std::uint32_t oldEnd = 0;
+    const bool on = m_parts.panel.GetLoop(oldStart, oldEnd);
+    m_parts.panel.SetLoop(start, end);
+    if (!on) m_parts.panel.ShortCutLoopClicked();
+}
+
+void CMainFrame::locationShown(std::uint32_t tick)
+{
+    m_countingIn = false;
+    showPosition(tick);
+}
+
+void CMainFrame::textShown(const std::string& text)
+{
+    m_countingIn = true;
+    m_bar->setLocation(utf8Text(text));
+}
+
+void CMainFrame::tempoShown(int) { showPosition(m_parts.panel.GetLocation()); }
+
+void CMainFrame::showPosition(std::uint32_t tick)
+{
+    const CEditor& song = editor();
+    _EDT_MEAS place;
+    _EDT_MEASINFO measure;
+    _EDT_TIMEINFO tempo;
+    song.TimeToMeas(tick, place);
+    song.GetMeasInfo(place.meas, measure);
+    song.GetTimeInfo(tick, tempo);
+    const int relative = 1000 + m_parts.smc.loom().getLoomRelativeTempo();
+    const auto real = static_cast<std::uint32_t>(std::uint64_t {tempo.tempo} * 1000 / static_cast<unsigned>(std::max(relative, 1)));
+    m_bar->setLocation(utf8Text(locationText(place)));
+    m_bar->setClock(utf8Text(clockText(song.TimeToMsecond(tick))));
+    m_bar->setTempo(utf8Text(tempoText(real)));
+    m_bar->setSignature(utf8Text(signatureText(measure.num, measure.den)));
+    m_pane->overview().setPosition(tick);
+}
+
+void CMainFrame::timerWanted(bool on)
+{
+    if (on) {
+        m_lightTick = m_parts.smc.smcGetPlayCount();
+        m_sinceFollow.start();
+        m_panelTimer.start(panelInterval);
+        m_followTimer.start(followInterval);
+    } else {
+        m_panelTimer.stop();
+        m_followTimer.stop();
+        m_lights.clear();
+        m_table.setLights(m_lights);
+    }
+}
+
+void CMainFrame::followPlay(int milliseconds)
+{
+    if (m_status->busy() || m_countingIn) return;
+    const std::uint32_t now = m_parts.smc.smcGetPlayCount();
+    showPosition(now);
+    if (now < m_lightTick || now - m_lightTick > longestStep) m_lightTick = now; // it jumped
+    m_lights.fade(milliseconds);
+    const std::vector<TrackRow>& rows = m_table.rows();
+    for (std::size_t r = 0; r < rows.size(); ++r) {
+        if (!rows[r].sounding) continue;
+        if (const int loudest = m_starts[r].loudest(m_lightTick, now + 1); loudest > 0)
+            m_lights.strike(rows[r].track, loudest);
+    }
+    m_lightTick = now + 1;
+    m_table.setLights(m_lights);
+}
+
+void CMainFrame::busy(bool on)
+{
+    if (on)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+// The window
+
+void CMainFrame::handle(const Message& message)
+{
+    if (m_parts.messages.handle(message)) return;
+    if (message.id == msg::devicesChanged) {
+        m_parts.app.OnDeviceChange();
+        showDevices();
+    }
+}
+
+void CMainFrame::showDevices() { m_status->setDevices(m_parts.deviceSentence()); }
+
+QString CMainFrame::portName(int port) const
+{
+    const std::uint8_t driver = m_parts.app.GetMidiOut(static_cast<std::uint8_t>(port));
+    const std::string name = m_parts.app.GetDrvName(driver);
+    return name.empty() ? QStringLiteral("---") : songText(name);
+}
+
+void CMainFrame::showInPlace()
+{
+    const QSize desk = screen()->size();
+    if (const auto place = loadPlacement(m_parts.store, desk.width(), desk.height())) {
+        setGeometry(QRect(place->left, place->top, place->right - place->left, place->bottom - place->top));
+        if (place->maximized) setWindowState(windowState() | Qt::WindowMaximized);
+    } else {
+        resize(usualSize.boundedTo(screen()->availableSize()));
+    }
+    show();
+    announceSong();
+}
+
+void CMainFrame::closeEvent(QCloseEvent* event)
+{
+    if (m_status->busy()) {
+        event->ignore();
+        return;
+    }
+    m_parts.panel.Stop();
+    const QSize desk = screen()->size();
+    const QRect place = isMaximized() ? normalGeometry() : geometry();
+    savePlacement(m_parts.store,
+                  {.left = place.x(), .top = place.y(), .right = place.x() + place.width(),
+                   .bottom = place.y() + place.height(), .maximized = isMaximized()},
+                  desk.width(), desk.height());
+    event->accept();
+}
+
+void CMainFrame::retranslate()
+{
+    m_actions.retranslate();
+    m_bar->retranslate();
+    m_table.retranslate();
+    m_pane->list().fitColumns();
+    m_pane->list().setAccessibleName(m_parts.text(TextId::paneTracks));
+    m_pane->overview().setAccessibleName(m_parts.text(TextId::paneOverview));
+    m_pane->overview().setToolTip(m_parts.text(TextId::tipOverview));
+    m_empty->setSentence(m_parts.text(TextId::emptySong));
+    m_empty->button().setText(m_parts.text(TextId::commandOpen));
+    showTitle();
+}
+
+} // namespace tessaro

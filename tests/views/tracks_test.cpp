@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "song_fixture.h"
+#include "views/tracks/lights.h"
+#include "views/tracks/miniature.h"
+#include "views/tracks/note_starts.h"
+#include "views/tracks/track_rows.h"
+
+#include <gtest/gtest.h>
+
+namespace tessaro {
+namespace {
+
+TEST(TrackRows, ListTracksWithBlocksAndWhatSounds)
+{
+    SongFixture song;
+    EXPECT_TRUE(trackRows(song.editor).empty());
+    for (const int track : {1, 4, 100}) song.addBlock(track, 0, 1920);
+    song.editor.SetTrkMute(4, true);
+    auto rows = trackRows(song.editor);
+    ASSERT_EQ(rows.size(), 3U);
+    EXPECT_EQ(rows[1].track, 4);
+    EXPECT_EQ(rows[1].channel, 3);
+    EXPECT_TRUE(rows[0].sounding);
+    EXPECT_FALSE(rows[1].sounding);
+
+    song.editor.SetTrkSolo(4, true); // a muted track with solo plays, and alone
+    rows = trackRows(song.editor);
+    EXPECT_FALSE(rows[0].sounding);
+    EXPECT_TRUE(rows[1].sounding);
+    EXPECT_FALSE(rows[2].sounding);
+}
+
+TEST(Miniature, PutsNotesWhereTheyPlay)
+{
+    SongFixture song;
+    const std::uint32_t end = Miniature::parts * 10; // ten ticks a part
+    CBlk& blk = song.addBlock(1, 1000, 5000);
+    SongFixture::addNote(blk, 1000, 40, 100, 20); // lowest: parts 100 and 101
+    SongFixture::addNote(blk, 2000, 99, 100, 0);  // highest, without length: part 200
+    SongFixture::addNote(blk, 4990, 60, 100, 1'000'000); // runs past the song's end
+    const Miniature picture(*song.editor.song().trk(1), end);
+
+    ASSERT_EQ(picture.blocks().size(), 1U);
+    EXPECT_EQ(picture.blocks()[0].top, 1000U);
+    EXPECT_EQ(picture.bandsIn(0, 100), 0);
+    EXPECT_EQ(picture.bandsIn(100, 102), 1);
+    EXPECT_EQ(picture.bandsIn(102, 200), 0);
+    EXPECT_EQ(picture.bandsIn(200, 201), 1 << (Miniature::bands - 1));
+    EXPECT_NE(picture.bandsIn(1023, 5000), 0);
+    EXPECT_EQ(Miniature(*song.editor.song().trk(2), 0).bandsIn(0, Miniature::parts), 0);
+}
+
+TEST(NoteStarts, FindNotesThatBegin)
+{
+    SongFixture song;
+    CBlk& first = song.addBlock(1, 480, 1920);
+    SongFixture::addNote(first, 480, 60, 30, 4000);
+    SongFixture::addNote(first, 500, 60, 90, 10);
+    SongFixture::addNote(first, 960, 60, 127, 10);
+    CBlk& overlapping = song.addBlock(1, 490, 4000);
+    SongFixture::addNote(overlapping, 495, 60, 64, 10);
+    const NoteStarts starts(*song.editor.song().trk(1));
+
+    EXPECT_EQ(starts.loudest(0, 480), 0);
+    EXPECT_EQ(starts.loudest(480, 481), 30);
+    EXPECT_EQ(starts.loudest(481, 490), 0); // begun before, still sounding
+    EXPECT_EQ(starts.loudest(481, 500), 64);
+    EXPECT_EQ(starts.loudest(0, 961), 127);
+    EXPECT_EQ(starts.loudest(961, 0xFFFFFFFFU), 0);
+    EXPECT_EQ(starts.loudest(960, 480), 0);
+}
+
+TEST(Lights, FadeAway)
+{
+    Lights lights;
+    lights.strike(3, 127);
+    lights.strike(4, 1);
+    EXPECT_EQ(lights.level(3), Lights::brightest);
+    EXPECT_GT(lights.level(4), 0);
+    EXPECT_LT(lights.level(4), lights.level(3));
+    lights.fade(100);
+    lights.strike(3, 1); // a soft note does not dim a bright light
+    EXPECT_GT(lights.level(3), lights.level(4));
+    lights.fade(1000);
+    EXPECT_EQ(lights.level(3), 0);
+    EXPECT_EQ(lights.level(1), 0);
+}
+
+} // namespace
+} // namespace tessaro
