@@ -19,6 +19,7 @@ std::vector<std::string> shortNames(const std::vector<std::string>& names, const
                                     std::string_view section)
 {
     std::vector<std::string> found;
+    found.reserve(names.size());
     for (const std::string& name : names)
         found.push_back(ini.getString(section, name, name).substr(0, longestShortName));
     return found;

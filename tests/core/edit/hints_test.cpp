@@ -128,7 +128,9 @@ TEST(Hints, SideEffectsComeBeforeTheViewsHear)
     e.AddTempo(0, fast);
     const POSITION tempo = e.GetTailEvntPos(0, 0);
     b.view.read = [&](int code, CEditor* editor) {
-        if (code == hint::locationChng) { EXPECT_EQ(editor->TimeToMsecond(480), 250U); }
+        if (code == hint::locationChng) {
+            EXPECT_EQ(editor->TimeToMsecond(480), 250U);
+        }
     };
     EXPECT_EQ(e.TimeToMsecond(480), 500U) << "the map is a cache";
     e.HintLocationChng(e.GetTrkPos(0), e.GetHeadBlkPos(0), tempo, tempo);
