@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "realtime/play/literal_player.h"
+#include "realtime/play/module_model.h"
+#include "realtime/play/random_song.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace tessaro::test {
+namespace {
+
+constexpr std::uint32_t songLength = 8000;
+
+bool isValid(const std::vector<std::uint8_t>& m)
+{
+    const auto low = [](std::uint8_t b) { return b < 0x80; };
+    if (m.empty() || m[0] < 0x80) return false;
+    if (m[0] == 0xF0) return m.back() == 0xF7 && std::all_of(m.begin() + 1, m.end() - 1, low);
+    const std::size_t length = (m[0] & 0xE0U) == 0xC0 ? 2 : m[0] < 0xF0 || m[0] == 0xF2 ? 3 : 1;
+    return m.size() == length && std::all_of(m.begin() + 1, m.end(), low);
+}
+
+/// Follows a whole log: what sounds, and that nothing is odd.
+class Listener {
+public:
+    void hear(const std::vector<Heard>& log)
+    {
+        for (const Heard& h : log) {
+            ASSERT_TRUE(isValid(h.bytes));
+            ASSERT_GE(h.due, m_last) << "time goes backwards";
+            m_last = h.due;
+            const auto note = std::make_tuple(h.port, h.bytes[0] & 0x0F, h.bytes.size() > 1 ? h.bytes[1] : 0);
+            if (h.isNoteOn()) ++m_sounding[note];
+            if (h.isNoteOff()) {
+                ASSERT_GT(m_sounding[note], 0) << "off before on";
+                --m_sounding[note];
+            }
+        }
+    }
+    [[nodiscard]] int sounding() const
+    {
+        int count = 0;
+        for (const auto& [note, n] : m_sounding) count += n;
+        return count;
+    }
+
+private:
+    std::map<std::tuple<int, int, int>, int> m_sounding;
+    Nanos m_last{};
+};
+
+class RandomPlay : public testing::TestWithParam<std::uint32_t> {};
+
+TEST_P(RandomPlay, SendsWhatTheLongWayTells)
+{
+    Dice dice{GetParam()};
+    PlayBench bench;
+    makeRandomSong(bench, dice, songLength);
+    bench.bind();
+    const std::uint32_t from = dice.oneIn(3) ? 0 : dice.below(songLength);
+    std::uint32_t loopStart = dice.below(songLength);
+    std::uint32_t loopEnd = dice.oneIn(3) ? loopStart : from + 1 + dice.below(2000);
+    if (dice.oneIn(3) && loopEnd > 200) loopStart = loopEnd - 1 - dice.below(200);
+
+    bench.smc.smcLocateQuiet(from, true);
+    bench.smc.smcSetLoopStart(loopStart);
+    bench.smc.smcSetLoopEnd(loopEnd);
+    bench.take();
+    bench.smc.smcPlayStart();
+    bench.run(std::chrono::seconds{dice.between(1, 20)});
+    const std::int64_t played = bench.loom.ticksPlayed();
+
+    LiteralPlayer literal{bench.editor, from, loopStart, loopEnd};
+    const std::vector<LiteralPlayer::Out> expected = literal.steps(static_cast<unsigned>(played) + 2);
+    std::vector<LiteralPlayer::Out> got;
+    for (const Heard& h : bench.take())
+        if (h.tick) got.push_back({*h.tick, h.port, h.bytes});
+    ASSERT_LE(got.size(), expected.size());
+    for (std::size_t i = 0; i < got.size(); ++i) {
+        ASSERT_EQ(got[i].tick, expected[i].tick) << i;
+        ASSERT_EQ(got[i].bytes, expected[i].bytes) << i << " at " << got[i].tick;
+        ASSERT_EQ(got[i].port, expected[i].port) << i;
+    }
+    LiteralPlayer shorter{bench.editor, from, loopStart, loopEnd};
+    if (bench.smc.smcPlayStatus()) {
+        EXPECT_GE(got.size(), shorter.steps(static_cast<unsigned>(played)).size()) << "nothing is missing";
+    }
+}
+
+TEST_P(RandomPlay, LeavesNothingHangingWhateverHappens)
+{
+    Dice dice{GetParam()};
+    PlayBench bench;
+    makeRandomSong(bench, dice, songLength);
+    bench.bind();
+    Listener listener;
+    for (int i = 0; i < 40; ++i) {
+        const int track = static_cast<int>(dice.between(1, 6));
+        switch (dice.below(14)) {
+        case 0: bench.panel.SetMIDIChase(!bench.panel.GetMIDIChase()); break;
+        case 1: bench.panel.SetLocation(static_cast<long>(dice.below(songLength))); break;
+        case 2: {
+            const std::uint32_t start = dice.below(songLength);
+            bench.panel.SetLoop(start, start + dice.below(1000));
+            break;
+        }
+        case 3: bench.panel.ShortCutLoopClicked(); break;
+        case 4:
+            bench.editor.SetTrkMute(track, dice.oneIn(2));
+            bench.editor.SetTrkOnOff();
+            break;
+        case 5:
+            bench.editor.SetTrkSolo(track, dice.oneIn(2));
+            bench.editor.SetTrkOnOff();
+            break;
+        case 6: bench.panel.SetRelativeTempo(static_cast<long>(dice.below(3000)) - 500); break;
+        case 7: bench.panel.SetTranspose(static_cast<int>(dice.below(25)) - 12); break;
+        case 8: bench.editor.SetTrkCh(track, dice.byteBelow(3)); break;
+        case 9: bench.editor.SetTrkPort(track, dice.byteBelow(2)); break;
+        case 10: bench.panel.Stop(); break;
+        case 11:
+            bench.editor.StopSeq();
+            bench.editor.PlaySeq();
+            break;
+        case 12: bench.panel.ShortCutMETRONOMEClicked(); break;
+        default: bench.panel.Start(); break;
+        }
+        bench.run(std::chrono::milliseconds{dice.below(2500)});
+        bench.main.pump();
+        bench.panel.timer();
+        ASSERT_NO_FATAL_FAILURE(listener.hear(bench.take()));
+        if (!bench.smc.running()) {
+            ASSERT_EQ(listener.sounding(), 0) << "after step " << i;
+        }
+    }
+    bench.panel.Stop();
+    bench.run(std::chrono::milliseconds{20});
+    ASSERT_NO_FATAL_FAILURE(listener.hear(bench.take()));
+    EXPECT_EQ(listener.sounding(), 0);
+}
+
+TEST_P(RandomPlay, ChaseBringsModulesWhereTheSongWouldHave)
+{
+    Dice dice{GetParam()};
+    PlayBench bench;
+    makeRandomSong(bench, dice, songLength);
+    bench.bind();
+    const std::uint32_t target = dice.between(1, songLength + 100);
+    bench.smc.smcLocateQuiet(target, true);
+    bench.run(std::chrono::milliseconds{10});
+
+    struct Item {
+        std::uint32_t time;
+        int port;
+        std::vector<std::uint8_t> bytes;
+    };
+    std::vector<Item> items;
+    for (int track = 0; track < trackCount; ++track) {
+        const CTrk& trk = *bench.editor.song().trk(track);
+        for (const CBlk* blk = trk.blocks().head(); blk; blk = List<CBlk>::next(blk)) {
+            _EDT_EVNT e;
+            for (POSITION pos = blk->GetHeadPos(); blk->GetNextEvnt(pos, e);) {
+                const auto add = [&](std::uint8_t kind, std::vector<std::uint8_t> data) {
+                    data.insert(data.begin(), kind == 0xF0 ? kind : static_cast<std::uint8_t>(kind | trk.GetCh()));
+                    items.push_back({blk->GetTimeTop() + e.time, trk.GetPort(), std::move(data)});
+                };
+                const std::uint8_t kind = e.status & 0xF0U;
+                const std::uint8_t msb = kind == 0x10 ? 99 : 101;
+                if (kind == 0x10 || kind == 0x20) {
+                    add(0xB0, {msb, e.post1});
+                    add(0xB0, {static_cast<std::uint8_t>(msb - 1), e.post2});
+                    add(0xB0, {6, e.post3});
+                    add(0xB0, {38, e.post4});
+                } else if (kind == 0x30) {
+                    add(0xB0, {0, e.post1});
+                    add(0xB0, {32, e.post2});
+                    add(0xC0, {e.post3});
+                } else if (kind == 0xC0 || kind == 0xD0) {
+                    add(kind, {e.post1});
+                } else if (kind == 0xA0 || kind == 0xB0 || kind == 0xE0) {
+                    add(kind, {e.post1, e.post2});
+                } else if (e.status == 0xF0) {
+                    add(0xF0, {e.data, e.data + e.szData});
+                }
+            }
+        }
+    }
+    std::stable_sort(items.begin(), items.end(), [](const Item& a, const Item& b) { return a.time < b.time; });
+    Modules played;
+    for (const Item& item : items)
+        if (item.time < target) played.take(item.port, item.bytes);
+    Modules chased;
+    for (const Heard& h : bench.take()) {
+        EXPECT_FALSE(h.isNoteOn());
+        EXPECT_FALSE(h.tick.has_value());
+        chased.take(h.port, h.bytes);
+    }
+    for (int port = 0; port < 2; ++port) {
+        for (std::size_t channel = 0; channel < 16; ++channel) {
+            // Which parameter stays selected is no part of a sound; what was entered is.
+            ModuleChannel& a = played.ports[port][channel];
+            ModuleChannel& b = chased.ports[port][channel];
+            a.registered = b.registered = true;
+            EXPECT_EQ(a.controls, b.controls) << port << ' ' << channel;
+            EXPECT_EQ(a.parameters, b.parameters) << port << ' ' << channel;
+            EXPECT_EQ(a.voice, b.voice) << port << ' ' << channel;
+            EXPECT_EQ(std::tie(a.bend, a.pressure, a.poly), std::tie(b.bend, b.pressure, b.poly));
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Songs, RandomPlay, testing::Range(1U, 61U));
+
+} // namespace
+} // namespace tessaro::test
