@@ -260,7 +260,7 @@ bool JackMidi::poll(Nanos now)
 
 void JackMidi::connected(jack_client_t* client)
 {
-    measureOffset();
+    m_offset = Nanos::zero();
     m_freeOut = jack_port_register(client, "out", JACK_DEFAULT_MIDI_TYPE, JackPortIsOutput, 0);
     m_freeIn = jack_port_register(client, "in", JACK_DEFAULT_MIDI_TYPE, JackPortIsInput, 0);
     for (Port* port : m_open) port->registerAt(client);
@@ -277,18 +277,19 @@ void JackMidi::disconnected() noexcept
     for (Port* port : m_open) port->forget();
 }
 
-// Of several readings the one that took the least time is the truest.
-void JackMidi::measureOffset() noexcept
+// The two clocks drift apart, tens of microseconds a second. A reading that took long tells little.
+void JackMidi::followOffset() noexcept
 {
-    Nanos least = Nanos::max();
-    for (int i = 0; i < 8; ++i) {
-        const Nanos before = m_clock.now();
-        const Nanos jack = std::chrono::microseconds(jack_get_time());
-        const Nanos took = m_clock.now() - before;
-        if (took >= least) continue;
-        least = took;
-        m_offset = before + took / 2 - jack;
-    }
+    constexpr Nanos quick = std::chrono::microseconds(50);
+    constexpr int smoothing = 16;
+    const Nanos before = m_clock.now();
+    const Nanos jack = std::chrono::microseconds(jack_get_time());
+    const Nanos took = m_clock.now() - before;
+    const Nanos offset = before + took / 2 - jack;
+    if (m_offset == Nanos::zero())
+        m_offset = offset;
+    else if (took < quick)
+        m_offset += (offset - m_offset) / smoothing;
 }
 
 JackMidi::Cycle JackMidi::cycleOf(jack_client_t* client, jack_nframes_t frames) const noexcept
@@ -304,6 +305,7 @@ JackMidi::Cycle JackMidi::cycleOf(jack_client_t* client, jack_nframes_t frames) 
 
 void JackMidi::process(jack_client_t* client, jack_nframes_t frames) noexcept
 {
+    followOffset();
     const Cycle cycle = cycleOf(client, frames);
     if (m_freeOut) jack_midi_clear_buffer(jack_port_get_buffer(m_freeOut, frames));
     m_outs.forEach([&](Out& out) { out.process(cycle); });

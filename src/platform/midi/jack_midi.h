@@ -42,7 +42,7 @@ private:
     template <class P, std::size_t N>
     void close(P& port, RtSlots<P, N>& slots);
     [[nodiscard]] Cycle cycleOf(jack_client_t* client, jack_nframes_t frames) const noexcept;
-    void measureOffset() noexcept;
+    void followOffset() noexcept;
 
     JackClient& m_client;
     const Clock& m_clock;
@@ -51,7 +51,7 @@ private:
     unsigned m_serial = 0;
     jack_port_t* m_freeOut = nullptr;
     jack_port_t* m_freeIn = nullptr;
-    Nanos m_offset {}; ///< engine's clock less JACK's
+    Nanos m_offset {}; ///< engine's clock less JACK's; JACK's thread
     RtSlots<Out, 128> m_outs;
     RtSlots<In, 16> m_ins;
 };

@@ -5,8 +5,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <fluidsynth.h>
+#include <fstream>
+#include <string_view>
 #include <utility>
 
 namespace tessaro {
@@ -43,6 +44,14 @@ Settings makeSettings(const SynthOptions& options)
     return settings;
 }
 
+bool looksLikeSoundFont(const std::string& path)
+{
+    std::array<char, 12> head {};
+    std::ifstream file(path, std::ios::binary);
+    return file.read(head.data(), head.size()) && std::string_view(head.data(), 4) == "RIFF"
+        && std::string_view(head.data() + 8, 4) == "sfbk";
+}
+
 bool startsWith(std::span<const std::uint8_t> bytes, std::initializer_list<int> pattern)
 {
     constexpr int any = -1;
@@ -69,9 +78,8 @@ std::unique_ptr<Synth> Synth::create(const SynthOptions& options, std::string& w
         why = "the synth cannot play at " + std::to_string(chosen.rate) + " Hz";
         return nullptr;
     }
-    std::error_code ignored;
-    if (!std::filesystem::is_regular_file(chosen.soundFont, ignored)) {
-        why = "there is no SoundFont " + chosen.soundFont;
+    if (!looksLikeSoundFont(chosen.soundFont)) {
+        why = chosen.soundFont + " is not a SoundFont";
         return nullptr;
     }
     auto library = std::make_unique<Library>();

@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/message_queue.h"
+#include "base/real_clock.h"
+#include "platform/jack_server.h"
+#include "platform/midi/jack_midi.h"
+#include "platform/platform_midi.h"
+#include "platform/recording_sink.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <optional>
+
+using namespace std::chrono_literals;
+
+namespace tessaro {
+
+namespace {
+
+const std::string listenerDriver = "JACK MIDI: listener:in";
+constexpr jack_nframes_t periodFrames = 256;
+constexpr Nanos period {periodFrames * std::nano::den / 48000};
+
+class Jack : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (!JackServer::installed()) GTEST_SKIP() << "jackd is not installed";
+        ASSERT_TRUE(server.start());
+    }
+
+    RealClock clock;
+    JackServer server;
+};
+
+class JackMidiPorts : public Jack {
+protected:
+    void SetUp() override
+    {
+        Jack::SetUp();
+        if (IsSkipped() || HasFatalFailure()) return;
+        client.emplace(server.name());
+        midi.emplace(*client, clock);
+        midi->poll(clock.now());
+        ASSERT_TRUE(client->running());
+    }
+
+    std::optional<JackClient> client;
+    std::optional<JackMidi> midi;
+};
+
+Bytes note(int number, bool on)
+{
+    return {static_cast<std::uint8_t>((on ? 0x90 : 0x80) | (number & 0x0F)), static_cast<std::uint8_t>(number / 128 % 128),
+            static_cast<std::uint8_t>(number % 128)};
+}
+
+} // namespace
+
+TEST_F(JackMidiPorts, DeliverABurstAndALongSysexCompletelyAndInOrder)
+{
+    JackListener listener(server);
+    const auto out = midi->openOutput(listenerDriver);
+    ASSERT_TRUE(out);
+    Bytes expected;
+    const auto send = [&](const Bytes& bytes) {
+        expected.insert(expected.end(), bytes.begin(), bytes.end());
+        return out->send(bytes, clock.now());
+    };
+    for (int i = 0; i < 2500; ++i) ASSERT_TRUE(send(note(i, true)));
+    ASSERT_TRUE(send(sysexOf(65536)));
+    EXPECT_TRUE(out->busy());
+    for (int i = 0; i < 2500; ++i) ASSERT_TRUE(send(note(i, false)));
+
+    EXPECT_TRUE(waitFor([&] { return listener.stream().size() >= expected.size(); }));
+    EXPECT_FALSE(out->busy());
+    EXPECT_TRUE(listener.stream() == expected);
+}
+
+TEST_F(JackMidiPorts, PlaceEachMessageAtTheFrameOfItsDueTime)
+{
+    JackListener listener(server);
+    const auto out = midi->openOutput(listenerDriver);
+    ASSERT_TRUE(out);
+    std::this_thread::sleep_for(1s); // the server's clock filter settles
+    constexpr std::size_t count = 200;
+    std::vector<double> planned;
+    for (std::size_t i = 0; i < count; ++i) {
+        const Nanos due = clock.now() + 500us;
+        clock.sleepUntil(due);
+        out->send(note(static_cast<int>(i), true), due);
+        planned.push_back(client->with([&](jack_client_t* c) {
+            const Nanos jackDue = due - clock.now() + std::chrono::microseconds(jack_get_time());
+            return jack_time_to_frames(c, static_cast<jack_time_t>(jackDue.count() / 1000)) + periodFrames;
+        }));
+    }
+    ASSERT_TRUE(waitFor([&] { return listener.events().size() >= count; }));
+    std::vector<double> errors;
+    for (std::size_t i = 0; i < count; ++i) errors.push_back(std::abs(listener.events()[i].frame - planned[i]));
+    std::sort(errors.begin(), errors.end());
+    EXPECT_LE(errors[count / 2], 10) << "frames; a busy machine sends some late";
+}
+
+TEST_F(JackMidiPorts, StampWhatComesInOnTheEnginesClock)
+{
+    RecordingSink sink;
+    const auto out = midi->openOutput("JACK MIDI: Tessaro out");
+    const auto in = midi->openInput("JACK MIDI: Tessaro in", sink);
+    ASSERT_TRUE(out && in);
+    client->with([](jack_client_t* c) { return jack_connect(c, "Tessaro:out", "Tessaro:in"); });
+    std::vector<Nanos> due;
+    for (int i = 0; i < 50; ++i) {
+        due.push_back(clock.now());
+        ASSERT_TRUE(out->send(note(i, true), due.back()));
+        std::this_thread::sleep_for(3ms);
+    }
+    ASSERT_TRUE(waitFor([&] { return sink.messages().size() >= due.size(); }));
+    std::vector<Nanos> latency;
+    for (std::size_t i = 0; i < due.size(); ++i) latency.push_back(sink.times()[i] - due[i]);
+    std::sort(latency.begin(), latency.end());
+    EXPECT_NEAR(static_cast<double>(latency[due.size() / 2].count()), static_cast<double>(period.count()), 1.5e6);
+    EXPECT_EQ(sink.messages()[7], note(7, true));
+}
+
+TEST_F(JackMidiPorts, ComeBackWithTheServer)
+{
+    std::optional<JackListener> listener;
+    listener.emplace(server);
+    const auto out = midi->openOutput(listenerDriver);
+    ASSERT_TRUE(out);
+    ASSERT_TRUE(out->send(note(1, true), clock.now()));
+    EXPECT_TRUE(waitFor([&] { return listener->events().size() == 1; }));
+
+    server.kill();
+    EXPECT_TRUE(waitFor([&] { return !out->send(note(2, true), clock.now()); })) << "a dead server takes nothing";
+    listener.reset();
+    EXPECT_TRUE(midi->poll(clock.now()));
+    EXPECT_TRUE(midi->outputs().empty());
+
+    ASSERT_TRUE(server.start());
+    EXPECT_TRUE(waitFor([&] { return midi->poll(clock.now()) && client->running(); }));
+    listener.emplace(server);
+    const auto arrives = [&] {
+        midi->poll(clock.now());
+        out->send(note(3, true), clock.now());
+        return !listener->events().empty();
+    };
+    EXPECT_TRUE(waitFor(arrives)) << "the open port is connected again by name";
+    EXPECT_EQ(listener->stream()[0], note(3, true)[0]) << "nothing left over from before";
+}
+
+TEST_F(Jack, SoundAndNewsFollowTheServer)
+{
+    std::vector<std::uint64_t> news;
+    MessageQueue queue([&](const Message& message) {
+        if (message.id == msg::devicesChanged) news.push_back(message.wParam);
+    });
+    PlatformMidi midi(clock, {.jackServer = server.name(), .alsa = false, .soundDevices = false});
+    midi.setChangeListener(&queue);
+    const std::vector<std::string> all {"Tessaro Synth", "JACK MIDI: Tessaro out", "Loopback"};
+    EXPECT_EQ(midi.outputs(), all);
+    if (!midi.waitForSound(5s)) GTEST_SKIP() << midi.sentence();
+    EXPECT_EQ(midi.sentence(), "Sound: JACK, 48000 Hz; MIDI: JACK.");
+    const auto first = midi.openOutput(0);
+    const auto second = midi.openOutput(0);
+    EXPECT_TRUE(first && second) << "ports share the synth";
+
+    server.kill();
+    EXPECT_TRUE(waitFor([&] { return midi.soundStatus().state == SoundState::silent; }));
+    EXPECT_TRUE(first->send(note(60, true), clock.now())) << "time goes on without sound";
+    midi.refresh();
+    EXPECT_EQ(midi.outputs(), (std::vector<std::string> {"Tessaro Synth", "Loopback"}));
+    EXPECT_TRUE(waitFor([&] { return queue.drain() > 0 && !news.empty(); }));
+
+    ASSERT_TRUE(server.start());
+    EXPECT_TRUE(waitFor([&] { return midi.soundStatus().state == SoundState::playing; }));
+    EXPECT_TRUE(waitFor([&] {
+        queue.drain();
+        return news.size() >= 2;
+    }));
+    EXPECT_EQ(news, (std::vector<std::uint64_t> {0x8004, 0x8000}));
+    midi.refresh();
+    EXPECT_EQ(midi.outputs(), all);
+    midi.setChangeListener(nullptr);
+}
+
+} // namespace tessaro
