@@ -25,7 +25,7 @@ std::vector<std::string> shortNames(const std::vector<std::string>& names, const
     return found;
 }
 
-Metronome metronomeOf(const Settings& s)
+MetronomeSettings metronomeOf(const Settings& s)
 {
     return {s.metroPort,     std::clamp(s.metroMidiCh, 1, 16) - 1, s.metroNote1, s.metroNote2, s.metroVelocity1,
             s.metroVelocity2};

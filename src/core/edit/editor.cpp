@@ -26,7 +26,7 @@ CEditor::CEditor(const EditorPorts& ports)
     : m_ports(ports)
     , m_maps(m_song, ports.score, ports.user)
     , m_progress(ports.progress)
-    , m_switches(m_song, ports.transport, ports.waveOutput, ports.styles)
+    , m_soloMute(m_song, ports.transport, ports.waveOutput, ports.styles)
 {
     if (!InitEditor()) m_ports.user.message(TextId::editorInitializeError, MessageKind::error);
 }

@@ -6,9 +6,9 @@
 #include "core/edit/editor_ports.h"
 #include "core/edit/hint_board.h"
 #include "core/edit/progress_bar.h"
+#include "core/edit/solo_mute.h"
 #include "core/edit/song.h"
 #include "core/edit/song_maps.h"
-#include "core/edit/track_switches.h"
 
 #include <cstdint>
 #include <string>
@@ -151,8 +151,8 @@ public:
     bool SetSoloOff(POSITION trk);
     void SetTrkSoloMute();
     /// Sets the engine's switch of every track from solo and mute.
-    void SetTrkOnOff() { m_switches.setOnOff(); }
-    [[nodiscard]] bool IsSoloExist() const { return m_switches.isSoloExist(); }
+    void SetTrkOnOff() { m_soloMute.setOnOff(); }
+    [[nodiscard]] bool IsSoloExist() const { return m_soloMute.isSoloExist(); }
     [[nodiscard]] bool IsSoloExistStyle() const { return m_ports.styles.isSoloExist(); }
     /// All MIDI tracks of a port and channel; solo leaves all others without.
     void SetChSoloOn(std::uint8_t port, std::uint8_t ch);
@@ -396,7 +396,7 @@ private:
     HintBoard m_hints;
     EditStep m_step;
     ProgressBar m_progress;
-    TrackSwitches m_switches;
+    SoloMute m_soloMute;
     std::uint32_t m_fileLength = 0;
     bool m_modifyLock = false;
 };

@@ -121,12 +121,12 @@ bool CEditor::SetSoloOn(POSITION trk)
     if (!trk) return false;
     const int soloed = Song::numberOf(trk);
     trkAt(trk)->SetSolo(true);
-    m_switches.set(soloed, true);
+    m_soloMute.set(soloed, true);
     m_ports.styles.clearSolo();
     HintTrkSolo(trk);
     for (int n = 1; n < trackCount; ++n) {
         if (n == soloed) continue;
-        m_switches.set(n, false);
+        m_soloMute.set(n, false);
         CTrk* other = m_song.trk(n);
         if (!other->GetSolo()) continue;
         other->SetSolo(false);

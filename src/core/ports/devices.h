@@ -13,11 +13,12 @@ namespace tessaro {
 
 class MessageTarget;
 
-struct Metronome {
+/// Channel from 0; the first note sounds at the start of a bar, the second at the other beats.
+struct MetronomeSettings {
     int port = 1;
-    int channel = 9; ///< from 0
-    int note1 = 22;  ///< at the start of a bar
-    int note2 = 21;  ///< at the other beats
+    int channel = 9;
+    int note1 = 22;
+    int note2 = 21;
     int velocity1 = 90;
     int velocity2 = 90;
 };
@@ -62,7 +63,7 @@ public:
     virtual void setThruTrans(int semitones) = 0;
     /// 0 internal, 1 MIDI.
     virtual void setSyncMode(int mode) = 0;
-    virtual void setMetronome(const Metronome& metronome) = 0;
+    virtual void setMetronome(const MetronomeSettings& metronome) = 0;
     virtual void setWavePorts(std::span<const std::int32_t> drivers) = 0;
 
     /// Sends at once, ahead of the queue. Any thread. The result is the engine's status word, 0 for success.

@@ -20,7 +20,7 @@ struct FakeDevices final : DevicePort {
     std::string fail;
     std::vector<std::string> outs = {"Synth", "Port A"};
     EngineStart start = EngineStart::started;
-    Metronome metronome;
+    MetronomeSettings metronome;
     std::vector<std::int32_t> ports;
 
     explicit FakeDevices(Log& l) : log(l) {}
@@ -54,7 +54,7 @@ struct FakeDevices final : DevicePort {
     void setThruCh(int channel) override { note("thruCh" + std::to_string(channel)); }
     void setThruTrans(int semitones) override { note("thruTrans" + std::to_string(semitones)); }
     void setSyncMode(int mode) override { note("sync" + std::to_string(mode)); }
-    void setMetronome(const Metronome& m) override
+    void setMetronome(const MetronomeSettings& m) override
     {
         metronome = m;
         note("metronome");

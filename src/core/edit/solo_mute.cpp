@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/edit/track_switches.h"
+#include "core/edit/solo_mute.h"
 
 #include "core/edit/song.h"
 
 namespace tessaro {
 
-bool TrackSwitches::isSoloExist() const
+bool SoloMute::isSoloExist() const
 {
     for (int n = 1; n < trackCount; ++n)
         if (const CTrk* trk = m_song.trk(n); trk && trk->GetSolo()) return true;
     return false;
 }
 
-void TrackSwitches::setOnOff()
+void SoloMute::setOnOff()
 {
     const bool soloed = isSoloExist() || m_styles.isSoloExist();
     for (int n = 1; n < trackCount; ++n)
@@ -20,7 +20,7 @@ void TrackSwitches::setOnOff()
     m_styles.setOnOff();
 }
 
-void TrackSwitches::set(int number, bool on)
+void SoloMute::set(int number, bool on)
 {
     if (m_transport.getTrkSw(number) == on) return;
     m_transport.setTrkSw(number, on);

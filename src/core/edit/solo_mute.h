@@ -11,9 +11,9 @@ class Song;
 
 /// How solo and mute make the on/off switch of each track in the engine; on a wave track the audio side
 /// follows. The engine is told of differences only. Main thread, also while the song plays.
-class TESSARO_API TrackSwitches {
+class TESSARO_API SoloMute {
 public:
-    TrackSwitches(const Song& song, Transport& transport, WaveOutput& waves, StyleLinks& styles)
+    SoloMute(const Song& song, Transport& transport, WaveOutput& waves, StyleLinks& styles)
         : m_song(song)
         , m_transport(transport)
         , m_waves(waves)
