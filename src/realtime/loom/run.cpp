@@ -91,7 +91,7 @@ void Run::playDue(Nanos now)
         if (next.what == Next::nothing || m_line.due(next.tick) > now) return;
         switch (next.what) {
         case Next::clock: playClock(next.tick); break;
-        case Next::record: playRecord(next.tick); break;
+        case Next::record: playRecord(*next.record, next.tick); break;
         case Next::end: end(next.tick); break;
         case Next::nothing: break;
         }
@@ -101,12 +101,16 @@ void Run::playDue(Nanos now)
 /// At one tick the clock goes first and the end last.
 Run::Upcoming Run::upcoming()
 {
+    const _LOOM_QUE_REC* record = m_queue.front();
+    // Asked behind the queue, so that no record of a run armed meanwhile is taken for one of this run.
+    if (m_state.run.load(std::memory_order_acquire) != m_run) return {};
+
     Upcoming next;
     const auto consider = [&](Next what, std::int64_t tick) {
-        if (next.what == Next::nothing || tick < next.tick) next = {.what = what, .tick = tick};
+        if (next.what == Next::nothing || tick < next.tick) next = {.what = what, .tick = tick, .record = record};
     };
     if (m_clockOut.running()) consider(Next::clock, m_clockOut.nextTick());
-    if (const _LOOM_QUE_REC* record = m_queue.front()) consider(Next::record, recordTick(*record));
+    if (record) consider(Next::record, recordTick(*record));
     const std::uint32_t playEnd = m_state.playEnd.load(std::memory_order_relaxed);
     if (playEnd != 0 && !m_preCount)
         consider(Next::end, m_anchorTick + std::int64_t{playEnd} - std::int64_t{m_anchorSong});
@@ -129,9 +133,9 @@ Nanos Run::stampDue(std::int64_t tick)
     return m_lastDue;
 }
 
-void Run::playRecord(std::int64_t tick)
+void Run::playRecord(const _LOOM_QUE_REC& queued, std::int64_t tick)
 {
-    const _LOOM_QUE_REC record = *m_queue.front();
+    const _LOOM_QUE_REC record = queued;
     m_queue.pop();
     m_firstRecord = false;
     m_queueTick = tick;

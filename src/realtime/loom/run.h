@@ -45,13 +45,14 @@ private:
     struct Upcoming {
         Next what = Next::nothing;
         std::int64_t tick = 0;
+        const _LOOM_QUE_REC* record = nullptr; // still in the queue
     };
 
     void noticeNewRun(Nanos now);
     void begin(Nanos time);
     void pause(Stamp stamp);
     void playDue(Nanos now);
-    void playRecord(std::int64_t tick);
+    void playRecord(const _LOOM_QUE_REC& queued, std::int64_t tick);
     void playTempo(std::uint32_t tempo, std::int64_t tick);
     void playRealtime(const _LOOM_QUE_REC& record, std::int64_t tick, Stamp stamp);
     void end(std::int64_t tick);
