@@ -10,11 +10,11 @@ namespace tessaro {
 /// would leave the file returns false; the place is then wherever the last whole byte was read.
 class FileCursor {
 public:
-    FileCursor(std::uint8_t* bytes, std::uint32_t length) noexcept : m_bytes(bytes), m_length(length) {}
+    FileCursor(const std::uint8_t* bytes, std::uint32_t length) noexcept : m_bytes(bytes), m_length(length) {}
 
     [[nodiscard]] std::uint32_t pos() const noexcept { return m_pos; }
     [[nodiscard]] std::uint32_t left() const noexcept { return m_length - m_pos; }
-    [[nodiscard]] std::uint8_t* bytes() const noexcept { return m_bytes; }
+    [[nodiscard]] const std::uint8_t* bytes() const noexcept { return m_bytes; }
     /// `pos` lies within the file or at its end.
     void moveTo(std::uint32_t pos) noexcept { m_pos = pos; }
     /// Only behind a byte that was read.
@@ -74,7 +74,7 @@ public:
     }
 
 private:
-    std::uint8_t* m_bytes;
+    const std::uint8_t* m_bytes;
     std::uint32_t m_length;
     std::uint32_t m_pos = 0;
 };

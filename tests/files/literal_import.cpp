@@ -372,14 +372,12 @@ private:
     }
     bool shortEvent(unsigned target, int length)
     {
+        const u8 post1 = byte();
+        const u8 post2 = length == 2 ? byte() : u8{0};
         const int n = trackOf(target);
         if (n < 0) return false;
-        skip(static_cast<u64>(length));
-        m_pos -= static_cast<u64>(length);
         raise(block(n), m_now.time);
-        PlainEvent& e = add(n);
-        e.post1 = byte();
-        if (length == 2) e.post2 = byte();
+        add(n, post1, post2);
         return true;
     }
     bool noteOn(unsigned target)

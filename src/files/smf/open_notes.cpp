@@ -29,19 +29,18 @@ void OpenNotes::open(CEvnt& note, const SmfClock& now)
     waiting.last = index;
 }
 
-bool OpenNotes::close(std::uint8_t channel, std::uint8_t pitch, const SmfClock& now)
+void OpenNotes::close(std::uint8_t channel, std::uint8_t pitch, const SmfClock& now)
 {
     if (pitch == 0) {
         closeZeros(channel, 0, now);
-        return false;
+        return;
     }
     Queue& waiting = queue(channel, pitch);
     const Index taker = waiting.first;
-    if (taker == none) return false;
+    if (taker == none) return;
     waiting.first = m_notes[taker].next;
     closeZeros(channel, m_notes[taker].serial, now);
     finish(taker, now);
-    return true;
 }
 
 void OpenNotes::closeZeros(std::uint8_t channel, std::uint32_t afterSerial, const SmfClock& now)

@@ -31,8 +31,8 @@ public:
     [[nodiscard]] bool empty() const noexcept { return m_count == 0; }
     /// Takes a note that has its time, status and pitch. Throws bad_alloc.
     void open(CEvnt& note, const SmfClock& now);
-    /// A note-off. True when a note has used it up and its pitch in the file is to be overwritten with 0.
-    bool close(std::uint8_t channel, std::uint8_t pitch, const SmfClock& now);
+    /// A note-off.
+    void close(std::uint8_t channel, std::uint8_t pitch, const SmfClock& now);
     /// Ends all notes that are still open.
     void closeAll(const SmfClock& now);
 

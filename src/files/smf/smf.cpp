@@ -100,51 +100,47 @@ bool CSmf::LoadChannelEvnt()
 
 bool CSmf::LoadNoteOff()
 {
-    const std::uint32_t pitchAt = m_in.pos();
-    if (!m_in.skip(2)) return false;
-    closeNote(pitchAt);
+    std::uint8_t pitch = 0;
+    if (!m_in.readByte(pitch) || !m_in.skip(1)) return false;
+    closeNote(pitch);
     return true;
-}
-
-void CSmf::closeNote(std::uint32_t pitchAt)
-{
-    std::uint8_t& pitch = m_in.bytes()[pitchAt];
-    if (m_open.close(status::channel(m_status), pitch, m_clock)) pitch = 0;
 }
 
 bool CSmf::LoadNoteOn()
 {
-    const std::uint32_t pitchAt = m_in.pos();
-    if (!m_in.skip(2)) return false;
-    if (byteAt(pitchAt + 1) == 0) {
-        closeNote(pitchAt);
+    std::uint8_t pitch = 0;
+    std::uint8_t velocity = 0;
+    if (!m_in.readByte(pitch) || !m_in.readByte(velocity)) return false;
+    if (velocity == 0) {
+        closeNote(pitch);
         return true;
     }
     CEvnt* note = needBlk() ? addEvnt() : nullptr;
     if (!note) return false;
-    note->SetPost1(byteAt(pitchAt));
-    note->SetPost2(byteAt(pitchAt + 1));
+    note->SetPost1(pitch);
+    note->SetPost2(velocity);
     m_open.open(*note, m_clock);
     return true;
 }
 
 bool CSmf::Load3()
 {
-    CEvnt* event = needBlk() && m_in.left() >= 2 ? addEvnt() : nullptr;
+    std::uint8_t post1 = 0;
+    std::uint8_t post2 = 0;
+    CEvnt* event = m_in.readByte(post1) && m_in.readByte(post2) ? addShort() : nullptr;
     if (!event) return false;
-    target().raiseEnd(m_clock.time());
-    event->SetPost1(byteAt(m_in.pos()));
-    event->SetPost2(byteAt(m_in.pos() + 1));
-    return m_in.skip(2);
+    event->SetPost1(post1);
+    event->SetPost2(post2);
+    return true;
 }
 
 bool CSmf::Load2()
 {
-    CEvnt* event = needBlk() && m_in.left() >= 1 ? addEvnt() : nullptr;
+    std::uint8_t post1 = 0;
+    CEvnt* event = m_in.readByte(post1) ? addShort() : nullptr;
     if (!event) return false;
-    target().raiseEnd(m_clock.time());
-    event->SetPost1(byteAt(m_in.pos()));
-    return m_in.skip(1);
+    event->SetPost1(post1);
+    return true;
 }
 
 bool CSmf::LoadSys()
@@ -199,6 +195,14 @@ CEvnt* CSmf::addEvnt()
     event->SetTime(m_clock.time());
     event->SetStatus(m_status);
     return event;
+}
+
+/// A new event that lengthens the block up to its time.
+CEvnt* CSmf::addShort()
+{
+    if (!needBlk()) return nullptr;
+    target().raiseEnd(m_clock.time());
+    return addEvnt();
 }
 
 /// Appends a meta event; one whose type no event can have is left out.

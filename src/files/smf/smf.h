@@ -20,7 +20,6 @@ class CEditor;
 /// events of the editor's fresh song. Notes and note-offs become notes with gate times, channels become tracks,
 /// what has no place in the song is dropped. The time it takes is in proportion to the file.
 ///
-/// It overwrites the pitch of each note-off that a note has used up, so the buffer is worth nothing afterwards.
 /// All reads stay within the file, whatever its lengths say. Operations answer false when the load has failed;
 /// the song is then unusable. Main thread only.
 class CSmf {
@@ -40,11 +39,6 @@ private:
     struct Meta {
         std::uint8_t type = 0;
         std::span<const std::uint8_t> body;
-    };
-    struct Place {
-        std::uint32_t pos;
-        SmfClock clock;
-        std::uint8_t running;
     };
 
     bool LoadSmf0();
@@ -67,8 +61,6 @@ private:
     [[nodiscard]] bool tracksLeft() const noexcept { return m_nextTrk < trackCount; }
     void pairRest();
     bool skipEvnt();
-    [[nodiscard]] Place place() const noexcept { return {m_in.pos(), m_clock, m_running}; }
-    void moveTo(const Place& place) noexcept;
     void setPorts();
 
     // What the formats share.
@@ -84,15 +76,15 @@ private:
     bool LoadSys();
     bool readMeta(Meta& meta);
     bool readBody(std::span<const std::uint8_t>& body);
-    void closeNote(std::uint32_t pitchAt);
+    void closeNote(std::uint8_t pitch) { m_open.close(status::channel(m_status), pitch, m_clock); }
     bool needBlk();
     bool newBlk(int trk);
     CEvnt* addEvnt();
+    CEvnt* addShort();
     bool addMeta(const Meta& meta);
     void tellUnreadable();
 
     [[nodiscard]] SmfTarget& target() noexcept { return m_targets[m_target]; }
-    [[nodiscard]] std::uint8_t byteAt(std::uint32_t pos) const noexcept { return m_in.bytes()[pos]; }
 
     CEditor& m_editor;
     const Strings& m_strings;

@@ -15,7 +15,8 @@ bool CSmf::LoadSmf1()
     m_editor.SetPrgDlgText(m_strings(TextId::progressLoadSmf1));
     m_editor.SetPrgDlgRange(0, m_file.numTrk);
     m_in.moveTo(m_file.mtrkOffset);
-    for (std::uint32_t chunk = 0; chunk < m_file.numTrk; ++chunk) {
+    // Once an event has found no track, no later chunk can find one: what follows would leave no trace.
+    for (std::uint32_t chunk = 0; chunk < m_file.numTrk && !m_partial; ++chunk) {
         m_editor.SetPrgDlgPos(chunk);
         std::uint32_t length = 0;
         if (!m_in.skip(4) || !m_in.ReadLen(length)) {
@@ -25,8 +26,7 @@ bool CSmf::LoadSmf1()
         startChunk(length);
         std::fill(m_targets.begin() + 1, m_targets.end(), SmfTarget{});
         m_port = -1;
-        // With no track left no event of the chunk gets a place, so its first channel tells nothing.
-        m_firstCh = tracksLeft() ? Get1stCh() : Target{1};
+        m_firstCh = Get1stCh();
         if (!LoadSmf1Trk()) return false;
         setPorts();
         m_firstChunk = false;
@@ -52,39 +52,33 @@ CSmf::Target CSmf::Get1stCh() const
     return 1;
 }
 
-/// Reads the chunk. When an event finds no track, the chunk's reading ends there, and succeeds.
+/// Reads the chunk. When no track is left, an event that fails ends the chunk, and the load succeeds.
 bool CSmf::LoadSmf1Trk()
 {
     while (m_in.pos() < m_chunkEnd) {
-        const Place before = place();
+        const std::uint32_t pos = m_in.pos();
+        const SmfClock clock = m_clock;
+        const std::uint8_t running = m_running;
         if (readEvntStart() && LoadSmf1Evnt()) continue;
         if (tracksLeft()) {
             if (m_badStatus && !m_open.empty()) tellUnreadable();
             return false;
         }
         m_partial = true;
-        const Place stopped = place();
-        moveTo(before);
+        m_in.moveTo(pos);
+        m_clock = clock;
+        m_running = running;
         pairRest();
-        moveTo(stopped);
-        return true;
     }
     m_open.closeAll(m_clock);
     return true;
 }
 
-void CSmf::moveTo(const Place& place) noexcept
-{
-    m_in.moveTo(place.pos);
-    m_clock = place.clock;
-    m_running = place.running;
-}
-
-/// Finds the ends of the notes that are open when the reading of a chunk stops, up to the chunk's end.
+/// Looks for the ends of the open notes in the rest of a chunk whose reading has ended.
 void CSmf::pairRest()
 {
-    while (!m_open.empty() && m_in.pos() < m_chunkEnd && readEvntStart() && skipEvnt()) {}
-    m_open.closeAll(m_clock);
+    while (m_in.pos() < m_chunkEnd && !m_open.empty() && readEvntStart() && skipEvnt()) {}
+    m_chunkEnd = m_in.pos();
 }
 
 /// Steps over an event, but for what it means to open notes.
@@ -94,15 +88,16 @@ bool CSmf::skipEvnt()
     if (m_status == status::metaEvent) return readMeta(meta);
     if (m_status == status::sysex || m_status == status::sysexPart) return readBody(meta.body);
     takeChannelStatus();
-    const std::uint32_t at = m_in.pos();
+    std::uint8_t pitch = 0;
+    std::uint8_t velocity = 0;
     switch (status::kind(m_status)) {
     case status::noteOff:
-        if (!m_in.skip(1)) return false;
-        closeNote(at);
+        if (!m_in.readByte(pitch)) return false;
+        closeNote(pitch);
         return m_in.skip(1);
     case status::note:
-        if (!m_in.skip(2)) return false;
-        if (byteAt(at + 1) == 0) closeNote(at);
+        if (!m_in.readByte(pitch) || !m_in.readByte(velocity)) return false;
+        if (velocity == 0) closeNote(pitch);
         return true;
     case status::polyPressure:
     case status::control:
