@@ -29,8 +29,8 @@ std::optional<Loop> loopOf(const std::vector<std::string>& places, const CEditor
 
 void setSwitches(CEditor& editor, const SimulateOptions& options)
 {
-    if (!options.mute.empty())
-        for (const int trk : *tracksOf(options.mute)) editor.SetTrkMute(trk, true);
+    const std::vector<int> muted = tracksOf(options.mute).value_or(std::vector<int>());
+    for (const int trk : muted) editor.SetTrkMute(trk, true);
     if (options.solo != 0) editor.SetTrkSolo(options.solo, true);
     editor.SetTrkOnOff();
 }
