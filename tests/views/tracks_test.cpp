@@ -42,12 +42,12 @@ TEST(Miniature, PutsNotesWhereTheyPlay)
 
     ASSERT_EQ(picture.blocks().size(), 1U);
     EXPECT_EQ(picture.blocks()[0].top, 1000U);
-    EXPECT_EQ(picture.bandsIn(0, 100), 0);
-    EXPECT_EQ(picture.bandsIn(100, 102), 1);
-    EXPECT_EQ(picture.bandsIn(102, 200), 0);
-    EXPECT_EQ(picture.bandsIn(200, 201), 1 << (Miniature::bands - 1));
-    EXPECT_NE(picture.bandsIn(1023, 5000), 0);
-    EXPECT_EQ(Miniature(*song.editor.song().trk(2), 0).bandsIn(0, Miniature::parts), 0);
+    EXPECT_EQ(picture.bandsIn(0, 100), 0U);
+    EXPECT_EQ(picture.bandsIn(100, 102), 1U);
+    EXPECT_EQ(picture.bandsIn(102, 200), 0U);
+    EXPECT_EQ(picture.bandsIn(200, 201), 1U << (Miniature::bands - 1));
+    EXPECT_NE(picture.bandsIn(1023, 5000), 0U);
+    EXPECT_EQ(Miniature(*song.editor.song().trk(2), 0).bandsIn(0, Miniature::parts), 0U);
 }
 
 TEST(NoteStarts, FindNotesThatBegin)

@@ -114,7 +114,6 @@ void CMainFrame::layOut()
     setCentralWidget(body);
     resize(usualSize);
     m_pane->splitter().setSizes({384, usualSize.width() - 384});
-    m_pane->list().setFocus();
 }
 
 void CMainFrame::connectActions()
@@ -269,6 +268,10 @@ void CMainFrame::refreshSong()
 
     m_lights.clear();
     m_stack->setCurrentIndex(rows.empty() ? 0 : 1);
+    if (rows.empty())
+        m_empty->button().setFocus();
+    else if (!m_pane->isAncestorOf(focusWidget()))
+        m_pane->list().setFocus();
     m_pane->overview().setSong(rows, std::move(miniatures), end, std::move(measures));
     m_table.setRows(std::move(rows));
     m_table.setLights(m_lights);
@@ -491,6 +494,7 @@ void CMainFrame::closeEvent(QCloseEvent* event)
 
 void CMainFrame::retranslate()
 {
+    m_parts.theme.setJapanese(m_parts.text.language() == Language::japanese);
     m_actions.retranslate();
     m_bar->retranslate();
     m_table.retranslate();

@@ -4,6 +4,7 @@
 #include "views/theme/colours.h"
 
 #include <QPainter>
+#include <QPushButton>
 #include <QStyleFactory>
 #include <QStyleOption>
 
@@ -30,6 +31,33 @@ void drawHeaderSection(const QStyleOption& section, QPainter& painter)
 {
     painter.fillRect(section.rect, section.palette.window());
     painter.fillRect(section.rect.left(), section.rect.bottom(), section.rect.width(), 1, section.palette.mid());
+}
+
+void drawMenuBarItem(const QProxyStyle& style, const QStyleOptionMenuItem& item, QPainter& painter)
+{
+    painter.fillRect(item.rect, item.palette.window());
+    const bool chosen = item.state & QStyle::State_Selected;
+    if (chosen) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(item.palette.color(QPalette::Button));
+        painter.drawRoundedRect(QRectF(item.rect).adjusted(0, 1, 0, -1), 4, 4);
+    }
+    style.drawItemText(&painter, item.rect, Qt::AlignCenter | Qt::TextShowMnemonic | Qt::TextSingleLine, item.palette,
+                       item.state & QStyle::State_Enabled, item.text, QPalette::WindowText);
+}
+
+void drawButton(const QStyleOption& button, QPainter& painter)
+{
+    const QPalette& colours = button.palette;
+    const bool down = button.state & (QStyle::State_Sunken | QStyle::State_On);
+    const bool hovered = button.state & QStyle::State_MouseOver;
+    const bool focused = button.state & QStyle::State_HasFocus;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(focused ? QPen(colours.color(QPalette::Highlight), 2) : QPen(Qt::NoPen));
+    painter.setBrush(
+        blend(colours.color(QPalette::Text), colours.color(QPalette::Button), down ? 0.2 : hovered ? 0.1 : 0.0));
+    painter.drawRoundedRect(QRectF(button.rect).adjusted(1, 1, -1, -1), 5, 5);
 }
 
 } // namespace
@@ -59,10 +87,16 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
 void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const
 {
-    if (element == PE_FrameStatusBarItem) return;
+    if (element == PE_FrameFocusRect && option->state & State_Enabled && qobject_cast<const QPushButton*>(widget)) return;
     if (element == PE_PanelTipLabel) {
         painter->fillRect(option->rect, option->palette.mid());
         painter->fillRect(option->rect.adjusted(1, 1, -1, -1), option->palette.toolTipBase());
+        return;
+    }
+    if (element == PE_PanelButtonCommand) {
+        painter->save();
+        drawButton(*option, *painter);
+        painter->restore();
         return;
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -71,6 +105,12 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
 void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                             const QWidget* widget) const
 {
+    if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option); item && element == CE_MenuBarItem) {
+        painter->save();
+        drawMenuBarItem(*this, *item, *painter);
+        painter->restore();
+        return;
+    }
     switch (element) {
     case CE_HeaderSection:
     case CE_HeaderEmptyArea: drawHeaderSection(*option, *painter); return;

@@ -6,10 +6,12 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QFontDatabase>
+#include <QFontInfo>
 
 namespace tessaro {
 
-Theme::Theme()
+Theme::Theme() : m_desktopFont(QApplication::font())
 {
     QApplication::setStyle(new FlatStyle); // the application owns it
     qApp->installEventFilter(this);
@@ -20,6 +22,17 @@ void Theme::setAppearance(Appearance appearance)
 {
     m_appearance = appearance;
     apply();
+}
+
+void Theme::setJapanese(bool japanese)
+{
+    QFont font = m_desktopFont;
+    const QString other = QStringLiteral("VL PGothic");
+    const auto has = [](const QString& family) {
+        return QFontDatabase::writingSystems(family).contains(QFontDatabase::Japanese);
+    };
+    if (japanese && !has(QFontInfo(font).family()) && has(other)) font.setFamilies({other, m_desktopFont.family()});
+    QApplication::setFont(font);
 }
 
 bool Theme::eventFilter(QObject* watched, QEvent* event)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QFont>
 #include <QObject>
 
 namespace tessaro {
@@ -13,6 +14,9 @@ class Theme : public QObject {
 public:
     Theme();
     void setAppearance(Appearance appearance);
+    /// Takes care that the texts of the windows have a font of their own script: where the desktop's font has no
+    /// Japanese, another one serves for it, rather than letters of two fonts side by side.
+    void setJapanese(bool japanese);
     [[nodiscard]] Appearance appearance() const { return m_appearance; }
 
 protected:
@@ -21,6 +25,7 @@ protected:
 private:
     void apply();
 
+    QFont m_desktopFont;
     Appearance m_appearance = Appearance::desktop;
     bool m_applying = false;
 };

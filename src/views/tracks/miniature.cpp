@@ -23,16 +23,16 @@ Miniature::Miniature(const CTrk& track, std::uint32_t end)
     low -= (range - (high - low + 1)) / 2; // a narrow range stands in the middle
     const auto part = [end](std::uint64_t tick) { return static_cast<std::uint32_t>(std::min<std::uint64_t>(tick * parts / end, parts - 1)); };
     forEachNote(track, [&](std::uint32_t time, const CEvnt& e) {
-        const auto bit = static_cast<std::uint16_t>(1U << ((e.GetPost1() - low) * bands / range));
+        const std::uint32_t bit = 1U << ((e.GetPost1() - low) * bands / range);
         const std::uint32_t last = part(std::uint64_t {time} + std::max(e.GetGateTime(), 1U) - 1);
-        for (std::uint32_t p = part(time); p <= last; ++p) m_parts[p] = static_cast<std::uint16_t>(m_parts[p] | bit);
+        for (std::uint32_t p = part(time); p <= last; ++p) m_parts[p] |= bit;
     });
 }
 
-std::uint16_t Miniature::bandsIn(std::uint32_t first, std::uint32_t last) const
+std::uint32_t Miniature::bandsIn(std::uint32_t first, std::uint32_t last) const
 {
-    std::uint16_t all = 0;
-    for (std::uint32_t p = first; p < std::min(last, parts); ++p) all = static_cast<std::uint16_t>(all | m_parts[p]);
+    std::uint32_t all = 0;
+    for (std::uint32_t p = first; p < std::min(last, parts); ++p) all |= m_parts[p];
     return all;
 }
 

@@ -9,12 +9,12 @@ namespace tessaro {
 
 class CTrk;
 
-/// A thumbnail of one track: for each of 1,024 equal parts of the song, which of 16 pitch bands hold a note. The bands
-/// span the track's own range, at least an octave and a third. Made once for a song, drawn at any width.
+/// A thumbnail of one track: for each of 1,024 equal parts of the song, which of 24 pitch bands hold a note. The bands
+/// span the track's own range, at least two octaves. Made once for a song, drawn at any width.
 class Miniature {
 public:
     static constexpr std::uint32_t parts = 1024;
-    static constexpr int bands = 16;
+    static constexpr int bands = 24;
 
     struct Block {
         std::uint32_t top = 0;
@@ -28,11 +28,11 @@ public:
 
     [[nodiscard]] const std::vector<Block>& blocks() const { return m_blocks; }
     /// The bands in use anywhere in the parts from `first` up to, but without, `last`; bit 0 is the lowest band.
-    [[nodiscard]] std::uint16_t bandsIn(std::uint32_t first, std::uint32_t last) const;
+    [[nodiscard]] std::uint32_t bandsIn(std::uint32_t first, std::uint32_t last) const;
 
 private:
     std::vector<Block> m_blocks;
-    std::array<std::uint16_t, parts> m_parts {};
+    std::array<std::uint32_t, parts> m_parts {};
 };
 
 } // namespace tessaro

@@ -14,7 +14,6 @@
 namespace tessaro {
 namespace {
 
-constexpr int rowHeight = TrackListView::rowHeight;
 constexpr int rulerHeight = TrackListView::headerHeight;
 constexpr int blockInset = 3; ///< between the edge of a lane and its blocks
 constexpr int noteInset = 3;  ///< between the edge of a block and its notes
@@ -24,7 +23,7 @@ QImage noteImage(const Miniature& miniature, int width, int height, const QColor
 {
     QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
-    const int thickness = std::max(1, height / Miniature::bands);
+    const int thickness = (height + Miniature::bands - 1) / Miniature::bands;
     const auto parts = static_cast<double>(Miniature::parts) / width;
     for (int x = 0; x < width; ++x) {
         const auto first = static_cast<std::uint32_t>(x * parts);
@@ -82,6 +81,13 @@ void SongOverview::setLoop(const Loop& loop)
     update();
 }
 
+void SongOverview::setRowHeight(int height)
+{
+    if (height == m_rowHeight) return;
+    m_rowHeight = height;
+    layOut();
+}
+
 void SongOverview::setScroll(int pixels)
 {
     if (pixels == m_scroll) return;
@@ -98,7 +104,7 @@ void SongOverview::setCurrentRow(int row)
 
 QRect SongOverview::laneRect(std::size_t row) const
 {
-    return {0, rulerHeight + static_cast<int>(row) * rowHeight - m_scroll, width(), rowHeight};
+    return {0, rulerHeight + static_cast<int>(row) * m_rowHeight - m_scroll, width(), m_rowHeight};
 }
 
 QRect SongOverview::positionStrip(std::uint32_t tick) const
@@ -124,7 +130,7 @@ const QPixmap& SongOverview::lane(std::size_t row)
 QPixmap SongOverview::drawLane(std::size_t row) const
 {
     const double ratio = devicePixelRatioF();
-    QPixmap picture((QSizeF(width(), rowHeight) * ratio).toSize());
+    QPixmap picture((QSizeF(width(), m_rowHeight) * ratio).toSize());
     picture.setDevicePixelRatio(ratio);
     picture.fill(Qt::transparent);
     if (row >= m_miniatures.size()) return picture;
@@ -137,14 +143,14 @@ QPixmap SongOverview::drawLane(std::size_t row) const
     painter.setRenderHint(QPainter::Antialiasing);
     for (const Miniature::Block& block : m_miniatures[row].blocks()) {
         const QRectF place(xs.x(block.top) + 0.5, blockInset + 0.5, std::max(xs.x(block.end) - xs.x(block.top), 3.0) - 1,
-                           rowHeight - 2 * blockInset - 2);
+                           m_rowHeight - 2 * blockInset - 2);
         painter.setPen(QPen(blend(colour, base, 0.45), 1, block.ghost ? Qt::DashLine : Qt::SolidLine));
         painter.setBrush(blend(colour, base, block.ghost ? 0.10 : 0.20));
         painter.drawRoundedRect(place, 3, 3);
     }
     const int inset = blockInset + noteInset;
-    const QSize notes = (QSizeF(xs.span(), rowHeight - 1 - 2 * inset) * ratio).toSize();
-    painter.drawImage(QRectF(SongScale::margin, inset, xs.span(), rowHeight - 1 - 2 * inset),
+    const QSize notes = (QSizeF(xs.span(), m_rowHeight - 1 - 2 * inset) * ratio).toSize();
+    painter.drawImage(QRectF(SongScale::margin, inset, xs.span(), m_rowHeight - 1 - 2 * inset),
                       noteImage(m_miniatures[row], notes.width(), notes.height(), colour));
     return picture;
 }
@@ -164,8 +170,8 @@ void SongOverview::paintLanes(QPainter& painter, const QRect& area)
     painter.save();
     painter.setClipRect(area.intersected(QRect(0, rulerHeight, width(), height())));
     const int total = static_cast<int>(m_rows.size());
-    const int first = std::max(0, (area.top() - rulerHeight + m_scroll) / rowHeight);
-    const int last = std::min(total - 1, (area.bottom() - rulerHeight + m_scroll) / rowHeight);
+    const int first = std::max(0, (area.top() - rulerHeight + m_scroll) / m_rowHeight);
+    const int last = std::min(total - 1, (area.bottom() - rulerHeight + m_scroll) / m_rowHeight);
     const QColor line = blend(palette().color(QPalette::Mid), palette().color(QPalette::Base), 0.5);
     for (int row = first; row <= last; ++row) {
         const QRect place = laneRect(static_cast<std::size_t>(row));

@@ -44,6 +44,7 @@ public:
     void setRows(const std::vector<TrackRow>& rows);
     void setPosition(std::uint32_t tick);
     void setLoop(const Loop& loop);
+    void setRowHeight(int height);
     /// Pixels by which the lanes are scrolled up.
     void setScroll(int pixels);
     void setCurrentRow(int row);
@@ -81,6 +82,7 @@ private:
     RulerGesture m_gesture;
     std::uint32_t m_end = 0;
     std::uint32_t m_position = 0;
+    int m_rowHeight = 28;
     int m_scroll = 0;
     int m_currentRow = -1;
 };

@@ -118,8 +118,6 @@ TrackListView::TrackListView(TrackListModel& table, QWidget* parent) : QTableVie
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setMinimumSectionSize(rowHeight);
-    verticalHeader()->setDefaultSectionSize(rowHeight);
     horizontalHeader()->setFixedHeight(headerHeight);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
@@ -144,6 +142,12 @@ void TrackListView::fitColumns()
     fit(TrackColumn::mute, {}, 28);
     fit(TrackColumn::solo, {}, 32);
     header.setSectionResizeMode(static_cast<int>(TrackColumn::name), QHeaderView::Stretch);
+}
+
+void TrackListView::setRowHeight(int height)
+{
+    verticalHeader()->setMinimumSectionSize(height);
+    verticalHeader()->setDefaultSectionSize(height);
 }
 
 QSize TrackListView::sizeHint() const { return {360, 400}; }

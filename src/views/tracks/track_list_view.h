@@ -10,12 +10,12 @@ class TrackListModel;
 /// The left side of the track pane: the table of tracks with their switches. M and S act on the row with the focus.
 class TrackListView : public QTableView {
 public:
-    static constexpr int rowHeight = 28;
     static constexpr int headerHeight = 28;
 
     explicit TrackListView(TrackListModel& table, QWidget* parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
+    void setRowHeight(int height);
     /// Sets the widths of the narrow columns for the font in use.
     void fitColumns();
 

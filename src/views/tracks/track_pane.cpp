@@ -38,7 +38,6 @@ TrackPane::TrackPane(TrackListModel& table, QWidget* parent)
     connect(inner, &QScrollBar::rangeChanged, m_bar, [this, inner](int low, int high) {
         m_bar->setRange(low, high);
         m_bar->setPageStep(inner->pageStep());
-        m_bar->setSingleStep(TrackListView::rowHeight);
         m_bar->setVisible(high > low);
     });
     connect(inner, &QScrollBar::valueChanged, this, [this](int value) {
@@ -50,6 +49,24 @@ TrackPane::TrackPane(TrackListModel& table, QWidget* parent)
     connect(m_list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { m_overview->setCurrentRow(current.isValid() ? current.row() : -1); });
     m_overview->installEventFilter(this);
+    connect(&table, &QAbstractItemModel::modelReset, this, [this] { fitRows(); });
+    fitRows();
+}
+
+void TrackPane::fitRows()
+{
+    const int rows = std::max(1, m_list->model()->rowCount());
+    const int share = (height() - TrackListView::headerHeight) / rows / 4 * 4;
+    const int rowHeight = std::clamp(share, leastRowHeight, mostRowHeight);
+    m_list->setRowHeight(rowHeight);
+    m_overview->setRowHeight(rowHeight);
+    m_bar->setSingleStep(rowHeight);
+}
+
+void TrackPane::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    fitRows();
 }
 
 bool TrackPane::eventFilter(QObject* watched, QEvent* event)

@@ -15,6 +15,9 @@ class TrackListModel;
 /// The track list and the overview of the song side by side, scrolled as one.
 class TrackPane : public QWidget {
 public:
+    static constexpr int leastRowHeight = 28;
+    static constexpr int mostRowHeight = 44;
+
     explicit TrackPane(TrackListModel& table, QWidget* parent = nullptr);
 
     [[nodiscard]] SongOverview& overview() const { return *m_overview; }
@@ -23,8 +26,12 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    /// Few tracks share the height; many scroll.
+    void fitRows();
+
     // Children of the widget.
     QSplitter* m_splitter;
     TrackListView* m_list;

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/program.h"
+#include "base/manual_clock.h"
+#include "realtime/loom/midi_system.h"
+#include "views/tracks/track_list_view.h"
+#include "views/tracks/track_pane.h"
+#include "views/widgets/tool_button.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <array>
+
+namespace tessaro {
+
+/// One output that counts the note-ons of each channel.
+class CountingMidi final : public MidiSystem {
+public:
+    std::array<int, 16> noteOns {};
+
+    void refresh() override { }
+    std::vector<std::string> outputs() const override { return {"Test Synth"}; }
+    std::vector<std::string> inputs() const override { return {}; }
+    std::unique_ptr<MidiOut> openOutput(std::size_t driver) override
+    {
+        return driver == 0 ? std::make_unique<Out>(noteOns) : nullptr;
+    }
+    std::unique_ptr<MidiIn> openInput(std::size_t, MidiInSink&, std::size_t) override { return nullptr; }
+
+private:
+    struct Out final : MidiOut {
+        explicit Out(std::array<int, 16>& counts) : m_counts(counts) { }
+        bool send(std::span<const std::uint8_t> bytes, Nanos) noexcept override
+        {
+            if (bytes.size() == 3 && (bytes[0] & 0xF0U) == 0x90 && bytes[2] != 0) ++m_counts[bytes[0] & 0x0FU];
+            return true;
+        }
+        std::array<int, 16>& m_counts;
+    };
+};
+
+/// The whole window program in simulated time, with settings of its own; boxes are noted instead of shown.
+class WindowTest : public testing::Test {
+protected:
+    WindowTest() { startProgram({}); }
+
+    void startProgram(const CommandLine& commandLine)
+    {
+        program.reset();
+        store.reset();
+        store = std::make_unique<ProfileStore>(path("tessaro.ini").toStdString());
+        program = std::make_unique<Program>(
+            clock, midi, *store, strings,
+            ProgramFolders {path("").toStdString(), {}, QStringLiteral(TESSARO_SOURCE_DIR "/data/icons")},
+            [] { return QStringLiteral("devices"); });
+        program->user().showBox = [this](const QString& line, MessageKind) { boxes << line; };
+        ASSERT_TRUE(program->start(commandLine));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&frame()));
+    }
+
+    QString path(const QString& name) const { return folder.path() + '/' + name; }
+
+    QString writeFile(const QString& name, const QByteArray& bytes) const
+    {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return file.fileName();
+    }
+
+    CMainFrame& frame() { return program->frame(); }
+    CEditor& editor() { return program->document().GetEditor(); }
+    std::size_t rows() { return frame().trackModel().rows().size(); }
+
+    QList<ToolButton*> buttons()
+    {
+        QList<ToolButton*> found;
+        for (QAbstractButton* button : frame().findChildren<QAbstractButton*>())
+            if (auto* ours = dynamic_cast<ToolButton*>(button)) found << ours;
+        return found;
+    }
+
+    /// Lets the song play on.
+    void advance(int milliseconds)
+    {
+        clock.sleepFor(std::chrono::milliseconds(milliseconds));
+        program->queue().drain();
+        program->panel().timer();
+        frame().followPlay(milliseconds);
+    }
+
+    void clickCell(int row, TrackColumn column)
+    {
+        TrackListView& list = frame().trackPane().list();
+        const QRect cell = list.visualRect(frame().trackModel().index(row, static_cast<int>(column)));
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, cell.center());
+    }
+
+    static inline const QString song = QStringLiteral(TESSARO_SOURCE_DIR "/examples/harbour-lights.mid");
+
+    QTemporaryDir folder;
+    Strings strings {Language::english};
+    ManualClock clock;
+    CountingMidi midi;
+    QStringList boxes;
+    std::unique_ptr<ProfileStore> store;
+    std::unique_ptr<Program> program;
+};
+
+} // namespace tessaro
