@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "files/recognise.h"
 
-#include "files/file_cursor.h"
+#include "base/bytes.h"
 
-#include <algorithm>
 #include <optional>
 #include <string_view>
 
@@ -17,11 +16,14 @@ struct Chunk {
 };
 
 /// Steps over the chunk that stands at the cursor if it has this identifier and lies within the file.
-std::optional<Chunk> readChunk(FileCursor& in, const char* id)
+std::optional<Chunk> readChunk(ByteReader& in, std::string_view id)
 {
     Chunk chunk;
-    chunk.offset = in.pos();
-    if (!in.readId(id) || !in.ReadLen(chunk.length) || !in.skip(chunk.length)) return std::nullopt;
+    chunk.offset = static_cast<std::uint32_t>(in.position());
+    if (in.chars(4) != id) return std::nullopt;
+    chunk.length = in.u32be();
+    in.skip(chunk.length);
+    if (!in.ok()) return std::nullopt;
     return chunk;
 }
 
@@ -32,26 +34,22 @@ struct Header {
 };
 
 /// Finds the header chunk, which may have anything in front of it, and leaves the cursor behind it.
-std::optional<Header> readHeader(FileCursor& in)
+std::optional<Header> readHeader(ByteReader& in)
 {
     constexpr std::string_view id = "MThd";
-    const std::uint8_t* first = in.bytes();
-    const std::uint8_t* last = first + in.left();
-    const std::uint8_t* found = std::search(first, last, id.begin(), id.end());
-    if (last - found <= 4) return std::nullopt;
-    in.moveTo(static_cast<std::uint32_t>(found - first) + 4);
-
-    Header header;
-    std::uint32_t length = 0;
-    if (!in.ReadLen(length)) return std::nullopt;
-    FileCursor fields = in;
-    const bool whole = fields.readShort(header.format) && fields.readShort(header.numTrk)
-                    && fields.readShort(header.division) && in.skip(length);
-    if (!whole || header.division == 0) return std::nullopt;
+    const std::string_view file = ByteReader(in).chars(in.left());
+    const std::size_t found = file.find(id);
+    if (found == std::string_view::npos) return std::nullopt;
+    in.seek(found + id.size());
+    const std::uint32_t length = in.u32be();
+    ByteReader fields = in;
+    const Header header{fields.u16be(), fields.u16be(), fields.u16be()};
+    in.skip(length);
+    if (!in.ok() || !fields.ok() || header.division == 0) return std::nullopt;
     return header;
 }
 
-bool isFormat0(_EDT_FILE& file, const Header& header, FileCursor& in)
+bool isFormat0(_EDT_FILE& file, const Header& header, ByteReader& in)
 {
     if (header.format != 0 || header.numTrk != 1) return false;
     const auto track = readChunk(in, "MTrk");
@@ -62,7 +60,7 @@ bool isFormat0(_EDT_FILE& file, const Header& header, FileCursor& in)
 }
 
 /// The cursor stands behind the track chunk of a format 0 file.
-bool isZp(_EDT_FILE& file, FileCursor in)
+bool isZp(_EDT_FILE& file, ByteReader in)
 {
     const auto info = readChunk(in, "ZPIH");
     const auto karaoke = info ? readChunk(in, "ZPKM") : std::nullopt;
@@ -74,10 +72,10 @@ bool isZp(_EDT_FILE& file, FileCursor in)
     return true;
 }
 
-bool isFormat1(_EDT_FILE& file, const Header& header, FileCursor in)
+bool isFormat1(_EDT_FILE& file, const Header& header, ByteReader in)
 {
     if (header.format != 1 || header.numTrk == 0) return false;
-    file.mtrkOffset = in.pos();
+    file.mtrkOffset = static_cast<std::uint32_t>(in.position());
     for (int i = 0; i < header.numTrk; ++i)
         if (!readChunk(in, "MTrk")) return false;
     return true;
@@ -90,13 +88,13 @@ _EDT_FILE recogniseFile(std::uint8_t* buffer, std::uint32_t length)
     _EDT_FILE file;
     file.buffer = buffer;
     file.fileLength = length;
-    FileCursor in(buffer, length);
-    if (in.readId("TR9H")) return file; // a native song, which no reader takes yet
+    ByteReader in({buffer, length});
+    if (ByteReader(in).chars(4) == "TR9H") return file; // a native song, which no reader takes yet
     const auto header = readHeader(in);
     if (!header) return file;
     file.numTrk = header->numTrk;
     file.division = header->division;
-    FileCursor behind = in;
+    ByteReader behind = in;
     if (isFormat0(file, *header, behind))
         file.kind = isZp(file, behind) ? filekind::zp : filekind::smf0;
     else if (isFormat1(file, *header, in))

@@ -21,7 +21,7 @@ bool CSmf::Load(const _EDT_FILE& file)
 {
     if (file.division == 0) return false;
     m_file = file;
-    m_in = FileCursor(file.buffer, file.fileLength);
+    m_in = ByteReader({file.buffer, file.fileLength});
     m_clock = SmfClock(file.division);
     SmfTarget& master = m_targets[0];
     m_editor.GetTrk(0, &master.trk);
@@ -44,15 +44,15 @@ void CSmf::tellUnreadable() { m_editor.user().message(TextId::badEvent, MessageK
 
 void CSmf::startChunk(std::uint32_t length)
 {
-    m_chunkEnd = std::uint64_t{m_in.pos()} + length;
+    m_chunkEnd = m_in.position() + length;
     m_clock.restart();
 }
 
 /// Runs over the chunk. The progress moves at each event whose running number has no bit of the mask.
 bool CSmf::loadChunk(LoadEvnt load, std::uint32_t progressMask)
 {
-    for (std::uint32_t count = 0; m_in.pos() < m_chunkEnd; ++count) {
-        if ((count & progressMask) == 0) m_editor.SetPrgDlgPos(m_in.pos());
+    for (std::uint32_t count = 0; m_in.position() < m_chunkEnd; ++count) {
+        if ((count & progressMask) == 0) m_editor.SetPrgDlgPos(static_cast<std::uint32_t>(m_in.position()));
         if (readEvntStart() && (this->*load)()) continue;
         if (m_badStatus && !m_open.empty()) tellUnreadable(); // for the notes that look ahead for their end
         tellUnreadable();
@@ -65,10 +65,9 @@ bool CSmf::loadChunk(LoadEvnt load, std::uint32_t progressMask)
 /// Reads delta and status.
 bool CSmf::readEvntStart()
 {
-    std::uint32_t delta = 0;
-    if (!m_in.ReadVarLenQnt(delta)) return false;
-    m_clock.advance(delta);
-    return m_in.readByte(m_status);
+    m_clock.advance(m_in.vlq());
+    m_status = m_in.u8();
+    return m_in.ok();
 }
 
 /// A data byte in the place of the status stands for the running status.
@@ -78,7 +77,7 @@ void CSmf::takeChannelStatus()
         m_running = m_status;
     } else {
         m_status = m_running;
-        m_in.stepBack();
+        m_in.seek(m_in.position() - 1);
     }
     m_target = static_cast<Target>(status::channel(m_status) + 1);
 }
@@ -100,17 +99,17 @@ bool CSmf::LoadChannelEvnt()
 
 bool CSmf::LoadNoteOff()
 {
-    std::uint8_t pitch = 0;
-    if (!m_in.readByte(pitch) || !m_in.skip(1)) return false;
-    closeNote(pitch);
-    return true;
+    const std::uint8_t pitch = m_in.u8();
+    m_in.skip(1);
+    if (m_in.ok()) closeNote(pitch);
+    return m_in.ok();
 }
 
 bool CSmf::LoadNoteOn()
 {
-    std::uint8_t pitch = 0;
-    std::uint8_t velocity = 0;
-    if (!m_in.readByte(pitch) || !m_in.readByte(velocity)) return false;
+    const std::uint8_t pitch = m_in.u8();
+    const std::uint8_t velocity = m_in.u8();
+    if (!m_in.ok()) return false;
     if (velocity == 0) {
         closeNote(pitch);
         return true;
@@ -125,9 +124,9 @@ bool CSmf::LoadNoteOn()
 
 bool CSmf::Load3()
 {
-    std::uint8_t post1 = 0;
-    std::uint8_t post2 = 0;
-    CEvnt* event = m_in.readByte(post1) && m_in.readByte(post2) ? addShort() : nullptr;
+    const std::uint8_t post1 = m_in.u8();
+    const std::uint8_t post2 = m_in.u8();
+    CEvnt* event = addShort();
     if (!event) return false;
     event->SetPost1(post1);
     event->SetPost2(post2);
@@ -136,8 +135,8 @@ bool CSmf::Load3()
 
 bool CSmf::Load2()
 {
-    std::uint8_t post1 = 0;
-    CEvnt* event = m_in.readByte(post1) ? addShort() : nullptr;
+    const std::uint8_t post1 = m_in.u8();
+    CEvnt* event = addShort();
     if (!event) return false;
     event->SetPost1(post1);
     return true;
@@ -147,22 +146,17 @@ bool CSmf::LoadSys()
 {
     if (!needBlk()) return false;
     target().setEnd(m_clock.time());
-    std::span<const std::uint8_t> body;
-    CEvnt* event = readBody(body) ? addEvnt() : nullptr;
+    const ByteReader::Bytes body = m_in.bytes(m_in.vlq());
+    CEvnt* event = m_in.ok() ? addEvnt() : nullptr;
     return event && event->SetSys(m_clock.time(), static_cast<std::uint32_t>(body.size()), body.data(), 0, m_status);
 }
 
 /// Reads type, length and body.
-bool CSmf::readMeta(Meta& meta) { return m_in.readByte(meta.type) && readBody(meta.body); }
-
-bool CSmf::readBody(std::span<const std::uint8_t>& body)
+bool CSmf::readMeta(Meta& meta)
 {
-    std::uint32_t length = 0;
-    if (!m_in.ReadVarLenQnt(length)) return false;
-    body = {m_in.bytes() + m_in.pos(), std::size_t{0}};
-    if (!m_in.skip(length)) return false;
-    body = {body.data(), length};
-    return true;
+    meta.type = m_in.u8();
+    meta.body = m_in.bytes(m_in.vlq());
+    return m_in.ok();
 }
 
 bool CSmf::needBlk()
@@ -197,10 +191,10 @@ CEvnt* CSmf::addEvnt()
     return event;
 }
 
-/// A new event that lengthens the block up to its time.
+/// A new event that lengthens the block up to its time; null as well when its bytes could not be read.
 CEvnt* CSmf::addShort()
 {
-    if (!needBlk()) return nullptr;
+    if (!m_in.ok() || !needBlk()) return nullptr;
     target().raiseEnd(m_clock.time());
     return addEvnt();
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/bytes.h"
 #include "base/strings.h"
 #include "core/model/records.h"
-#include "files/file_cursor.h"
 #include "files/smf/open_notes.h"
 #include "files/smf/smf_clock.h"
 #include "files/smf/smf_target.h"
@@ -38,7 +38,7 @@ private:
     using LoadEvnt = bool (CSmf::*)();
     struct Meta {
         std::uint8_t type = 0;
-        std::span<const std::uint8_t> body;
+        ByteReader::Bytes body;
     };
 
     bool LoadSmf0();
@@ -75,7 +75,6 @@ private:
     bool Load2();
     bool LoadSys();
     bool readMeta(Meta& meta);
-    bool readBody(std::span<const std::uint8_t>& body);
     void closeNote(std::uint8_t pitch) { m_open.close(status::channel(m_status), pitch, m_clock); }
     bool needBlk();
     bool newBlk(int trk);
@@ -89,7 +88,7 @@ private:
     CEditor& m_editor;
     const Strings& m_strings;
     _EDT_FILE m_file;
-    FileCursor m_in{nullptr, 0};
+    ByteReader m_in;
     std::uint64_t m_chunkEnd = 0;
     SmfClock m_clock;
     std::uint8_t m_status = 0;

@@ -9,7 +9,7 @@ namespace tessaro {
 
 bool CSmf::LoadSmf0()
 {
-    m_in.moveTo(m_file.mtrkOffset + 8);
+    m_in.seek(m_file.mtrkOffset + 8);
     startChunk(m_file.mtrkLength);
     m_editor.SetPrgDlgText(m_strings(TextId::progressLoadSmf0));
     m_editor.SetPrgDlgRange(0, static_cast<std::uint32_t>(m_chunkEnd));
@@ -52,11 +52,11 @@ bool CSmf::LoadZpkm() { return loadZpChunk(m_file.zpkmOffset, m_file.zpkmLength,
 
 bool CSmf::loadZpChunk(std::uint32_t offset, std::uint32_t length, TextId text)
 {
-    m_in.moveTo(offset + 8);
+    m_in.seek(offset + 8);
     startChunk(length);
     m_sorted = {m_targets[0].real->GetHeadPos(), m_targets[1].real->GetHeadPos()};
     m_editor.SetPrgDlgText(m_strings(text));
-    m_editor.SetPrgDlgRange(m_in.pos(), static_cast<std::uint32_t>(m_chunkEnd));
+    m_editor.SetPrgDlgRange(static_cast<std::uint32_t>(m_in.position()), static_cast<std::uint32_t>(m_chunkEnd));
     return loadChunk(&CSmf::LoadZpEvnt, 0);
 }
 

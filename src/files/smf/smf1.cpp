@@ -14,12 +14,13 @@ bool CSmf::LoadSmf1()
 {
     m_editor.SetPrgDlgText(m_strings(TextId::progressLoadSmf1));
     m_editor.SetPrgDlgRange(0, m_file.numTrk);
-    m_in.moveTo(m_file.mtrkOffset);
+    m_in.seek(m_file.mtrkOffset);
     // Once an event has found no track, no later chunk can find one: what follows would leave no trace.
     for (std::uint32_t chunk = 0; chunk < m_file.numTrk && !m_partial; ++chunk) {
         m_editor.SetPrgDlgPos(chunk);
-        std::uint32_t length = 0;
-        if (!m_in.skip(4) || !m_in.ReadLen(length)) {
+        m_in.skip(4);
+        const std::uint32_t length = m_in.u32be();
+        if (!m_in.ok()) {
             m_partial = true;
             return !tracksLeft();
         }
@@ -37,13 +38,13 @@ bool CSmf::LoadSmf1()
 /// The channel of the chunk's first channel event, plus 1; 1 without one.
 CSmf::Target CSmf::Get1stCh() const
 {
-    FileCursor in = m_in;
-    std::uint32_t length = 0;
-    std::uint8_t byte = 0;
-    while (in.pos() < m_chunkEnd && in.ReadVarLenQnt(length) && in.readByte(byte)) {
+    ByteReader in = m_in;
+    while (in.ok() && in.position() < m_chunkEnd) {
+        in.vlq();
+        const std::uint8_t byte = in.u8();
         if (byte == status::sysex || byte == status::sysexPart || byte == status::metaEvent) {
-            const bool typeRead = byte != status::metaEvent || in.skip(1);
-            if (!typeRead || !in.ReadVarLenQnt(length) || !in.skip(length)) break;
+            if (byte == status::metaEvent) in.skip(1);
+            in.skip(in.vlq());
         } else {
             const std::uint8_t first = byte & 0x80U ? byte : m_running;
             return first < status::sysex ? static_cast<Target>(status::channel(first) + 1) : Target{1};
@@ -55,8 +56,8 @@ CSmf::Target CSmf::Get1stCh() const
 /// Reads the chunk. When no track is left, an event that fails ends the chunk, and the load succeeds.
 bool CSmf::LoadSmf1Trk()
 {
-    while (m_in.pos() < m_chunkEnd) {
-        const std::uint32_t pos = m_in.pos();
+    while (m_in.position() < m_chunkEnd) {
+        const ByteReader in = m_in;
         const SmfClock clock = m_clock;
         const std::uint8_t running = m_running;
         if (readEvntStart() && LoadSmf1Evnt()) continue;
@@ -65,7 +66,7 @@ bool CSmf::LoadSmf1Trk()
             return false;
         }
         m_partial = true;
-        m_in.moveTo(pos);
+        m_in = in;
         m_clock = clock;
         m_running = running;
         pairRest();
@@ -77,8 +78,8 @@ bool CSmf::LoadSmf1Trk()
 /// Looks for the ends of the open notes in the rest of a chunk whose reading has ended.
 void CSmf::pairRest()
 {
-    while (m_in.pos() < m_chunkEnd && !m_open.empty() && readEvntStart() && skipEvnt()) {}
-    m_chunkEnd = m_in.pos();
+    while (m_in.position() < m_chunkEnd && !m_open.empty() && readEvntStart() && skipEvnt()) {}
+    m_chunkEnd = m_in.position();
 }
 
 /// Steps over an event, but for what it means to open notes.
@@ -86,26 +87,22 @@ bool CSmf::skipEvnt()
 {
     Meta meta;
     if (m_status == status::metaEvent) return readMeta(meta);
-    if (m_status == status::sysex || m_status == status::sysexPart) return readBody(meta.body);
-    takeChannelStatus();
-    std::uint8_t pitch = 0;
-    std::uint8_t velocity = 0;
-    switch (status::kind(m_status)) {
-    case status::noteOff:
-        if (!m_in.readByte(pitch)) return false;
-        closeNote(pitch);
-        return m_in.skip(1);
-    case status::note:
-        if (!m_in.readByte(pitch) || !m_in.readByte(velocity)) return false;
-        if (velocity == 0) closeNote(pitch);
-        return true;
-    case status::polyPressure:
-    case status::control:
-    case status::pitchBend: return m_in.skip(2);
-    case status::program:
-    case status::pressure: return m_in.skip(1);
-    default: tellUnreadable(); return false;
+    if (m_status == status::sysex || m_status == status::sysexPart) {
+        m_in.skip(m_in.vlq());
+        return m_in.ok();
     }
+    takeChannelStatus();
+    const std::uint8_t kind = status::kind(m_status);
+    if (kind < status::noteOff || kind > status::pitchBend) {
+        tellUnreadable();
+        return false;
+    }
+    const std::uint8_t post1 = m_in.u8();
+    if (kind == status::noteOff && m_in.ok()) closeNote(post1);
+    if (kind == status::program || kind == status::pressure) return m_in.ok();
+    const std::uint8_t post2 = m_in.u8();
+    if (kind == status::note && post2 == 0 && m_in.ok()) closeNote(post1);
+    return m_in.ok();
 }
 
 void CSmf::setPorts()
