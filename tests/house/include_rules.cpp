@@ -53,9 +53,10 @@ std::vector<std::string> typesOf(const std::string& text)
     std::istringstream in(text);
     std::smatch match;
     for (std::string line; std::getline(in, line);) {
+        const bool declaresOnly = line.ends_with(';') && line.find('{') == std::string::npos;
         if (std::regex_match(line, match, opensNamespace))
             space = match[1].str() + "::";
-        else if (std::regex_match(line, match, definesType))
+        else if (!declaresOnly && std::regex_match(line, match, definesType))
             found.push_back(space + match[1].str());
     }
     return found;

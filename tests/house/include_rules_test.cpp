@@ -91,7 +91,7 @@ TEST_F(MadeUpTree, TypesOfOneNameAreFound)
     write("base/ring.h",
           "namespace a {\nclass Ring;\nstruct Cell {\n    struct Part {};\n};\nclass TESSARO_API Ring final : X {\n");
     write("core/ring.h", "namespace a {\nclass Ring {\nstruct Part {\n    struct Cell {};\n};\n");
-    write("core/other.h", "namespace b {\nclass Ring {\n};\n");
+    write("core/other.h", "namespace a {\nenum class Cell : int;\n}\nnamespace b {\nclass Ring {\n};\n");
     EXPECT_THAT(faults(), ElementsAre("a::Ring is defined in several headers: base/ring.h core/ring.h"));
 }
 
