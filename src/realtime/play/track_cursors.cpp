@@ -60,9 +60,9 @@ void TrackCursors::place(std::uint32_t tick, std::int64_t step, Find find)
     std::uint32_t order = 0;
     for (int track = 0; track < trackCount; ++track) {
         for (CBlk* blk = m_first[static_cast<std::size_t>(track)]; blk; blk = blk->playState().playNext, ++order) {
-            PlayState& state = blk->playState();
+            auto& state = blk->playState();
             state.pending = find(*blk, state.pending);
-            state.playState = state.pending ? PlayState::playing : PlayState::finished;
+            state.playState = state.pending ? state.playing : state.finished;
             if (!state.pending) continue;
             state.playTime = songTime(*blk, *state.pending);
             m_due.push_back({step + (state.playTime - tick), order, track, blk});
@@ -85,7 +85,7 @@ bool TrackCursors::peek(std::int64_t step, DueEvent& out) const noexcept
 {
     if (m_due.empty() || m_due.front().due > step) return false;
     const Entry& entry = m_due.front();
-    const PlayState& state = entry.blk->playState();
+    const auto& state = entry.blk->playState();
     out = {entry.track, static_cast<std::uint32_t>(state.playTime), state.pending};
     return true;
 }
@@ -93,7 +93,7 @@ bool TrackCursors::peek(std::int64_t step, DueEvent& out) const noexcept
 void TrackCursors::advance() noexcept
 {
     Entry& top = m_due.front();
-    PlayState& state = top.blk->playState();
+    auto& state = top.blk->playState();
     state.pending = List<CEvnt>::next(state.pending);
     if (state.pending) {
         const std::int64_t time = std::max(songTime(*top.blk, *state.pending), state.playTime);
@@ -104,7 +104,7 @@ void TrackCursors::advance() noexcept
         m_due.back().due += distance;
         std::push_heap(m_due.begin(), m_due.end(), later);
     } else {
-        state.playState = PlayState::finished;
+        state.playState = state.finished;
         std::pop_heap(m_due.begin(), m_due.end(), later);
         m_due.pop_back();
     }

@@ -61,7 +61,7 @@ void Devices::setThruTrans(int semitones) { m_smc.smcSetThruTrns(semitones); }
 
 void Devices::setSyncMode(int mode) { m_smc.loom().setLoomSyncMode(mode); }
 
-void Devices::setMetronome(const Metronome& metronome)
+void Devices::setMetronome(const MetronomeSettings& metronome)
 {
     m_smc.loom().setLoomMetronome(metronome.port, metronome.channel, metronome.note1, metronome.note2,
                                   metronome.velocity1, metronome.velocity2);

@@ -36,7 +36,7 @@ public:
     void setThruCh(int channel) override;
     void setThruTrans(int semitones) override;
     void setSyncMode(int mode) override;
-    void setMetronome(const Metronome& metronome) override;
+    void setMetronome(const MetronomeSettings& metronome) override;
     unsigned sendShort(int port, std::uint8_t status, std::uint8_t data1, std::uint8_t data2) override;
     unsigned sendLong(int port, std::span<const std::uint8_t> bytes) override;
     int setPlayOwner(MessageTarget* owner, std::uint8_t mask) override;

@@ -1,0 +1,243 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "realtime/play/output_filter.h"
+#include "realtime/play/play_bench.h"
+#include "realtime/transport/devices.h"
+
+#include <gtest/gtest.h>
+
+namespace tessaro::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+struct PanelLog final : CnpObserver {
+    std::vector<std::uint32_t> locations;
+    std::vector<std::string> texts;
+    int tempo = 0;
+    bool timer = false;
+    void stateChanged() override {}
+    void locationShown(std::uint32_t tick) override { locations.push_back(tick); }
+    void textShown(const std::string& text) override { texts.push_back(text); }
+    void tempoShown(int value) override { tempo = value; }
+    void timerWanted(bool on) override { timer = on; }
+    void busy(bool) override {}
+};
+
+struct ViewLog final : MessageTarget {
+    std::vector<std::pair<std::uint32_t, std::uint64_t>> got;
+    bool post(const Message&) noexcept override { return false; }
+    void send(const Message& m) override { got.emplace_back(m.id, m.wParam); }
+};
+
+class TransportTest : public testing::Test {
+protected:
+    TransportTest()
+    {
+        CBlk& blk = bench.block(1);
+        for (std::uint32_t t = 0; t < 19200; t += 240) bench.addNote(blk, t, 200);
+        bench.bind();
+        bench.panel.setObserver(&seen);
+        bench.panel.addView(&view);
+    }
+    ~TransportTest() override { bench.panel.setObserver(nullptr); }
+
+    void play(std::chrono::milliseconds span)
+    {
+        for (; span > 0ms; span -= 100ms) {
+            bench.run(100ms);
+            bench.main.pump();
+            bench.panel.timer();
+        }
+    }
+    void tell(std::uint64_t code, std::intptr_t parameter = 0) { bench.main.send({msg::realtime, code, parameter}); }
+
+    PlayBench bench;
+    PanelLog seen;
+    ViewLog view;
+};
+
+TEST_F(TransportTest, PlaysStopsAndGoesBack)
+{
+    bench.panel.SetLocation(480);
+    bench.panel.SpaceKey();
+    EXPECT_TRUE(bench.panel.GetPlayBtn());
+    EXPECT_TRUE(seen.timer);
+    play(1000ms);
+    EXPECT_NEAR(bench.panel.GetLocation(), 480 + 960, 10);
+    EXPECT_EQ(view.got.back(), (std::pair<std::uint32_t, std::uint64_t>{0x415, bench.panel.GetLocation()}));
+
+    bench.panel.ESCKey(); // plays on from where it began
+    EXPECT_EQ(view.got.back(), (std::pair<std::uint32_t, std::uint64_t>{0x416, 480}));
+    EXPECT_FALSE(bench.smc.running());
+    bench.main.pump();
+    play(500ms);
+    EXPECT_TRUE(bench.panel.GetPlayBtn());
+    EXPECT_NEAR(bench.panel.GetLocation(), 480 + 480, 15);
+
+    bench.panel.SpaceKey();
+    EXPECT_FALSE(bench.panel.GetPlayBtn());
+    EXPECT_FALSE(seen.timer);
+    EXPECT_EQ(bench.main.handled.back().id, 0x417U);
+    bench.panel.ESCKey();
+    EXPECT_EQ(bench.panel.GetLocation(), 480U);
+    EXPECT_FALSE(bench.smc.running());
+    bench.panel.SetLocation(-1);
+    EXPECT_EQ(bench.panel.GetLocation(), 0U);
+    bench.panel.End();
+    EXPECT_EQ(bench.panel.GetLocation(), bench.editor.GetTimeEnd());
+    bench.panel.Start();
+    bench.panel.Top();
+    EXPECT_TRUE(bench.panel.GetPlayBtn());
+    EXPECT_EQ(bench.smc.smcGetPlayCount(), 0U);
+    EXPECT_EQ(bench.panel.Stop(), 1);
+    EXPECT_EQ(bench.panel.Stop(), 1);
+}
+
+TEST_F(TransportTest, TellsViewsOfWrapsUnlessTheyDoNotFollow)
+{
+    bench.panel.SetLoop(960, 1440);
+    bench.panel.ShortCutLoopClicked();
+    bench.panel.SetLocation(960);
+    bench.panel.Start();
+    view.got.clear();
+    play(600ms);
+    EXPECT_NE(std::find(view.got.begin(), view.got.end(), std::pair<std::uint32_t, std::uint64_t>{0x416, 960}),
+              view.got.end());
+    view.got.clear();
+    bench.panel.SetViewChase(false);
+    play(1000ms);
+    EXPECT_TRUE(view.got.empty());
+    EXPECT_EQ(bench.settings.ints.at("System/View Chase"), 0);
+
+    std::uint32_t start = 0;
+    std::uint32_t end = 0;
+    EXPECT_TRUE(bench.panel.GetLoop(start, end));
+    EXPECT_EQ(end, 1440U);
+    bench.panel.Stop();
+    bench.panel.SetTop();
+    EXPECT_FALSE(bench.panel.GetLoop(start, end));
+    EXPECT_EQ(end, 0U);
+}
+
+TEST_F(TransportTest, TempoBoxReachesEveryTempo)
+{
+    for (int wanted = 20; wanted <= 480; ++wanted) {
+        bench.panel.SetTempo(wanted);
+        ASSERT_EQ(bench.panel.GetTempo(), wanted);
+    }
+    bench.panel.TempoReset();
+    EXPECT_EQ(seen.tempo, 120);
+    bench.panel.TempoUp();
+    EXPECT_EQ(seen.tempo, 121);
+    EXPECT_EQ(bench.loom.getLoomRelativeTempo(), 9); // the smallest that reaches it
+}
+
+TEST_F(TransportTest, EditsInterruptPlayAndKeepItsPlace)
+{
+    bench.panel.SetLoop(0, 9600);
+    bench.panel.ShortCutLoopClicked();
+    bench.panel.Start();
+    play(1000ms);
+    bench.editor.StopSeq();
+    EXPECT_FALSE(bench.smc.running());
+    const std::uint32_t at = bench.smc.smcGetPlayCount();
+    bench.editor.PlaySeq();
+    EXPECT_TRUE(bench.smc.running());
+    play(200ms);
+    EXPECT_NEAR(bench.panel.GetLocation(), at + 192, 10);
+    EXPECT_TRUE(bench.panel.GetPlayBtn());
+
+    // A song that has ended by itself stays ended.
+    bench.panel.ShortCutLoopClicked();
+    bench.panel.SetLocation(19200);
+    bench.main.pump();
+    bench.run(7s);
+    EXPECT_FALSE(bench.smc.smcPlayStatus());
+    bench.editor.StopSeq();
+    bench.editor.PlaySeq();
+    EXPECT_FALSE(bench.smc.running());
+}
+
+TEST_F(TransportTest, FollowsWhatComesFromOutside)
+{
+    bench.panel.SetLocation(4800);
+    tell(3);
+    EXPECT_TRUE(bench.panel.GetPlayBtn());
+    EXPECT_EQ(bench.smc.smcGetPlayCount(), 0U);
+    tell(6, 8 << 8U); // not while it plays
+    EXPECT_EQ(bench.smc.smcGetPlayCount(), 0U);
+    tell(2);
+    EXPECT_FALSE(bench.panel.GetPlayBtn());
+    tell(6, (1 << 16U) | (8 << 8U));
+    EXPECT_EQ(bench.panel.GetLocation(), 136U * 120);
+    tell(4);
+    EXPECT_TRUE(bench.panel.GetPlayBtn());
+    EXPECT_EQ(bench.smc.smcGetPlayCount(), 136U * 120);
+    bench.panel.Stop();
+
+    // Filtered, it is no longer obeyed; the panel's own requests and the song's end still are.
+    bench.smc.setInFilter(filter::realTime, {});
+    tell(3);
+    tell(4);
+    tell(6, 8 << 8U);
+    EXPECT_FALSE(bench.panel.GetPlayBtn());
+    bench.panel.Start();
+    tell(2);
+    EXPECT_TRUE(bench.panel.GetPlayBtn());
+    bench.panel.SetLocation(960);
+    bench.main.pump();
+    EXPECT_TRUE(bench.panel.GetPlayBtn());
+    tell(5);
+    EXPECT_FALSE(bench.panel.GetPlayBtn());
+
+    // In MIDI sync a position moves an armed song.
+    bench.loom.setLoomSyncMode(1);
+    bench.panel.SetSyncMode(1);
+    bench.panel.Start();
+    EXPECT_TRUE(bench.smc.running());
+    EXPECT_FALSE(bench.smc.smcPlayStatus());
+    tell(6, 4 << 8U);
+    EXPECT_EQ(bench.panel.GetLocation(), 480U);
+    EXPECT_TRUE(bench.smc.running());
+}
+
+TEST_F(TransportTest, ShowsTheCountIn)
+{
+    bench.settings.ints["System/Count In Meas"] = 1;
+    bench.smc.smcLocateQuiet(0, false);
+    bench.smc.smcSetPreCount(true);
+    bench.smc.smcPlayStart();
+    play(2200ms);
+    EXPECT_EQ(seen.texts, (std::vector<std::string>{"-3", "-2", "-1", "0"}));
+}
+
+TEST_F(TransportTest, DoesNothingWithoutASong)
+{
+    bench.smc.smcBindSong(nullptr);
+    bench.panel.Start();
+    bench.panel.SpaceKey();
+    bench.panel.SetLocation(100);
+    bench.panel.Top();
+    bench.panel.End();
+    EXPECT_FALSE(bench.panel.GetPlayBtn());
+    EXPECT_EQ(bench.panel.GetLocation(), 0U);
+    bench.panel.Stop();
+}
+
+TEST_F(TransportTest, DevicesReachTheEngine)
+{
+    Devices devices{bench.smc, bench.midi};
+    devices.enumerate();
+    EXPECT_EQ(devices.midiOutNames(), (std::vector<std::string>{"one", "---", "three"}));
+    const std::int32_t drivers[] = {0x7F, 2, 2};
+    EXPECT_TRUE(devices.setOutPorts(drivers, 8192, 10)) << "a port without a driver is no failure";
+    EXPECT_EQ(bench.smc.outPorts(), 3U);
+    bench.take();
+    devices.sendShort(2, 0xB0, 7, 1);
+    bench.main.send({msg::allSoundOff, 0, 0});
+    bench.run(20ms);
+    EXPECT_EQ(bench.take().size(), 1U + 2 * 16 * 2);
+}
+
+} // namespace
+} // namespace tessaro::test
