@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/bytes.h"
+
 #include <cstdint>
 #include <initializer_list>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tessaro::bench {
@@ -13,45 +15,34 @@ class FileBytes {
 public:
     FileBytes(std::uint32_t format, std::uint32_t chunks)
     {
-        id("MThd");
-        number(6, 4);
-        number(format, 2);
-        number(chunks, 2);
-        number(480, 2);
+        m_out.chars("MThd");
+        m_out.u32be(6);
+        m_out.u16be(format);
+        m_out.u16be(chunks);
+        m_out.u16be(480);
     }
 
     void beginChunk()
     {
-        id("MTrk");
-        m_lengthAt = m_bytes.size();
-        number(0, 4);
+        m_out.chars("MTrk");
+        m_length = m_out.beginLength();
     }
     void event(std::uint32_t delta, std::initializer_list<std::uint32_t> bytes)
     {
-        if (delta >= 0x80) m_bytes.push_back(static_cast<std::uint8_t>(0x80U | delta >> 7U));
-        m_bytes.push_back(static_cast<std::uint8_t>(delta & 0x7FU));
-        for (const std::uint32_t byte : bytes) m_bytes.push_back(static_cast<std::uint8_t>(byte));
+        m_out.vlq(delta);
+        for (const std::uint32_t byte : bytes) m_out.u8(byte);
     }
     void endChunk()
     {
         event(0, {0xFF, 0x2F, 0x00});
-        const std::size_t length = m_bytes.size() - m_lengthAt - 4;
-        for (std::size_t i = 0; i < 4; ++i) m_bytes[m_lengthAt + i] = static_cast<std::uint8_t>(length >> (24 - 8 * i));
+        m_out.endLength(m_length);
     }
     std::vector<std::uint8_t> take() { return std::move(m_bytes); }
 
 private:
-    void id(std::string_view text)
-    {
-        for (const char c : text) m_bytes.push_back(static_cast<std::uint8_t>(c));
-    }
-    void number(std::uint32_t value, std::uint32_t width)
-    {
-        while (width-- > 0) m_bytes.push_back(static_cast<std::uint8_t>(value >> (8 * width)));
-    }
-
     std::vector<std::uint8_t> m_bytes;
-    std::size_t m_lengthAt = 0;
+    ByteWriter m_out{m_bytes};
+    std::size_t m_length = 0;
 };
 
 /// A format 1 file with so many notes, spread over its chunks behind the first, which holds tempo and signature:

@@ -54,7 +54,7 @@ bool CSmf::loadChunk(LoadEvnt load, std::uint32_t progressMask)
     for (std::uint32_t count = 0; m_in.position() < m_chunkEnd; ++count) {
         if ((count & progressMask) == 0) m_editor.SetPrgDlgPos(static_cast<std::uint32_t>(m_in.position()));
         if (readEvntStart() && (this->*load)()) continue;
-        if (m_badStatus && !m_open.empty()) tellUnreadable(); // for the notes that look ahead for their end
+        if (m_badStatus && !m_open.empty()) tellUnreadable(); // once for the open notes, which meet it too
         tellUnreadable();
         return false;
     }
