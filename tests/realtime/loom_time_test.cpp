@@ -44,6 +44,7 @@ constexpr int control = 0xB0;
 
 TEST(RtGuardDeathTest, EndsTheProgramOnAllocation)
 {
+    if (!rtGuardWatches()) GTEST_SKIP();
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_DEATH(
         {

@@ -46,7 +46,7 @@ public:
     /// Engine thread, or between steps.
     [[nodiscard]] Nanos dueOf(std::int64_t tick) const { return m_run.dueOf(tick); }
 
-    PlayState state;
+    LoomState state;
     PlayQueue queue;
     TempoControl tempo;
     TrackSwitches tracks;

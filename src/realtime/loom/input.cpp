@@ -20,7 +20,7 @@ constexpr int midiSync = 1;
 
 } // namespace
 
-Input::Input(InputGate& gate, PlayState& state, Run& run, OutPorts& ports, Thru& thru, MessageRing& recorded,
+Input::Input(InputGate& gate, LoomState& state, Run& run, OutPorts& ports, Thru& thru, MessageRing& recorded,
              std::atomic<bool>& lost)
     : m_gate(gate)
     , m_state(state)

@@ -21,7 +21,7 @@ public:
     /// The longest system exclusive that is recorded.
     static constexpr std::size_t longestSysex = MessageRing::byteRoom / 4;
 
-    Input(InputGate& gate, PlayState& state, Run& run, OutPorts& ports, Thru& thru, MessageRing& recorded,
+    Input(InputGate& gate, LoomState& state, Run& run, OutPorts& ports, Thru& thru, MessageRing& recorded,
           std::atomic<bool>& lost);
 
     void setRecording(bool on) { m_recording.store(on, std::memory_order_release); } ///< any thread
@@ -38,7 +38,7 @@ private:
     void tell(std::uint64_t code, std::intptr_t value);
 
     InputGate& m_gate;
-    PlayState& m_state;
+    LoomState& m_state;
     Run& m_run;
     OutPorts& m_ports;
     Thru& m_thru;

@@ -66,7 +66,7 @@ void Loom::setLoomMainWnd(MessageTarget* window) { m_engine->state.mainWindow = 
 
 void Loom::setLoomInit()
 {
-    PlayState& state = m_engine->state;
+    LoomState& state = m_engine->state;
     state.armed = false;
     state.playing.store(false, std::memory_order_release);
     m_engine->queue.drop();
@@ -225,7 +225,7 @@ int Loom::getLoomTempo() const { return m_engine->tempo.baseBeats(); }
 
 int Loom::getLoomRealTempo() const
 {
-    const PlayState& state = m_engine->state;
+    const LoomState& state = m_engine->state;
     const int followed = state.followedBeats;
     return state.syncMode == 1 && followed > 0 ? followed : m_engine->tempo.realBeats();
 }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "realtime/loom/loom_state.h"
 #include "realtime/loom/message_ring.h"
 #include "realtime/loom/metronome.h"
 #include "realtime/loom/note_table.h"
 #include "realtime/loom/out_ports.h"
-#include "realtime/loom/play_state.h"
 #include "realtime/loom/track_switches.h"
 
 namespace tessaro {
@@ -14,7 +14,7 @@ namespace tessaro {
 /// clicks, and tells the play owners through the ring of played messages. Engine thread.
 class RecordPlayer {
 public:
-    RecordPlayer(PlayState& state, TrackSwitches& tracks, NoteTable& notes, OutPorts& ports, Metronome& metronome,
+    RecordPlayer(LoomState& state, TrackSwitches& tracks, NoteTable& notes, OutPorts& ports, Metronome& metronome,
                  MessageRing& played)
         : m_state(state)
         , m_tracks(tracks)
@@ -42,7 +42,7 @@ private:
     bool sendAndTell(std::uint8_t port, std::uint8_t status, std::uint8_t data1, std::uint8_t data2, Stamp stamp);
     [[nodiscard]] bool ownersListen() const;
 
-    PlayState& m_state;
+    LoomState& m_state;
     TrackSwitches& m_tracks;
     NoteTable& m_notes;
     OutPorts& m_ports;

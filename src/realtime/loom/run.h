@@ -17,7 +17,7 @@ namespace tessaro {
 /// when the run begins to play. Engine thread.
 class Run {
 public:
-    Run(PlayState& state, PlayQueue& queue, TempoControl& tempo, OutPorts& ports, RecordPlayer& player)
+    Run(LoomState& state, PlayQueue& queue, TempoControl& tempo, OutPorts& ports, RecordPlayer& player)
         : m_state(state)
         , m_queue(queue)
         , m_tempo(tempo)
@@ -72,7 +72,7 @@ private:
     [[nodiscard]] bool following() const { return m_following; }
     [[nodiscard]] std::int64_t followLimit() const;
 
-    PlayState& m_state;
+    LoomState& m_state;
     PlayQueue& m_queue;
     TempoControl& m_tempo;
     OutPorts& m_ports;

@@ -10,7 +10,7 @@ class MessageTarget;
 
 /// The switches and counters of playing that both sides of the engine see. Each is an atomic of its own; `playing` is
 /// stored last and read first, so that what was set before it is seen with it.
-struct PlayState {
+struct LoomState {
     std::atomic<bool> playing = false;
     std::atomic<bool> armed = false;    ///< MIDI Start may begin the run
     std::atomic<std::uint32_t> run = 0; ///< counts the runs
