@@ -28,7 +28,7 @@ QString deviceSentence(const UiText& text, const SoundStatus& sound, const std::
 {
     QStringList services;
     for (const std::string& service : midiServices) services << utf8Text(service);
-    QStringList sentences {soundSentence(text, sound)};
+    QStringList sentences{soundSentence(text, sound)};
     sentences << (services.isEmpty() ? text(TextId::midiNone)
                                      : text(TextId::midiThrough).arg(services.join(QStringLiteral(", "))));
     if (!realtimeGranted) sentences << text(TextId::realtimeRefused);

@@ -64,9 +64,11 @@ int takePicture(const StartOptions& options)
         ManualClock clock;
         SilentMidi midi("Tessaro Synth");
         const UiText text(strings);
-        const ProgramFolders folders {folder + "/", {}, QString::fromStdString(dataFolderOfProgram() + "/icons")};
+        const ProgramFolders folders{folder + "/", {}, QString::fromStdString(dataFolderOfProgram() + "/icons")};
         Program program(clock, midi, store, strings, folders, [&] { return text(TextId::soundReady); });
-        program.user().showBox = [&](const QString& line, MessageKind) { std::fprintf(stderr, "%s\n", qPrintable(line)); };
+        program.user().showBox = [&](const QString& line, MessageKind) {
+            std::fprintf(stderr, "%s\n", qPrintable(line));
+        };
         program.user().askBox = [](const QString&) { return false; };
         choose(program, options);
         if (program.start(options.document) && writeScreenshot(program, clock, options.screenshot)) result = 0;

@@ -10,7 +10,7 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
     : m_text(strings)
     , m_icons(folders.icons)
     , m_wsIni(folders.appDirectory + "ws.ini")
-    , m_user(m_text)
+    , m_user(m_text, m_icons)
     , m_queue([this](const Message& message) {
         if (m_windows.frame()) m_windows.frame()->handle(message);
     })
@@ -22,8 +22,8 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
     , m_messages(m_smc, m_panel, m_media)
     , m_devices(m_smc, midi)
     , m_files(strings)
-    , m_document({m_files, m_user, m_windows, m_transport, m_waveLengths, m_waveOutput, m_score, m_styles, m_windows,
-                  strings})
+    , m_document(
+          {m_files, m_user, m_windows, m_transport, m_waveLengths, m_waveOutput, m_score, m_styles, m_windows, strings})
     , m_app({m_document, m_user, m_devices, m_windows, store, folders.appDirectory, folders.lockFolder})
 {
     QObject::connect(&m_queueNotifier, &QSocketNotifier::activated, [this] { m_queue.drain(); });
@@ -32,8 +32,8 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
     m_panel.setMainFrame(&m_queue);
     m_transport.setPanel(&m_panel);
     m_windows.setMaker([this, &store, sentence = std::move(deviceSentence)] {
-        return std::make_unique<CMainFrame>(FrameParts {m_app, m_document, m_panel, m_smc, m_messages, store, m_user,
-                                                        m_text, m_theme, m_icons, sentence});
+        return std::make_unique<CMainFrame>(FrameParts{m_app, m_document, m_panel, m_smc, m_messages, store, m_user,
+                                                       m_text, m_theme, m_icons, sentence});
     });
 }
 

@@ -8,9 +8,9 @@ namespace tessaro {
 /// One output that takes everything and sounds nowhere, for a run in simulated time.
 class SilentMidi final : public MidiSystem {
 public:
-    explicit SilentMidi(std::string name) : m_name(std::move(name)) { }
+    explicit SilentMidi(std::string name) : m_name(std::move(name)) {}
 
-    void refresh() override { }
+    void refresh() override {}
     [[nodiscard]] std::vector<std::string> outputs() const override { return {m_name}; }
     [[nodiscard]] std::vector<std::string> inputs() const override { return {}; }
     [[nodiscard]] std::unique_ptr<MidiOut> openOutput(std::size_t driver) override

@@ -24,23 +24,30 @@ StartOptions readStartOptions()
     parser.setApplicationDescription(QStringLiteral("MIDI and audio sequencer."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("song"), QStringLiteral("Song file to open."), QStringLiteral("[song]"));
-    const QCommandLineOption screenshot = option("screenshot", "Write a picture of the playing window and exit.", "png");
+    parser.addPositionalArgument(QStringLiteral("song"), QStringLiteral("Song file to open."),
+                                 QStringLiteral("[song]"));
+    const QCommandLineOption screenshot =
+        option("screenshot", "Write a picture of the playing window and exit.", "png");
     const QCommandLineOption theme = option("theme", "Colours: light or dark.", "theme");
     const QCommandLineOption lang = option("lang", "Language: ja or en.", "language");
     parser.addOptions({screenshot, theme, lang});
     parser.process(*QCoreApplication::instance());
 
-    const auto choose = [&](const QCommandLineOption& which, const QString& first, const QString& second, auto a, auto b) {
+    const auto choose = [&](const QCommandLineOption& which, const QString& first, const QString& second, auto a,
+                            auto b) {
         std::optional<decltype(a)> chosen;
         const QString value = parser.value(which);
-        if (value == first) chosen = a;
-        else if (value == second) chosen = b;
-        else if (parser.isSet(which)) parser.showHelp(2);
+        if (value == first)
+            chosen = a;
+        else if (value == second)
+            chosen = b;
+        else if (parser.isSet(which))
+            parser.showHelp(2);
         return chosen;
     };
     StartOptions options;
-    options.appearance = choose(theme, QStringLiteral("light"), QStringLiteral("dark"), Appearance::light, Appearance::dark);
+    options.appearance =
+        choose(theme, QStringLiteral("light"), QStringLiteral("dark"), Appearance::light, Appearance::dark);
     options.language = choose(lang, QStringLiteral("ja"), QStringLiteral("en"), Language::japanese, Language::english);
     options.screenshot = parser.value(screenshot);
     std::vector<std::string> files;

@@ -8,11 +8,11 @@
 #include "views/tracks/track_pane.h"
 #include "views/widgets/tool_button.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <gtest/gtest.h>
 
 #include <array>
 
@@ -21,9 +21,9 @@ namespace tessaro {
 /// One output that counts the note-ons of each channel.
 class CountingMidi final : public MidiSystem {
 public:
-    std::array<int, 16> noteOns {};
+    std::array<int, 16> noteOns{};
 
-    void refresh() override { }
+    void refresh() override {}
     std::vector<std::string> outputs() const override { return {"Test Synth"}; }
     std::vector<std::string> inputs() const override { return {}; }
     std::unique_ptr<MidiOut> openOutput(std::size_t driver) override
@@ -34,7 +34,7 @@ public:
 
 private:
     struct Out final : MidiOut {
-        explicit Out(std::array<int, 16>& counts) : m_counts(counts) { }
+        explicit Out(std::array<int, 16>& counts) : m_counts(counts) {}
         bool send(std::span<const std::uint8_t> bytes, Nanos) noexcept override
         {
             if (bytes.size() == 3 && (bytes[0] & 0xF0U) == 0x90 && bytes[2] != 0) ++m_counts[bytes[0] & 0x0FU];
@@ -56,7 +56,7 @@ protected:
         store = std::make_unique<ProfileStore>(path("tessaro.ini").toStdString());
         program = std::make_unique<Program>(
             clock, midi, *store, strings,
-            ProgramFolders {path("").toStdString(), {}, QStringLiteral(TESSARO_SOURCE_DIR "/data/icons")},
+            ProgramFolders{path("").toStdString(), {}, QStringLiteral(TESSARO_SOURCE_DIR "/data/icons")},
             [] { return QStringLiteral("devices"); });
         program->user().showBox = [this](const QString& line, MessageKind) { boxes << line; };
         ASSERT_TRUE(program->start(commandLine));
@@ -104,7 +104,7 @@ protected:
     static inline const QString song = QStringLiteral(TESSARO_SOURCE_DIR "/examples/harbour-lights.mid");
 
     QTemporaryDir folder;
-    Strings strings {Language::english};
+    Strings strings{Language::english};
     ManualClock clock;
     CountingMidi midi;
     QStringList boxes;

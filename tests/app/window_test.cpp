@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "window_fixture.h"
-
 #include "app/screenshot.h"
 #include "views/frame/open_filter.h"
 #include "views/tracks/song_overview.h"
 #include "views/transport/transport_bar.h"
+#include "window_fixture.h"
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -116,12 +115,27 @@ TEST(OpenFilters, NameEveryKindInBothCases)
     EXPECT_EQ(filters[3], "All Files (*)");
 }
 
+TEST_F(WindowTest, AnotherSongStopsTheOneThatPlays)
+{
+    frame().openFile(song);
+    for (const bool open : {true, false}) {
+        frame().actions().play.trigger();
+        advance(500);
+        ASSERT_TRUE(program->panel().GetPlayBtn());
+        open ? static_cast<void>(frame().openFile(song)) : frame().actions().newSong.trigger();
+        EXPECT_FALSE(program->panel().GetPlayBtn());
+        EXPECT_FALSE(frame().actions().play.isChecked());
+        EXPECT_EQ(program->panel().GetLocation(), 0U);
+        EXPECT_EQ(frame().transportBar().location(), "1:01:000");
+    }
+}
+
 // Transport
 
 TEST_F(WindowTest, SpacePlaysAndStopsWhereverTheFocusIs)
 {
     frame().openFile(song);
-    QList<QWidget*> places {&frame(), &frame().trackPane().list()};
+    QList<QWidget*> places{&frame(), &frame().trackPane().list()};
     for (ToolButton* button : buttons()) places << button;
     ASSERT_GE(places.size(), 7);
     for (QWidget* place : places) {
@@ -231,11 +245,12 @@ TEST_F(WindowTest, LightsFollowTheNotesOfSoundingTracks)
     clickCell(1, TrackColumn::mute);
     program->panel().SetLocation(static_cast<long>(editor().MeasToTime({20, 0, 0})));
     frame().actions().play.trigger();
-    int brightest[2] {};
+    int brightest[2]{};
     for (int step = 0; step < 100; ++step) {
         advance(33);
         for (const int row : {0, 1})
-            brightest[row] = std::max(brightest[row], frame().trackModel().lightLevel(frame().trackModel().index(row, 0)));
+            brightest[row] =
+                std::max(brightest[row], frame().trackModel().lightLevel(frame().trackModel().index(row, 0)));
     }
     EXPECT_GT(brightest[0], 0);
     EXPECT_EQ(brightest[1], 0); // muted

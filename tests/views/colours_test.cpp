@@ -18,11 +18,16 @@ protected:
 TEST_P(BothThemes, TextIsReadableOnEveryBackgroundItMeets)
 {
     const std::pair<Role, Role> pairs[] = {
-        {QPalette::WindowText, QPalette::Window},         {QPalette::Text, QPalette::Base},
-        {QPalette::Text, QPalette::AlternateBase},        {QPalette::ButtonText, QPalette::Button},
-        {QPalette::PlaceholderText, QPalette::Window},    {QPalette::PlaceholderText, QPalette::Base},
-        {QPalette::PlaceholderText, QPalette::Button},    {QPalette::HighlightedText, QPalette::Highlight},
-        {QPalette::Link, QPalette::Base},                 {QPalette::ToolTipText, QPalette::ToolTipBase},
+        {QPalette::WindowText, QPalette::Window},
+        {QPalette::Text, QPalette::Base},
+        {QPalette::Text, QPalette::AlternateBase},
+        {QPalette::ButtonText, QPalette::Button},
+        {QPalette::PlaceholderText, QPalette::Window},
+        {QPalette::PlaceholderText, QPalette::Base},
+        {QPalette::PlaceholderText, QPalette::Button},
+        {QPalette::HighlightedText, QPalette::Highlight},
+        {QPalette::Link, QPalette::Base},
+        {QPalette::ToolTipText, QPalette::ToolTipBase},
         {QPalette::Base, QPalette::Text},
     };
     for (const auto& [text, back] : pairs)

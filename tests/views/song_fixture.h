@@ -22,7 +22,7 @@ struct SongFixture {
     PlainDocument document;
     NoFiles files;
     QuietPorts quiet;
-    CEditor editor {quiet.with(document, files)};
+    CEditor editor{quiet.with(document, files)};
 
     /// A block over the span on this track; makes a track of those that are unused.
     CBlk& addBlock(int track, std::uint32_t top, std::uint32_t end)

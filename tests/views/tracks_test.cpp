@@ -35,8 +35,8 @@ TEST(Miniature, PutsNotesWhereTheyPlay)
     SongFixture song;
     const std::uint32_t end = Miniature::parts * 10; // ten ticks a part
     CBlk& blk = song.addBlock(1, 1000, 5000);
-    SongFixture::addNote(blk, 1000, 40, 100, 20); // lowest: parts 100 and 101
-    SongFixture::addNote(blk, 2000, 99, 100, 0);  // highest, without length: part 200
+    SongFixture::addNote(blk, 1000, 40, 100, 20);        // lowest: parts 100 and 101
+    SongFixture::addNote(blk, 2000, 99, 100, 0);         // highest, without length: part 200
     SongFixture::addNote(blk, 4990, 60, 100, 1'000'000); // runs past the song's end
     const Miniature picture(*song.editor.song().trk(1), end);
 

@@ -12,7 +12,9 @@
 namespace tessaro {
 
 FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& text)
-    : appearance(&window), language(&window), m_text(text)
+    : appearance(&window)
+    , language(&window)
+    , m_text(text)
 {
     struct Row {
         QAction& action;

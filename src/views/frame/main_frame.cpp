@@ -55,7 +55,9 @@ QString draggedFile(const QMimeData* data)
 } // namespace
 
 CMainFrame::CMainFrame(const FrameParts& parts)
-    : m_parts(parts), m_actions(*this, parts.icons, parts.text), m_table(parts.text)
+    : m_parts(parts)
+    , m_actions(*this, parts.icons, parts.text)
+    , m_table(parts.text)
 {
     setWindowIcon(m_parts.icons.picture(QStringLiteral("tessaro")));
     setAcceptDrops(true);
@@ -66,8 +68,7 @@ CMainFrame::CMainFrame(const FrameParts& parts)
     connectTracks();
 
     connect(&m_panelTimer, &QTimer::timeout, this, [this] { m_parts.panel.timer(); });
-    connect(&m_followTimer, &QTimer::timeout, this,
-            [this] { followPlay(static_cast<int>(m_sinceFollow.restart())); });
+    connect(&m_followTimer, &QTimer::timeout, this, [this] { followPlay(static_cast<int>(m_sinceFollow.restart())); });
     connect(&m_deviceTimer, &QTimer::timeout, this, [this] { showDevices(); });
     connect(&m_refreshTimer, &QTimer::timeout, this, [this] { refreshSong(); });
     m_refreshTimer.setSingleShot(true);
@@ -95,9 +96,9 @@ CEditor& CMainFrame::editor() const { return m_parts.document.GetEditor(); }
 void CMainFrame::layOut()
 {
     auto* body = new QWidget(this);
-    m_bar = new TransportBar(
-        m_parts.icons,
-        {m_actions.top, m_actions.play, m_actions.stop, m_actions.loop, m_actions.metronome}, m_parts.text, body);
+    m_bar = new TransportBar(m_parts.icons,
+                             {m_actions.top, m_actions.play, m_actions.stop, m_actions.loop, m_actions.metronome},
+                             m_parts.text, body);
     m_stack = new QStackedWidget(body);
     m_empty = new EmptyHint(m_parts.icons.icon(QStringLiteral("song")));
     m_pane = new TrackPane(m_table);
@@ -204,8 +205,9 @@ void CMainFrame::fillRecentMenu()
     const std::vector<std::string>& paths = m_parts.app.GetRecentFiles().paths();
     for (std::size_t i = 0; i < paths.size(); ++i) {
         const QString name = QFileInfo(QString::fromStdString(paths[i])).fileName();
-        QAction* action = menu.addAction(QStringLiteral("&%1  %2").arg((i + 1) % 10).arg(QString(name).replace(
-            QLatin1Char('&'), QLatin1String("&&"))));
+        QAction* action = menu.addAction(QStringLiteral("&%1  %2")
+                                             .arg((i + 1) % 10)
+                                             .arg(QString(name).replace(QLatin1Char('&'), QLatin1String("&&"))));
         action->setToolTip(QString::fromStdString(paths[i]));
         connect(action, &QAction::triggered, this, [this, i] {
             if (m_status->busy()) return;
@@ -231,6 +233,8 @@ void CMainFrame::dropEvent(QDropEvent* event)
 }
 
 // The song
+
+void CMainFrame::stopPlay() { m_parts.panel.Stop(); }
 
 void CMainFrame::songReplaced()
 {
@@ -322,8 +326,8 @@ void CMainFrame::showTitle()
     const QFileInfo file(path);
     const bool unnamed = path.isEmpty();
     m_bar->setSongName(unnamed ? m_parts.text(TextId::songUntitled) : file.completeBaseName());
-    setWindowTitle(QStringLiteral("%1[*] - Tessaro").arg(unnamed ? m_parts.text(TextId::songUntitled)
-                                                                 : file.fileName()));
+    setWindowTitle(
+        QStringLiteral("%1[*] - Tessaro").arg(unnamed ? m_parts.text(TextId::songUntitled) : file.fileName()));
     setWindowModified(m_parts.document.IsModified());
 }
 
@@ -395,7 +399,8 @@ void CMainFrame::showPosition(std::uint32_t tick)
     song.GetMeasInfo(place.meas, measure);
     song.GetTimeInfo(tick, tempo);
     const int relative = 1000 + m_parts.smc.loom().getLoomRelativeTempo();
-    const auto real = static_cast<std::uint32_t>(std::uint64_t {tempo.tempo} * 1000 / static_cast<unsigned>(std::max(relative, 1)));
+    const auto real =
+        static_cast<std::uint32_t>(std::uint64_t{tempo.tempo} * 1000 / static_cast<unsigned>(std::max(relative, 1)));
     m_bar->setLocation(utf8Text(locationText(place)));
     m_bar->setClock(utf8Text(clockText(song.TimeToMsecond(tick))));
     m_bar->setTempo(utf8Text(tempoText(real)));
@@ -448,10 +453,14 @@ void CMainFrame::busy(bool on)
 void CMainFrame::handle(const Message& message)
 {
     if (m_parts.messages.handle(message)) return;
-    if (message.id == msg::devicesChanged) {
-        m_parts.app.OnDeviceChange();
-        showDevices();
+    if (message.id != msg::devicesChanged) return;
+    if (m_status->busy()) {
+        QTimer::singleShot(deviceInterval, this, [this, message] { handle(message); });
+        return;
     }
+    stopPlay();
+    m_parts.app.OnDeviceChange();
+    showDevices();
 }
 
 void CMainFrame::showDevices() { m_status->setDevices(m_parts.deviceSentence()); }
@@ -486,8 +495,11 @@ void CMainFrame::closeEvent(QCloseEvent* event)
     const QSize desk = screen()->size();
     const QRect place = isMaximized() ? normalGeometry() : geometry();
     savePlacement(m_parts.store,
-                  {.left = place.x(), .top = place.y(), .right = place.x() + place.width(),
-                   .bottom = place.y() + place.height(), .maximized = isMaximized()},
+                  {.left = place.x(),
+                   .top = place.y(),
+                   .right = place.x() + place.width(),
+                   .bottom = place.y() + place.height(),
+                   .maximized = isMaximized()},
                   desk.width(), desk.height());
     event->accept();
 }

@@ -62,6 +62,8 @@ public:
 
     /// Opens a song file; a failure has been told, and a new song stands.
     bool openFile(const QString& path);
+    /// As the stop button.
+    void stopPlay();
     /// Another song stands in the editor; the panel starts afresh.
     void songReplaced();
     /// A new song: everything of the transport at its start.

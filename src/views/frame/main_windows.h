@@ -26,8 +26,12 @@ public:
         m_frame = m_maker();
         return m_frame != nullptr;
     }
-    void createControlPanel() override { } // a strip of the main window
-    void closeChildFrames() override { }
+    void createControlPanel() override {} // a strip of the main window
+    /// No child frames yet; the song that goes away stops, with its button.
+    void closeChildFrames() override
+    {
+        if (m_frame) m_frame->stopPlay();
+    }
     void songReplaced() override
     {
         if (m_frame) m_frame->songReplaced();

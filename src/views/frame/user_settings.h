@@ -10,7 +10,7 @@ namespace tessaro {
 /// What the person chose for the windows: appearance and language, kept in the store.
 class UserSettings {
 public:
-    explicit UserSettings(SettingsStore& store) : m_store(store) { }
+    explicit UserSettings(SettingsStore& store) : m_store(store) {}
 
     [[nodiscard]] Appearance appearance() const
     {

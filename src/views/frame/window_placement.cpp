@@ -20,11 +20,14 @@ std::optional<WindowPlacement> loadPlacement(const SettingsStore& store, int scr
 {
     const auto value = [&](const char* key) { return store.getInt(section, key, absent); };
     if (value("DeskTop Size X") != screenWidth || value("DeskTop Size Y") != screenHeight) return std::nullopt;
-    const std::array values {value("Main Flags"),     value("Main ShowCmd"),  value("Main Rect Left"),
-                             value("Main Rect Top"), value("Main Rect Right"), value("Main Rect Bottom")};
+    const std::array values{value("Main Flags"),    value("Main ShowCmd"),    value("Main Rect Left"),
+                            value("Main Rect Top"), value("Main Rect Right"), value("Main Rect Bottom")};
     if (std::find(values.begin(), values.end(), absent) != values.end()) return std::nullopt;
-    return WindowPlacement {.left = values[2], .top = values[3], .right = values[4], .bottom = values[5],
-                            .maximized = values[1] == showMaximized};
+    return WindowPlacement{.left = values[2],
+                           .top = values[3],
+                           .right = values[4],
+                           .bottom = values[5],
+                           .maximized = values[1] == showMaximized};
 }
 
 void savePlacement(SettingsStore& store, const WindowPlacement& placement, int screenWidth, int screenHeight)

@@ -2,21 +2,23 @@
 #include "views/frame/window_user.h"
 
 #include "views/text/ui_text.h"
+#include "views/theme/icons.h"
 
 #include <QMessageBox>
 
 namespace tessaro {
 
-WindowUser::WindowUser(const UiText& text) : m_text(text)
+WindowUser::WindowUser(const UiText& text, const Icons& icons) : m_text(text), m_icons(icons)
 {
-    showBox = [this](const QString& line, MessageKind kind) {
-        const QMessageBox::Icon icon = kind == MessageKind::error ? QMessageBox::Critical
-            : kind == MessageKind::warning                        ? QMessageBox::Warning
-                                                                  : QMessageBox::Information;
-        QMessageBox(icon, QStringLiteral("Tessaro"), line, QMessageBox::Ok, m_window).exec();
+    const auto makeBox = [this](const QString& line, QMessageBox::StandardButtons buttons) {
+        auto box =
+            std::make_unique<QMessageBox>(QMessageBox::NoIcon, QStringLiteral("Tessaro"), line, buttons, m_window);
+        box->setIconPixmap(m_icons.icon(QStringLiteral("warning")).pixmap(QSize(32, 32), box->devicePixelRatioF()));
+        return box;
     };
-    askBox = [this](const QString& line) {
-        return QMessageBox::question(m_window, QStringLiteral("Tessaro"), line) == QMessageBox::Yes;
+    showBox = [makeBox](const QString& line, MessageKind) { makeBox(line, QMessageBox::Ok)->exec(); };
+    askBox = [makeBox](const QString& line) {
+        return makeBox(line, QMessageBox::Yes | QMessageBox::No)->exec() == QMessageBox::Yes;
     };
 }
 

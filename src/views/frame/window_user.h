@@ -11,13 +11,15 @@ class QWidget;
 
 namespace tessaro {
 
+class Icons;
 class UiText;
 
 /// Messages and questions of the program as boxes over the main window, and sentences in its status line. Before there
 /// is a window the boxes stand alone.
 class WindowUser : public UserPort {
 public:
-    explicit WindowUser(const UiText& text);
+    /// Borrowed.
+    WindowUser(const UiText& text, const Icons& icons);
 
     /// The window that owns the boxes; null for none.
     void setWindow(QWidget* window) { m_window = window; }
@@ -35,6 +37,7 @@ public:
 
 private:
     const UiText& m_text;
+    const Icons& m_icons;
     QWidget* m_window = nullptr;
 };
 

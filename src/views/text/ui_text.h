@@ -13,7 +13,7 @@ namespace tessaro {
 class UiText {
 public:
     /// Borrowed.
-    explicit UiText(Strings& strings) : m_strings(strings) { }
+    explicit UiText(Strings& strings) : m_strings(strings) {}
 
     void setLanguage(Language language) { m_strings.setLanguage(language); }
     [[nodiscard]] Language language() const { return m_strings.language(); }

@@ -12,7 +12,7 @@ struct Roles {
     QRgb window, windowText, base, alternate, text, quiet, button, line, accent, onAccent, link, tip, faint;
 };
 
-constexpr Roles lightRoles {
+constexpr Roles lightRoles{
     .window = 0xFFF1F3F6,
     .windowText = 0xFF1C2128,
     .base = 0xFFFFFFFF,
@@ -28,7 +28,7 @@ constexpr Roles lightRoles {
     .faint = 0xFFA0A8B2,
 };
 
-constexpr Roles darkRoles {
+constexpr Roles darkRoles{
     .window = 0xFF20242A,
     .windowText = 0xFFE3E7EC,
     .base = 0xFF171A1F,
@@ -73,11 +73,11 @@ QPalette makePalette(const Roles& r)
     return p;
 }
 
-constexpr std::array<QRgb, 16> lightTracks {
+constexpr std::array<QRgb, 16> lightTracks{
     0x2D78BD, 0x5B6DC0, 0x7B62B8, 0x9359A6, 0xA5538C, 0xB04F6E, 0xB4514C, 0xB05926,
     0xA06604, 0x8C7202, 0x737C03, 0x4C8634, 0x038A5A, 0x008779, 0x09848F, 0x0380A6,
 };
-constexpr std::array<QRgb, 16> darkTracks {
+constexpr std::array<QRgb, 16> darkTracks{
     0x76B6F7, 0x98ACFA, 0xB6A2F3, 0xCF9AE1, 0xE294C8, 0xEE91AB, 0xF1938C, 0xED9A6F,
     0xE0A45A, 0xCBAF54, 0xAFBA60, 0x8DC279, 0x69C898, 0x47C9B7, 0x3DC6D4, 0x54BFEA,
 };

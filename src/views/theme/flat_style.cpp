@@ -22,7 +22,10 @@ void drawScrollBar(const QProxyStyle& style, const QStyleOptionSlider& bar, QPai
     const bool hovered = bar.state & QStyle::State_MouseOver;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(blend(colours.color(QPalette::Text), colours.color(QPalette::Base), held ? 0.5 : hovered ? 0.4 : 0.25));
+    painter.setBrush(blend(colours.color(QPalette::Text), colours.color(QPalette::Base),
+                           held      ? 0.5
+                           : hovered ? 0.4
+                                     : 0.25));
     const double round = std::min(thumb.width(), thumb.height()) / 2.0;
     painter.drawRoundedRect(thumb, round, round);
 }
@@ -31,6 +34,21 @@ void drawHeaderSection(const QStyleOption& section, QPainter& painter)
 {
     painter.fillRect(section.rect, section.palette.window());
     painter.fillRect(section.rect.left(), section.rect.bottom(), section.rect.width(), 1, section.palette.mid());
+}
+
+void drawProgress(const QStyleOptionProgressBar& bar, QPainter& painter)
+{
+    const QRectF groove(bar.rect);
+    const double round = groove.height() / 2;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(bar.palette.color(QPalette::Mid));
+    painter.drawRoundedRect(groove, round, round);
+    const int range = std::max(bar.maximum - bar.minimum, 1);
+    const double done = groove.width() * (bar.progress - bar.minimum) / range;
+    if (done < groove.height()) return;
+    painter.setBrush(bar.palette.color(QPalette::Highlight));
+    painter.drawRoundedRect(QRectF(groove.left(), groove.top(), done, groove.height()), round, round);
 }
 
 void drawMenuBarItem(const QProxyStyle& style, const QStyleOptionMenuItem& item, QPainter& painter)
@@ -55,14 +73,16 @@ void drawButton(const QStyleOption& button, QPainter& painter)
     const bool focused = button.state & QStyle::State_HasFocus;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(focused ? QPen(colours.color(QPalette::Highlight), 2) : QPen(Qt::NoPen));
-    painter.setBrush(
-        blend(colours.color(QPalette::Text), colours.color(QPalette::Button), down ? 0.2 : hovered ? 0.1 : 0.0));
+    painter.setBrush(blend(colours.color(QPalette::Text), colours.color(QPalette::Button),
+                           down      ? 0.2
+                           : hovered ? 0.1
+                                     : 0.0));
     painter.drawRoundedRect(QRectF(button.rect).adjusted(1, 1, -1, -1), 5, 5);
 }
 
 } // namespace
 
-FlatStyle::FlatStyle() : QProxyStyle(QStyleFactory::create("fusion")) { }
+FlatStyle::FlatStyle() : QProxyStyle(QStyleFactory::create("fusion")) {}
 
 int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
 {
@@ -80,14 +100,19 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
 int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                          QStyleHintReturn* result) const
 {
-    if (hint == SH_ToolTip_WakeUpDelay) return 500;
+    switch (hint) {
+    case SH_ToolTip_WakeUpDelay: return 500;
+    case SH_DialogButtonBox_ButtonsHaveIcons: return 0;
+    default: break;
+    }
     return QProxyStyle::styleHint(hint, option, widget, result);
 }
 
 void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const
 {
-    if (element == PE_FrameFocusRect && option->state & State_Enabled && qobject_cast<const QPushButton*>(widget)) return;
+    if (element == PE_FrameFocusRect && option->state & State_Enabled && qobject_cast<const QPushButton*>(widget))
+        return;
     if (element == PE_PanelTipLabel) {
         painter->fillRect(option->rect, option->palette.mid());
         painter->fillRect(option->rect.adjusted(1, 1, -1, -1), option->palette.toolTipBase());
@@ -108,6 +133,12 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
     if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option); item && element == CE_MenuBarItem) {
         painter->save();
         drawMenuBarItem(*this, *item, *painter);
+        painter->restore();
+        return;
+    }
+    if (const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option); bar && element == CE_ProgressBar) {
+        painter->save();
+        drawProgress(*bar, *painter);
         painter->restore();
         return;
     }

@@ -33,7 +33,7 @@ QPixmap tinted(const QString& file, int side, const QColor& colour)
 
 class TintedEngine : public QIconEngine {
 public:
-    explicit TintedEngine(QString file) : m_file(std::move(file)) { }
+    explicit TintedEngine(QString file) : m_file(std::move(file)) {}
 
     void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State) override
     {
@@ -51,7 +51,9 @@ private:
     {
         const QPalette palette = QApplication::palette();
         if (mode == QIcon::Disabled) return palette.color(QPalette::Disabled, QPalette::ButtonText);
-        return palette.color(mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText);
+        // A menu draws the icon of its chosen line as an active one.
+        const bool chosen = mode == QIcon::Active || mode == QIcon::Selected;
+        return palette.color(chosen ? QPalette::HighlightedText : QPalette::ButtonText);
     }
 
     QString m_file;

@@ -14,7 +14,7 @@ namespace tessaro {
 /// palette and scale. A file that is missing draws nothing.
 class Icons {
 public:
-    explicit Icons(QString folder) : m_folder(std::move(folder)) { }
+    explicit Icons(QString folder) : m_folder(std::move(folder)) {}
 
     void draw(QPainter& painter, const QString& name, const QRectF& place, const QColor& colour) const;
     /// For menus and buttons of the toolkit: tinted as the text of a button.

@@ -20,7 +20,7 @@ public:
 
 private:
     static constexpr int fadeTime = 320;
-    std::array<int, 101> m_left {}; ///< milliseconds of shining left
+    std::array<int, 101> m_left{}; ///< milliseconds of shining left
 };
 
 } // namespace tessaro

@@ -21,10 +21,12 @@ Miniature::Miniature(const CTrk& track, std::uint32_t end)
 
     const int range = std::max(high - low + 1, bands);
     low -= (range - (high - low + 1)) / 2; // a narrow range stands in the middle
-    const auto part = [end](std::uint64_t tick) { return static_cast<std::uint32_t>(std::min<std::uint64_t>(tick * parts / end, parts - 1)); };
+    const auto part = [end](std::uint64_t tick) {
+        return static_cast<std::uint32_t>(std::min<std::uint64_t>(tick * parts / end, parts - 1));
+    };
     forEachNote(track, [&](std::uint32_t time, const CEvnt& e) {
         const std::uint32_t bit = 1U << ((e.GetPost1() - low) * bands / range);
-        const std::uint32_t last = part(std::uint64_t {time} + std::max(e.GetGateTime(), 1U) - 1);
+        const std::uint32_t last = part(std::uint64_t{time} + std::max(e.GetGateTime(), 1U) - 1);
         for (std::uint32_t p = part(time); p <= last; ++p) m_parts[p] |= bit;
     });
 }

@@ -32,7 +32,7 @@ public:
 
 private:
     std::vector<Block> m_blocks;
-    std::array<std::uint32_t, parts> m_parts {};
+    std::array<std::uint32_t, parts> m_parts{};
 };
 
 } // namespace tessaro

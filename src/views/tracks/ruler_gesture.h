@@ -28,10 +28,7 @@ public:
     void cancel() { m_down = m_dragging = false; }
 
     /// The place clicked, once the button is up and nothing was dragged.
-    [[nodiscard]] std::optional<int> click() const
-    {
-        return m_dragging ? std::nullopt : std::optional(m_start);
-    }
+    [[nodiscard]] std::optional<int> click() const { return m_dragging ? std::nullopt : std::optional(m_start); }
     /// The span dragged over, left end first, while dragging and after.
     [[nodiscard]] std::optional<std::pair<int, int>> span() const
     {

@@ -5,6 +5,7 @@
 #include "views/tracks/track_list_view.h"
 
 #include <QEvent>
+#include <QHelpEvent>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
@@ -116,7 +117,7 @@ void SongOverview::layOut()
 {
     m_lanes.assign(m_rows.size(), {});
     const int room = fontMetrics().horizontalAdvance(QStringLiteral("0000")) + 12;
-    m_marks = m_measures.top ? rulerMarks(scale(), m_measures.count, room, m_measures.top) : std::vector<RulerMark> {};
+    m_marks = m_measures.top ? rulerMarks(scale(), m_measures.count, room, m_measures.top) : std::vector<RulerMark>{};
     update();
 }
 
@@ -137,13 +138,14 @@ QPixmap SongOverview::drawLane(std::size_t row) const
 
     const TrackRow& track = m_rows[row];
     const QColor base = palette().color(QPalette::Base);
-    const QColor colour = track.sounding ? trackColour(track.track, palette()) : palette().color(QPalette::Mid);
+    const QColor colour = track.sounding ? trackColour(track.track, palette())
+                                         : blend(palette().color(QPalette::PlaceholderText), base, 0.5);
     const SongScale xs = scale();
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     for (const Miniature::Block& block : m_miniatures[row].blocks()) {
-        const QRectF place(xs.x(block.top) + 0.5, blockInset + 0.5, std::max(xs.x(block.end) - xs.x(block.top), 3.0) - 1,
-                           m_rowHeight - 2 * blockInset - 2);
+        const QRectF place(xs.x(block.top) + 0.5, blockInset + 0.5,
+                           std::max(xs.x(block.end) - xs.x(block.top), 3.0) - 1, m_rowHeight - 2 * blockInset - 2);
         painter.setPen(QPen(blend(colour, base, 0.45), 1, block.ghost ? Qt::DashLine : Qt::SolidLine));
         painter.setBrush(blend(colour, base, block.ghost ? 0.10 : 0.20));
         painter.drawRoundedRect(place, 3, 3);
@@ -153,6 +155,13 @@ QPixmap SongOverview::drawLane(std::size_t row) const
     painter.drawImage(QRectF(SongScale::margin, inset, xs.span(), m_rowHeight - 1 - 2 * inset),
                       noteImage(m_miniatures[row], notes.width(), notes.height(), colour));
     return picture;
+}
+
+bool SongOverview::event(QEvent* event)
+{
+    // The tip belongs to the ruler; over the lanes it would be in the way.
+    if (event->type() == QEvent::ToolTip && static_cast<QHelpEvent*>(event)->pos().y() >= rulerHeight) return true;
+    return QWidget::event(event);
 }
 
 void SongOverview::paintEvent(QPaintEvent* event)

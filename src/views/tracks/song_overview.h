@@ -21,8 +21,8 @@ class SongOverview : public QWidget {
 public:
     /// The measures of the song, as the ruler needs them.
     struct Measures {
-        std::function<std::uint32_t(std::uint32_t)> top;      ///< tick of a measure counted from 0
-        std::function<std::uint32_t(std::uint32_t)> nearest;  ///< the bar line nearest to a tick
+        std::function<std::uint32_t(std::uint32_t)> top;     ///< tick of a measure counted from 0
+        std::function<std::uint32_t(std::uint32_t)> nearest; ///< the bar line nearest to a tick
         std::uint32_t count = 0;
     };
     struct Loop {
@@ -53,6 +53,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return {160, 120}; }
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;

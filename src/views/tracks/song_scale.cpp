@@ -26,7 +26,7 @@ std::vector<RulerMark> rulerMarks(const SongScale& scale, std::uint32_t measures
     for (std::uint32_t m = 0; m < measures; m += lines) {
         const std::uint32_t top = measureTop(m);
         if (top > scale.end()) break;
-        RulerMark mark {.measure = m + 1, .x = scale.x(top)};
+        RulerMark mark{.measure = m + 1, .x = scale.x(top)};
         mark.labelled = m % labels == 0 && mark.x >= free;
         if (mark.labelled) free = mark.x + room;
         marks.push_back(mark);

@@ -13,7 +13,7 @@ class SongScale {
 public:
     static constexpr int margin = 8;
 
-    SongScale(std::uint32_t end, int width) : m_end(std::max(end, 1U)), m_span(std::max(width - 2 * margin, 1)) { }
+    SongScale(std::uint32_t end, int width) : m_end(std::max(end, 1U)), m_span(std::max(width - 2 * margin, 1)) {}
 
     [[nodiscard]] double x(std::uint32_t tick) const { return margin + static_cast<double>(tick) * m_span / m_end; }
     /// The nearest tick inside the song.

@@ -105,8 +105,9 @@ QVariant TrackListModel::data(const QModelIndex& index, int role) const
     case Qt::AccessibleTextRole:
         if (isSwitch(index)) {
             const bool on = column == TrackColumn::mute ? r.mute : r.solo;
-            return QStringLiteral("%1: %2").arg(m_text(column == TrackColumn::mute ? TextId::commandMute : TextId::commandSolo),
-                                                m_text(on ? TextId::stateOn : TextId::stateOff));
+            return QStringLiteral("%1: %2").arg(
+                m_text(column == TrackColumn::mute ? TextId::commandMute : TextId::commandSolo),
+                m_text(on ? TextId::stateOn : TextId::stateOff));
         }
         return cellText(r, column);
     case Qt::CheckStateRole:

@@ -20,7 +20,7 @@ inline constexpr int trackColumns = 7;
 /// through `onMute` and `onSolo` with the track and the wanted state, and comes back as new rows.
 class TrackListModel : public QAbstractTableModel {
 public:
-    explicit TrackListModel(const UiText& text) : m_text(text) { }
+    explicit TrackListModel(const UiText& text) : m_text(text) {}
 
     std::function<void(int track, bool on)> onMute;
     std::function<void(int track, bool on)> onSolo;

@@ -16,7 +16,7 @@ namespace {
 /// Paints a cell from the palette; the track's colour and its light in the first column.
 class CellPainter : public QStyledItemDelegate {
 public:
-    CellPainter(const TrackListModel& table, QObject* parent) : QStyledItemDelegate(parent), m_table(table) { }
+    CellPainter(const TrackListModel& table, QObject* parent) : QStyledItemDelegate(parent), m_table(table) {}
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
@@ -31,7 +31,9 @@ public:
         switch (static_cast<TrackColumn>(index.column())) {
         case TrackColumn::light: paintLight(*painter, option.rect, colours, row, m_table.lightLevel(index)); break;
         case TrackColumn::mute: paintSwitch(*painter, option, index, row.mute, colours.color(QPalette::Text)); break;
-        case TrackColumn::solo: paintSwitch(*painter, option, index, row.solo, colours.color(QPalette::Highlight)); break;
+        case TrackColumn::solo:
+            paintSwitch(*painter, option, index, row.solo, colours.color(QPalette::Highlight));
+            break;
         default: paintText(*painter, option, index, row);
         }
         painter->restore();
@@ -43,10 +45,12 @@ public:
     }
 
 private:
-    static void paintLight(QPainter& painter, const QRect& cell, const QPalette& colours, const TrackRow& row, int level)
+    static void paintLight(QPainter& painter, const QRect& cell, const QPalette& colours, const TrackRow& row,
+                           int level)
     {
         const QColor colour = trackColour(row.track, colours);
-        painter.fillRect(cell.left(), cell.top(), 4, cell.height() - 1, row.sounding ? colour : colours.color(QPalette::Mid));
+        painter.fillRect(cell.left(), cell.top(), 4, cell.height() - 1,
+                         row.sounding ? colour : colours.color(QPalette::Mid));
         const QColor dark = blend(colours.color(QPalette::Text), colours.color(QPalette::Base), 0.14);
         const QPointF middle(cell.left() + 16.0, cell.center().y() + 0.5);
         painter.setPen(Qt::NoPen);

@@ -2,14 +2,15 @@
 #include "views/tracks/track_pane.h"
 
 #include "views/tracks/song_overview.h"
-#include "views/tracks/track_list_view.h"
 #include "views/tracks/track_list_model.h"
+#include "views/tracks/track_list_view.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
 #include <QScrollBar>
 #include <QSplitter>
+#include <QVBoxLayout>
 #include <QWheelEvent>
 
 namespace tessaro {
@@ -19,7 +20,8 @@ TrackPane::TrackPane(TrackListModel& table, QWidget* parent)
     , m_splitter(new QSplitter(Qt::Horizontal, this))
     , m_list(new TrackListView(table))
     , m_overview(new SongOverview)
-    , m_bar(new QScrollBar(Qt::Vertical, this))
+    , m_barColumn(new QWidget(this))
+    , m_bar(new QScrollBar(Qt::Vertical, m_barColumn))
 {
     m_splitter->addWidget(m_list);
     m_splitter->addWidget(m_overview);
@@ -32,20 +34,22 @@ TrackPane::TrackPane(TrackListModel& table, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_splitter, 1);
-    layout->addWidget(m_bar);
+    layout->addWidget(m_barColumn);
+    auto* column = new QVBoxLayout(m_barColumn);
+    column->setContentsMargins(0, TrackListView::headerHeight, 0, 0);
+    column->addWidget(m_bar);
 
     QScrollBar* inner = m_list->verticalScrollBar();
     connect(inner, &QScrollBar::rangeChanged, m_bar, [this, inner](int low, int high) {
         m_bar->setRange(low, high);
         m_bar->setPageStep(inner->pageStep());
-        m_bar->setVisible(high > low);
     });
     connect(inner, &QScrollBar::valueChanged, this, [this](int value) {
         m_bar->setValue(value);
         m_overview->setScroll(value);
     });
     connect(m_bar, &QScrollBar::valueChanged, inner, &QScrollBar::setValue);
-    m_bar->hide();
+    m_barColumn->hide();
     connect(m_list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { m_overview->setCurrentRow(current.isValid() ? current.row() : -1); });
     m_overview->installEventFilter(this);
@@ -56,11 +60,12 @@ TrackPane::TrackPane(TrackListModel& table, QWidget* parent)
 void TrackPane::fitRows()
 {
     const int rows = std::max(1, m_list->model()->rowCount());
-    const int share = (height() - TrackListView::headerHeight) / rows / 4 * 4;
-    const int rowHeight = std::clamp(share, leastRowHeight, mostRowHeight);
+    const int room = height() - TrackListView::headerHeight;
+    const int rowHeight = std::clamp(room / rows / 4 * 4, leastRowHeight, mostRowHeight);
     m_list->setRowHeight(rowHeight);
     m_overview->setRowHeight(rowHeight);
     m_bar->setSingleStep(rowHeight);
+    m_barColumn->setVisible(rows * rowHeight > room);
 }
 
 void TrackPane::resizeEvent(QResizeEvent* event)

@@ -36,6 +36,7 @@ private:
     QSplitter* m_splitter;
     TrackListView* m_list;
     SongOverview* m_overview;
+    QWidget* m_barColumn; ///< the scroll bar below the height of the ruler
     QScrollBar* m_bar;
 };
 

@@ -35,10 +35,7 @@ EmptyHint::EmptyHint(const QIcon& icon, QWidget* parent)
 
 void EmptyHint::setSentence(const QString& sentence) { m_sentence->setText(sentence); }
 
-void EmptyHint::drawIcon()
-{
-    m_picture->setPixmap(m_icon.pixmap(QSize(48, 48), devicePixelRatioF(), QIcon::Disabled));
-}
+void EmptyHint::drawIcon() { m_picture->setPixmap(m_icon.pixmap(QSize(48, 48), devicePixelRatioF(), QIcon::Disabled)); }
 
 void EmptyHint::changeEvent(QEvent* event)
 {

@@ -10,7 +10,10 @@
 namespace tessaro {
 
 ToolButton::ToolButton(const Icons& icons, QString icon, QAction& action, QWidget* parent)
-    : QAbstractButton(parent), m_icons(icons), m_icon(std::move(icon)), m_action(action)
+    : QAbstractButton(parent)
+    , m_icons(icons)
+    , m_icon(std::move(icon))
+    , m_action(action)
 {
     setFocusPolicy(Qt::TabFocus);
     connect(&action, &QAction::changed, this, [this] { follow(); });
@@ -58,8 +61,10 @@ void ToolButton::paintEvent(QPaintEvent*)
 
     QColor back = colours.color(QPalette::Button);
     if (on) back = colours.color(QPalette::Highlight);
-    if (isDown()) back = blend(colours.color(QPalette::Text), back, 0.2);
-    else if (underMouse() && isEnabled()) back = blend(colours.color(QPalette::Text), back, 0.1);
+    if (isDown())
+        back = blend(colours.color(QPalette::Text), back, 0.2);
+    else if (underMouse() && isEnabled())
+        back = blend(colours.color(QPalette::Text), back, 0.1);
     painter.setPen(Qt::NoPen);
     painter.setBrush(back);
     painter.drawRoundedRect(place, 5, 5);
