@@ -390,6 +390,7 @@ private:
         if (n < 0) return false;
         PlainEvent& e = add(n, pitch, velocity);
         e.gate = std::max(gateTime(pitch), 1U);
+        m_song.wraps = m_song.wraps || e.time + e.gate < e.time;
         raise(block(n), e.time + e.gate);
         return true;
     }
@@ -473,7 +474,9 @@ private:
             PlainBlock& b = m_song.tracks[n].blocks.front();
             if (b.events.empty()) continue;
             b.top = barLine(b.events.front().time, 0);
-            b.end = barLine(b.end, 1);
+            const u32 end = barLine(b.end, 1);
+            m_song.wraps = m_song.wraps || end < b.end;
+            b.end = end;
             for (PlainEvent& e : b.events) e.time -= b.top;
         }
     }

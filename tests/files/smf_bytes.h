@@ -25,7 +25,7 @@ public:
     }
     SmfBytes& raw(const Bytes& bytes)
     {
-        m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end());
+        for (const std::uint8_t byte : bytes) m_bytes.push_back(byte);
         return *this;
     }
     SmfBytes& header(std::uint32_t format, std::uint32_t numTrk, std::uint32_t division = 480)
