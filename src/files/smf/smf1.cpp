@@ -59,7 +59,6 @@ bool CSmf::LoadSmf1Trk()
     while (m_in.position() < m_chunkEnd) {
         const ByteReader in = m_in;
         const SmfClock clock = m_clock;
-        const std::uint8_t running = m_running;
         if (readEvntStart() && LoadSmf1Evnt()) continue;
         if (tracksLeft()) {
             if (m_badStatus && !m_open.empty()) tellUnreadable();
@@ -68,7 +67,6 @@ bool CSmf::LoadSmf1Trk()
         m_partial = true;
         m_in = in;
         m_clock = clock;
-        m_running = running;
         pairRest();
     }
     m_open.closeAll(m_clock);
