@@ -78,6 +78,10 @@ public:
     /// `dropController` tells for each controller whether recording leaves it out.
     void setInFilter(std::uint32_t mask, const std::array<std::uint8_t, 128>& dropController);
     [[nodiscard]] std::uint32_t inFilter() const noexcept { return m_inFilter; }
+    [[nodiscard]] bool dropsController(unsigned number) const noexcept
+    {
+        return number >= m_dropController.size() || m_dropController[number] != 0;
+    }
     void smcSetThruPort(int port);
     void smcSetThruCh(int channel);
     void smcSetThruTrns(int semitones);
