@@ -198,7 +198,7 @@ TEST_F(Commands, SimulatePlaysAtTheTimesOfTheTempoMap)
     bool off = false;
     for (const Sent& line : lines) {
         if (line.bytes == std::vector<int>{0x90, 60, 100}) on = line.ms == 0 && line.tick == "0";
-        if (line.bytes[0] == 0x80) off = line.ms == 1000 && line.tick == "480";
+        if (line.bytes == std::vector<int>{0x90, 60, 0}) off = line.ms == 1000 && line.tick == "480";
     }
     EXPECT_TRUE(on);
     EXPECT_TRUE(off);
