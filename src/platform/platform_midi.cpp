@@ -52,10 +52,7 @@ std::vector<std::string> namesOf(const std::vector<Driver>& drivers)
     return names;
 }
 
-Nanos steadyNow()
-{
-    return std::chrono::steady_clock::now().time_since_epoch();
-}
+Nanos steadyNow() { return std::chrono::steady_clock::now().time_since_epoch(); }
 
 /// True when `all` holds a name that `known` lacks; both are sorted.
 bool anyNew(const std::vector<std::string>& all, const std::vector<std::string>& known)
@@ -83,7 +80,7 @@ struct PlatformMidi::Parts {
     std::shared_ptr<LiveSynth> synth;
     std::string synthTrouble;
     std::unique_ptr<AudioChain> chain;
-    std::atomic<AudioChain*> polledChain {nullptr}; ///< shows the chain to the background thread
+    std::atomic<AudioChain*> polledChain{nullptr}; ///< shows the chain to the background thread
 
     mutable std::mutex lock; ///< of the backends' lists and of what follows
     std::vector<Driver> outs;
@@ -200,15 +197,9 @@ void PlatformMidi::refresh()
     m_parts->refresh();
 }
 
-std::vector<std::string> PlatformMidi::outputs() const
-{
-    return namesOf(m_parts->outs);
-}
+std::vector<std::string> PlatformMidi::outputs() const { return namesOf(m_parts->outs); }
 
-std::vector<std::string> PlatformMidi::inputs() const
-{
-    return namesOf(m_parts->ins);
-}
+std::vector<std::string> PlatformMidi::inputs() const { return namesOf(m_parts->ins); }
 
 std::unique_ptr<MidiOut> PlatformMidi::openOutput(std::size_t driver)
 {
@@ -228,14 +219,16 @@ std::unique_ptr<MidiIn> PlatformMidi::openInput(std::size_t driver, MidiInSink& 
 
 std::vector<std::string> PlatformMidi::waveOutputs() const
 {
-    std::vector<std::string> names = m_parts->options.soundDevices ? listSoundDevices().outputs : std::vector<std::string>();
+    std::vector<std::string> names =
+        m_parts->options.soundDevices ? listSoundDevices().outputs : std::vector<std::string>();
     if (m_parts->jack && m_parts->jack->running()) names.insert(names.begin(), "JACK");
     return names;
 }
 
 std::vector<std::string> PlatformMidi::waveInputs() const
 {
-    std::vector<std::string> names = m_parts->options.soundDevices ? listSoundDevices().inputs : std::vector<std::string>();
+    std::vector<std::string> names =
+        m_parts->options.soundDevices ? listSoundDevices().inputs : std::vector<std::string>();
     if (m_parts->jack && m_parts->jack->running()) names.insert(names.begin(), "JACK");
     return names;
 }
@@ -267,7 +260,8 @@ std::string PlatformMidi::sentence() const
 {
     std::string services;
     for (const std::string& service : midiServices()) services += (services.empty() ? "" : " and ") + service;
-    return sentenceOf(soundStatus()) + "; " + (services.empty() ? "no MIDI service was found" : "MIDI: " + services) + ".";
+    return sentenceOf(soundStatus()) + "; " + (services.empty() ? "no MIDI service was found" : "MIDI: " + services)
+         + ".";
 }
 
 bool PlatformMidi::waitForSound(Nanos atMost)

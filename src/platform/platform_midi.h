@@ -15,12 +15,12 @@ namespace tessaro {
 
 /// What PlatformMidi looks for, and where.
 struct PlatformOptions {
-    std::string soundFont {};    ///< file name; empty: the first General MIDI SoundFont found in the usual folders
-    std::string jackServer {};   ///< name of a JACK server; empty: the default one
-    double gain = 0.4;        ///< of the built-in synth, 0 to 10
-    bool jack = true;         ///< MIDI and sound through JACK where a server runs
-    bool alsa = true;         ///< ports of the ALSA sequencer
-    bool soundDevices = true; ///< false: the synth plays to JACK or to nothing
+    std::string soundFont{};      ///< file name; empty: the first General MIDI SoundFont found in the usual folders
+    std::string jackServer{};     ///< name of a JACK server; empty: the default one
+    double gain = 0.4;            ///< of the built-in synth, 0 to 10
+    bool jack = true;             ///< MIDI and sound through JACK where a server runs
+    bool alsa = true;             ///< ports of the ALSA sequencer
+    bool soundDevices = true;     ///< false: the synth plays to JACK or to nothing
     bool openSoundAtOnce = false; ///< false: the audio device opens when the built-in synth is first opened
 };
 

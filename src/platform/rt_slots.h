@@ -58,8 +58,8 @@ private:
             std::this_thread::sleep_for(std::chrono::microseconds(50));
     }
 
-    std::array<std::atomic<T*>, Size> m_slots {};
-    std::atomic<std::uint32_t> m_walks {0};
+    std::array<std::atomic<T*>, Size> m_slots{};
+    std::atomic<std::uint32_t> m_walks{0};
 };
 
 } // namespace tessaro

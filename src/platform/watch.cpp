@@ -6,7 +6,9 @@
 namespace tessaro {
 
 Watch::Watch(std::chrono::milliseconds interval, std::function<void()> errand)
-    : m_interval(interval), m_errand(std::move(errand)), m_thread([this] { run(); })
+    : m_interval(interval)
+    , m_errand(std::move(errand))
+    , m_thread([this] { run(); })
 {
 }
 

@@ -3,9 +3,10 @@
 #include "platform/audio/audio_chain.h"
 #include "platform/audio/null_audio.h"
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <cmath>
-#include <gtest/gtest.h>
 #include <random>
 
 using namespace std::chrono_literals;
@@ -38,7 +39,8 @@ public:
 class FakeOut : public AudioOut {
 public:
     FakeOut(const Clock& clock, unsigned rate, FakeOut*& self)
-        : AudioOut(std::make_shared<AudioTap>(clock), rate, 64), m_self(self)
+        : AudioOut(std::make_shared<AudioTap>(clock), rate, 64)
+        , m_self(self)
     {
         m_self = this;
     }
@@ -46,8 +48,8 @@ public:
 
     float callBack()
     {
-        std::array<float, 64> left {};
-        std::array<float, 64> right {};
+        std::array<float, 64> left{};
+        std::array<float, 64> right{};
         tap().pull(left.data(), right.data(), left.size());
         return left[0];
     }
@@ -91,9 +93,11 @@ protected:
     Fake jack;
     Fake card;
     Fake huge;
-    AudioChain chain {{wayTo(jack, "JACK", 44100), wayTo(huge, "Huge", 192000), wayTo(card, "Card", 48000),
-                       {"", [this] { return std::make_unique<NullAudio>(clock); }}},
-                      source};
+    AudioChain chain{{wayTo(jack, "JACK", 44100),
+                      wayTo(huge, "Huge", 192000),
+                      wayTo(card, "Card", 48000),
+                      {"", [this] { return std::make_unique<NullAudio>(clock); }}},
+                     source};
 };
 
 } // namespace
@@ -155,7 +159,7 @@ TEST(BlockTime, EvensOutJitterAndStartsOverAfterAGap)
     std::minstd_rand random(7);
     constexpr std::size_t frames = 256;
     const auto ideal = [](int block) { return 1s + Nanos(static_cast<std::int64_t>(block * frames * 1e9 / 48000)); };
-    Nanos before {};
+    Nanos before{};
     double worst = 0;
     for (int i = 0; i < 4000; ++i) {
         const Nanos block = time.next(ideal(i) + Nanos(random() % 2'000'000), frames, 48000);

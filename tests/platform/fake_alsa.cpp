@@ -1,19 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/fake_alsa.h"
 
-#include <cerrno>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
+
+#include <cerrno>
 
 namespace tessaro {
 
 FakeAlsa* FakeAlsa::s_now = nullptr;
 
-FakeAlsa::FakeAlsa() : m_event(eventfd(0, EFD_NONBLOCK))
-{
-    s_now = this;
-}
+FakeAlsa::FakeAlsa() : m_event(eventfd(0, EFD_NONBLOCK)) { s_now = this; }
 
 FakeAlsa::~FakeAlsa()
 {
@@ -67,7 +65,8 @@ AlsaCalls FakeAlsa::calls() const
             .nextPort =
                 [](snd_seq_t*, snd_seq_port_info_t* info) {
                     const auto& ports = s_now->clients.at(snd_seq_port_info_get_client(info)).ports;
-                    const int next = static_cast<unsigned char>(snd_seq_port_info_get_port(info) + 1); // wraps, as the kernel's
+                    const int next =
+                        static_cast<unsigned char>(snd_seq_port_info_get_port(info) + 1); // wraps, as the kernel's
                     if (next >= static_cast<int>(ports.size())) return -ENOENT;
                     const Port& port = ports[static_cast<std::size_t>(next)];
                     snd_seq_port_info_set_port(info, next);
@@ -127,10 +126,7 @@ int FakeAlsa::take(snd_seq_event_t** event)
     return 1;
 }
 
-void FakeAlsa::wakeReader()
-{
-    eventfd_write(m_event, 1);
-}
+void FakeAlsa::wakeReader() { eventfd_write(m_event, 1); }
 
 void FakeAlsa::arrive(int client, int port, snd_seq_event_t event)
 {
@@ -144,7 +140,7 @@ void FakeAlsa::arrive(int client, int port, snd_seq_event_t event)
 
 void FakeAlsa::announce(snd_seq_event_type_t type)
 {
-    snd_seq_event_t event {};
+    snd_seq_event_t event{};
     event.type = type;
     arrive(SND_SEQ_CLIENT_SYSTEM, SND_SEQ_PORT_SYSTEM_ANNOUNCE, event);
 }

@@ -38,9 +38,9 @@ public:
 
     bool present = true;
     std::map<int, Client> clients;
-    std::atomic<int> refuse {0}; ///< so many outputs find the buffers full
-    std::atomic<std::size_t> longest {0};
-    std::atomic<bool> closed {false};
+    std::atomic<int> refuse{0}; ///< so many outputs find the buffers full
+    std::atomic<std::size_t> longest{0};
+    std::atomic<bool> closed{false};
 
 private:
     using Address = std::pair<int, int>;
@@ -59,7 +59,7 @@ private:
     std::map<Address, Bytes> m_sent;
     std::deque<snd_seq_event_t> m_arrived;
     bool m_overrun = false;
-    snd_seq_event_t m_current {};
+    snd_seq_event_t m_current{};
 };
 
 } // namespace tessaro

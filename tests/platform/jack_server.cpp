@@ -3,13 +3,14 @@
 
 #include "platform/recording_sink.h"
 
-#include <algorithm>
-#include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
 
 namespace tessaro {
 
@@ -30,10 +31,7 @@ void silence()
 
 } // namespace
 
-bool JackServer::installed()
-{
-    return access("/usr/bin/jackd", X_OK) == 0;
-}
+bool JackServer::installed() { return access("/usr/bin/jackd", X_OK) == 0; }
 
 JackServer::JackServer() : m_name("tessaro-test-" + std::to_string(getpid()))
 {
@@ -41,10 +39,7 @@ JackServer::JackServer() : m_name("tessaro-test-" + std::to_string(getpid()))
     jack_set_info_function([](const char*) {});
 }
 
-JackServer::~JackServer()
-{
-    stop();
-}
+JackServer::~JackServer() { stop(); }
 
 bool JackServer::start()
 {
@@ -53,7 +48,8 @@ bool JackServer::start()
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         silence();
         // Synchronous: a period waits for its clients, so that a busy machine makes it late and not lossy.
-        execl("/usr/bin/jackd", "jackd", "-S", "-n", m_name.c_str(), "-r", "-d", "dummy", "-r", "48000", "-p", "256", nullptr);
+        execl("/usr/bin/jackd", "jackd", "-S", "-n", m_name.c_str(), "-r", "-d", "dummy", "-r", "48000", "-p", "256",
+              nullptr);
         _exit(127);
     }
     return m_process > 0 && waitFor([this] { return answers(); });
@@ -73,15 +69,9 @@ bool JackServer::answers() const
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-void JackServer::kill()
-{
-    end(SIGKILL);
-}
+void JackServer::kill() { end(SIGKILL); }
 
-void JackServer::stop()
-{
-    end(SIGTERM);
-}
+void JackServer::stop() { end(SIGTERM); }
 
 void JackServer::end(int signal)
 {
@@ -92,7 +82,9 @@ void JackServer::end(int signal)
 }
 
 JackListener::JackListener(const JackServer& server)
-    : m_client(openClient(server.name(), "listener")), m_events(20000), m_bytes(200000)
+    : m_client(openClient(server.name(), "listener"))
+    , m_events(20000)
+    , m_bytes(200000)
 {
     if (!m_client) return;
     m_in = jack_port_register(m_client, "in", JACK_DEFAULT_MIDI_TYPE, JackPortIsInput, 0);
@@ -111,6 +103,11 @@ int JackListener::process(jack_nframes_t frames, void* self)
 {
     auto& listener = *static_cast<JackListener*>(self);
     void* buffer = jack_port_get_buffer(listener.m_in, frames);
+    jack_nframes_t first = 0;
+    jack_time_t start = 0;
+    jack_time_t next = 0;
+    float length = 0;
+    jack_get_cycle_times(listener.m_client, &first, &start, &next, &length);
     std::size_t count = listener.m_count.load();
     for (jack_nframes_t i = 0; i < jack_midi_get_event_count(buffer); ++i) {
         jack_midi_event_t event;
@@ -118,7 +115,9 @@ int JackListener::process(jack_nframes_t frames, void* self)
         const std::size_t begin = count == 0 ? 0 : listener.m_events[count - 1].end;
         if (count == listener.m_events.size() || begin + event.size > listener.m_bytes.size()) break;
         std::copy_n(event.buffer, event.size, listener.m_bytes.begin() + static_cast<std::ptrdiff_t>(begin));
-        listener.m_events[count++] = {jack_last_frame_time(listener.m_client) + event.time, begin + event.size};
+        const double place = static_cast<double>(event.time) / frames;
+        listener.m_events[count++] = {static_cast<double>(start) + place * static_cast<double>(length),
+                                      begin + event.size};
     }
     listener.m_count.store(count);
     return 0;

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <atomic>
-#include <cstddef>
 #include <jack/jack.h>
 #include <jack/midiport.h>
+#include <sys/types.h>
+
+#include <atomic>
+#include <cstddef>
 #include <span>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 namespace tessaro {
@@ -40,7 +41,7 @@ private:
 class JackListener {
 public:
     struct Event {
-        jack_nframes_t frame;
+        double micros;   ///< JACK's time of its frame
         std::size_t end; ///< of its bytes in the stream
     };
 
@@ -63,8 +64,8 @@ private:
     jack_port_t* m_in = nullptr;
     std::vector<Event> m_events;
     std::vector<unsigned char> m_bytes;
-    std::atomic<std::size_t> m_count {0};
-    std::atomic<int> m_overruns {0};
+    std::atomic<std::size_t> m_count{0};
+    std::atomic<int> m_overruns{0};
 };
 
 } // namespace tessaro

@@ -4,6 +4,7 @@
 #include "platform/recording_sink.h"
 
 #include <gtest/gtest.h>
+
 #include <random>
 
 using namespace std::chrono_literals;
@@ -64,7 +65,7 @@ TEST(TimedMessages, RefuseWhatDoesNotFitAndKnowTheirSysex)
     EXPECT_FALSE(ring.push({}, 0ns));
     EXPECT_FALSE(ring.push(Bytes(5000, 1), 0ns));
     EXPECT_TRUE(ring.push(sysexOf(500), 0ns));
-    EXPECT_TRUE(ring.push(Bytes {0x90, 1, 1}, 1ns));
+    EXPECT_TRUE(ring.push(Bytes{0x90, 1, 1}, 1ns));
     EXPECT_FALSE(ring.push(sysexOf(500), 2ns));
     EXPECT_TRUE(ring.holdsSysex());
     ring.pop();
@@ -84,7 +85,7 @@ TEST(Loopback, CarriesEverythingToEveryInput)
     const auto out = cable.openOutput("Loopback");
     ASSERT_TRUE(out);
     EXPECT_FALSE(cable.openOutput("Other"));
-    EXPECT_TRUE(out->send(Bytes {0xFE}, 1ms)) << "nobody listens";
+    EXPECT_TRUE(out->send(Bytes{0xFE}, 1ms)) << "nobody listens";
     RecordingSink sink;
     RecordingSink other;
     auto in = cable.openInput("Loopback", sink);
@@ -92,12 +93,12 @@ TEST(Loopback, CarriesEverythingToEveryInput)
     EXPECT_TRUE(out->send(sysexOf(300'000), 2ms));
     // Opened anew with the same sink before the old input is closed.
     in = cable.openInput("Loopback", sink);
-    EXPECT_TRUE(out->send(Bytes {0x90, 1, 2}, 3ms));
-    EXPECT_EQ(sink.messages(), (std::vector<Bytes> {sysexOf(300'000), {0x90, 1, 2}}));
-    EXPECT_EQ(sink.times(), (std::vector<Nanos> {2ms, 3ms}));
+    EXPECT_TRUE(out->send(Bytes{0x90, 1, 2}, 3ms));
+    EXPECT_EQ(sink.messages(), (std::vector<Bytes>{sysexOf(300'000), {0x90, 1, 2}}));
+    EXPECT_EQ(sink.times(), (std::vector<Nanos>{2ms, 3ms}));
     EXPECT_EQ(other.messages(), sink.messages());
     in.reset();
-    out->send(Bytes {0xF8}, 4ms);
+    out->send(Bytes{0xF8}, 4ms);
     EXPECT_EQ(sink.messages().size(), 2U);
 }
 
@@ -107,7 +108,7 @@ TEST(Loopback, DoesNotFeedItself)
     const auto out = cable.openOutput("Loopback");
     Echo echo(*out);
     const auto in = cable.openInput("Loopback", echo);
-    EXPECT_TRUE(out->send(Bytes {0xF8}, 0ms));
+    EXPECT_TRUE(out->send(Bytes{0xF8}, 0ms));
     EXPECT_EQ(echo.count, 1);
 }
 
@@ -115,9 +116,9 @@ TEST(Loopback, IsSilentOnceAnInputIsClosed)
 {
     Loopback cable;
     const auto out = cable.openOutput("Loopback");
-    std::atomic<bool> stop {false};
+    std::atomic<bool> stop{false};
     std::thread sender([&] {
-        while (!stop) out->send(Bytes {0xF8}, 0ms);
+        while (!stop) out->send(Bytes{0xF8}, 0ms);
     });
     for (int i = 0; i < 200; ++i) {
         RecordingSink sink; // destroyed right behind the input

@@ -44,7 +44,7 @@ public:
         return all;
     }
 
-    std::atomic<int> errors {0};
+    std::atomic<int> errors{0};
 
 private:
     mutable std::mutex m_lock;

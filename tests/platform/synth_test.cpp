@@ -4,12 +4,13 @@
 #include "platform/synth/offline_renderer.h"
 #include "platform/synth/sound_font.h"
 
+#include <gtest/gtest.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
-#include <gtest/gtest.h>
-#include <unistd.h>
 
 using namespace std::chrono_literals;
 
@@ -18,9 +19,9 @@ namespace tessaro {
 namespace {
 
 constexpr unsigned rate = 48000;
-const Bytes gmReset {0xF0, 0x7E, 0x7F, 0x09, 0x01, 0xF7};
-const Bytes gsReset {0xF0, 0x41, 0x10, 0x42, 0x12, 0x40, 0x00, 0x7F, 0x00, 0x41, 0xF7};
-const Bytes noteOn {0x90, 60, 127};
+const Bytes gmReset{0xF0, 0x7E, 0x7F, 0x09, 0x01, 0xF7};
+const Bytes gsReset{0xF0, 0x41, 0x10, 0x42, 0x12, 0x40, 0x00, 0x7F, 0x00, 0x41, 0xF7};
+const Bytes noteOn{0x90, 60, 127};
 
 float peakOf(std::span<const float> samples)
 {
@@ -60,7 +61,7 @@ protected:
             return true;
         };
         auto next = song.begin();
-        for (Nanos now {}; now <= end; now += 4ms) {
+        for (Nanos now{}; now <= end; now += 4ms) {
             for (; next != song.end() && next->due <= now; ++next) EXPECT_TRUE(out->send(next->bytes, next->due));
             EXPECT_TRUE(renderer->renderUntil(now, keep));
         }
@@ -96,7 +97,8 @@ TEST_F(Synths, RenderTheSameFramesEachTime)
     for (int i = 0; i < 200; ++i) {
         const auto channel = static_cast<std::uint8_t>(i % 16);
         song.push_back({i * 9ms, {static_cast<std::uint8_t>(0xC0 | channel), static_cast<std::uint8_t>(i % 128)}});
-        song.push_back({i * 9ms, {static_cast<std::uint8_t>(0x90 | channel), static_cast<std::uint8_t>(40 + i % 40), 90}});
+        song.push_back(
+            {i * 9ms, {static_cast<std::uint8_t>(0x90 | channel), static_cast<std::uint8_t>(40 + i % 40), 90}});
     }
     EXPECT_TRUE(render(song, 2s) == render(song, 2s));
 }
@@ -104,8 +106,8 @@ TEST_F(Synths, RenderTheSameFramesEachTime)
 TEST_F(Synths, FollowResetsAndMasterVolume)
 {
     const float full = noteAfter({});
-    const Bytes quiet {0xF0, 0x7F, 0x7F, 0x04, 0x01, 0x00, 0x20, 0xF7};
-    const Bytes channelOff {0xB0, 7, 0};
+    const Bytes quiet{0xF0, 0x7F, 0x7F, 0x04, 0x01, 0x00, 0x20, 0xF7};
+    const Bytes channelOff{0xB0, 7, 0};
     EXPECT_NEAR(noteAfter({quiet}) / full, 1.0 / 16, 0.01);
     EXPECT_LT(noteAfter({channelOff}), full / 20);
     for (const Bytes& reset : {gmReset, gsReset}) {
@@ -131,7 +133,7 @@ TEST_F(Synths, EndTheTailInSilence)
     out->send(noteOn, 0ms);
     renderer->renderUntil(500ms, keep);
     EXPECT_GT(last, 0.001F);
-    out->send(Bytes {0x80, 60, 0}, 500ms);
+    out->send(Bytes{0x80, 60, 0}, 500ms);
     EXPECT_TRUE(renderer->renderTail(keep, 8s));
     EXPECT_LT(last, 1e-4F);
     EXPECT_GT(renderer->frames(), rate * 7 / 10U);

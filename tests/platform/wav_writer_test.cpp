@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/sound/wav_writer.h"
 
-#include <cstdint>
-#include <filesystem>
 #include <gtest/gtest.h>
-#include <limits>
 #include <sndfile.h>
 #include <unistd.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <limits>
 #include <vector>
 
 namespace tessaro {
@@ -24,11 +25,12 @@ TEST(WavWriter, RoundsAndClips)
 {
     const std::string path = scratchFile();
     const float step = 1.0F / 32768;
-    const std::vector<float> samples {0,          step,  0.4F * step, 0.6F * step, -0.6F * step, -step,
-                                      0.99999F,   1,     2,           -1,          -1.5F,        1e30F,
-                                      -1e30F,     0.5F,  std::numeric_limits<float>::infinity(), -0.5F};
-    const std::vector<std::int16_t> expected {0,     1,     0,     1,      -1,     -1,    32767, 32767,
-                                              32767, -32768, -32768, 32767, -32768, 16384, 32767, -16384};
+    const std::vector<float> samples{0,     step,     0.4F * step, 0.6F * step, -0.6F * step,
+                                     -step, 0.99999F, 1,           2,           -1,
+                                     -1.5F, 1e30F,    -1e30F,      0.5F,        std::numeric_limits<float>::infinity(),
+                                     -0.5F};
+    const std::vector<std::int16_t> expected{0,     1,      0,      1,     -1,     -1,    32767, 32767,
+                                             32767, -32768, -32768, 32767, -32768, 16384, 32767, -16384};
     WavWriter writer;
     ASSERT_TRUE(writer.open(path, 44100));
     for (int i = 0; i < 3000; ++i) ASSERT_TRUE(writer.write(samples));
@@ -36,7 +38,7 @@ TEST(WavWriter, RoundsAndClips)
     EXPECT_EQ(writer.clipped(), 3000U * 7);
     ASSERT_TRUE(writer.close()) << writer.error();
 
-    SF_INFO info {};
+    SF_INFO info{};
     SNDFILE* file = sf_open(path.c_str(), SFM_READ, &info);
     ASSERT_TRUE(file);
     EXPECT_EQ(info.samplerate, 44100);

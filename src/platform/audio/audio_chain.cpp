@@ -5,10 +5,7 @@
 
 namespace tessaro {
 
-AudioChain::AudioChain(std::vector<AudioWay> ways, AudioSource& source)
-    : m_ways(std::move(ways)), m_source(source)
-{
-}
+AudioChain::AudioChain(std::vector<AudioWay> ways, AudioSource& source) : m_ways(std::move(ways)), m_source(source) {}
 
 AudioChain::~AudioChain() = default;
 
@@ -21,10 +18,7 @@ bool AudioChain::Device::moved(Nanos now) noexcept
     return true;
 }
 
-bool AudioChain::Device::dead(Nanos now) const noexcept
-{
-    return out->tap().failed() || now - lastMove >= patience;
-}
+bool AudioChain::Device::dead(Nanos now) const noexcept { return out->tap().failed() || now - lastMove >= patience; }
 
 void AudioChain::poll(Nanos now)
 {

@@ -50,7 +50,7 @@ private:
         std::unique_ptr<AudioOut> out;
         std::size_t way = 0;
         std::uint64_t frames = 0;
-        Nanos lastMove {};
+        Nanos lastMove{};
 
         bool moved(Nanos now) noexcept;
         [[nodiscard]] bool dead(Nanos now) const noexcept;
@@ -67,10 +67,10 @@ private:
     Device m_playing;
     Device m_trial;
     std::size_t m_candidate = 0; ///< the way to be tried next
-    Nanos m_nextRound {};        ///< when to start again with the best way
-    std::atomic<bool> m_flowing {false};
+    Nanos m_nextRound{};         ///< when to start again with the best way
+    std::atomic<bool> m_flowing{false};
     mutable std::mutex m_lock; ///< of the status
-    SoundStatus m_status {.state = SoundState::starting};
+    SoundStatus m_status{.state = SoundState::starting};
 };
 
 } // namespace tessaro

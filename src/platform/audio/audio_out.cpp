@@ -39,14 +39,13 @@ void AudioTap::pull(float* left, float* right, std::size_t frames) noexcept
 }
 
 AudioOut::AudioOut(std::shared_ptr<AudioTap> tap, unsigned rate, std::size_t period)
-    : m_tap(std::move(tap)), m_rate(rate), m_period(period)
+    : m_tap(std::move(tap))
+    , m_rate(rate)
+    , m_period(period)
 {
 }
 
-AudioOut::~AudioOut()
-{
-    m_tap->detach();
-}
+AudioOut::~AudioOut() { m_tap->detach(); }
 
 void AudioOut::setFormat(unsigned rate, std::size_t period) noexcept
 {

@@ -47,9 +47,9 @@ private:
     const Clock& m_clock;
     RtSlots<AudioSource, 1> m_source;
     AudioSource* m_attached = nullptr; ///< owner's
-    std::atomic<unsigned> m_rate {0};
-    std::atomic<std::uint64_t> m_frames {0};
-    std::atomic<bool> m_failed {false};
+    std::atomic<unsigned> m_rate{0};
+    std::atomic<std::uint64_t> m_frames{0};
+    std::atomic<bool> m_failed{false};
     BlockTime m_time; ///< the callback's
 };
 

@@ -17,7 +17,7 @@ public:
 
 private:
     bool m_running = false;
-    double m_next = 0;           ///< expected time of the next block, in s
+    double m_next = 0; ///< expected time of the next block, in s
     double m_secondsPerFrame = 0;
 };
 

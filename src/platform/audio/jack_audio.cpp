@@ -12,7 +12,8 @@ std::unique_ptr<AudioOut> JackAudio::open(JackClient& client, const Clock& clock
 }
 
 JackAudio::JackAudio(JackClient& client, const Clock& clock)
-    : AudioOut(std::make_shared<AudioTap>(clock), 0, 0), m_client(client)
+    : AudioOut(std::make_shared<AudioTap>(clock), 0, 0)
+    , m_client(client)
 {
 }
 

@@ -10,10 +10,7 @@ NullAudio::NullAudio(Clock& clock) : AudioOut(std::make_shared<AudioTap>(clock),
     m_task = clock.start(Urgency::feeder, [this](Nanos now) { return step(now); });
 }
 
-NullAudio::~NullAudio()
-{
-    m_task.reset();
-}
+NullAudio::~NullAudio() { m_task.reset(); }
 
 // Deadlines count from the start, so lateness does not add up; after a long standstill they start over.
 Nanos NullAudio::step(Nanos now) noexcept

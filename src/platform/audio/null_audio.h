@@ -17,7 +17,7 @@ public:
 private:
     Nanos step(Nanos now) noexcept;
 
-    Nanos m_start {-1};
+    Nanos m_start{-1};
     std::uint64_t m_blocks = 0;
     std::unique_ptr<TimedTask> m_task;
 };

@@ -2,6 +2,7 @@
 #include "platform/audio/rt_audio_out.h"
 
 #include <RtAudio.h>
+
 #include <algorithm>
 #include <chrono>
 #include <future>
@@ -97,7 +98,8 @@ std::unique_ptr<AudioOut> RtAudioOut::open(SoundService service, const Clock& cl
 }
 
 RtAudioOut::RtAudioOut(std::shared_ptr<Stream> stream)
-    : AudioOut(stream->tap, stream->rate, stream->period), m_stream(std::move(stream))
+    : AudioOut(stream->tap, stream->rate, stream->period)
+    , m_stream(std::move(stream))
 {
 }
 

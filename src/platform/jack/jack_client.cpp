@@ -41,7 +41,8 @@ bool JackClient::poll(Nanos now)
 
 void JackClient::connect()
 {
-    const auto options = static_cast<jack_options_t>(m_server.empty() ? JackNoStartServer : JackNoStartServer | JackServerName);
+    const auto options =
+        static_cast<jack_options_t>(m_server.empty() ? JackNoStartServer : JackNoStartServer | JackServerName);
     m_client = jack_client_open(clientName, options, nullptr, m_server.c_str());
     if (!m_client) return;
     m_lost.store(false, std::memory_order_release);

@@ -4,8 +4,9 @@
 #include "base/clock.h"
 #include "platform/rt_slots.h"
 
-#include <atomic>
 #include <jack/jack.h>
+
+#include <atomic>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -71,12 +72,12 @@ private:
     std::mutex m_lock; ///< of what follows
     jack_client_t* m_client = nullptr;
     std::vector<JackPart*> m_parts;
-    Nanos m_nextTry {Nanos::min()};
+    Nanos m_nextTry{Nanos::min()};
 
     RtSlots<JackPart, maxParts> m_processed;
-    std::atomic<bool> m_running {false};
-    std::atomic<bool> m_lost {false};
-    std::atomic<bool> m_news {false};
+    std::atomic<bool> m_running{false};
+    std::atomic<bool> m_lost{false};
+    std::atomic<bool> m_news{false};
 };
 
 } // namespace tessaro

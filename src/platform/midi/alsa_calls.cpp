@@ -9,10 +9,7 @@ void ignoreError(const char*, int, const char*, int, const char*, ...) {}
 
 } // namespace
 
-void silenceAlsa()
-{
-    snd_lib_error_set_handler(&ignoreError);
-}
+void silenceAlsa() { snd_lib_error_set_handler(&ignoreError); }
 
 AlsaCalls alsaLibraryCalls()
 {

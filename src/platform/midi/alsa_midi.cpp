@@ -3,20 +3,21 @@
 
 #include "platform/midi/timed_messages.h"
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
 #include <poll.h>
 #include <pthread.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
 #include <utility>
 
 namespace tessaro {
 
 namespace {
 
-constexpr std::size_t ringBytes = std::size_t {1} << 20;
+constexpr std::size_t ringBytes = std::size_t{1} << 20;
 constexpr Nanos byteOnCable = std::chrono::microseconds(320); ///< 31,250 bits a second
 constexpr Nanos fullPause = std::chrono::milliseconds(1);
 constexpr unsigned writable = SND_SEQ_PORT_CAP_WRITE | SND_SEQ_PORT_CAP_SUBS_WRITE;
@@ -54,7 +55,7 @@ public:
 private:
     static constexpr std::size_t longest = 64; ///< an event may stand for several messages
     snd_midi_event_t* m_state = nullptr;
-    std::array<std::uint8_t, longest> m_bytes {};
+    std::array<std::uint8_t, longest> m_bytes{};
 };
 
 std::string driverName(const std::string& client, const std::string& port)
@@ -67,7 +68,10 @@ std::string driverName(const std::string& client, const std::string& port)
 class AlsaMidi::Out final : public MidiOut {
 public:
     Out(AlsaMidi& owner, int port, bool hardware)
-        : m_owner(owner), m_port(port), m_pace(hardware ? byteOnCable : Nanos::zero()), m_ring(ringBytes)
+        : m_owner(owner)
+        , m_port(port)
+        , m_pace(hardware ? byteOnCable : Nanos::zero())
+        , m_ring(ringBytes)
     {
     }
 
@@ -132,7 +136,7 @@ private:
     // The sender's.
     Translator m_translator;
     std::size_t m_sent = 0; ///< bytes of the oldest message
-    Nanos m_cableFree {};
+    Nanos m_cableFree{};
 };
 
 class AlsaMidi::In final : public MidiIn {
@@ -173,10 +177,10 @@ public:
 private:
     void run() noexcept
     {
-        sched_param priority {};
+        sched_param priority{};
         priority.sched_priority = 15; // granted or not, it works
         pthread_setschedparam(pthread_self(), SCHED_FIFO, &priority);
-        std::array<pollfd, 8> waited {};
+        std::array<pollfd, 8> waited{};
         waited[0] = {m_stop, POLLIN, 0};
         const int count = m_owner.m_calls.pollDescriptors(m_owner.m_seq, &waited[1], waited.size() - 1, POLLIN);
         const auto all = static_cast<nfds_t>(1 + std::max(count, 0));
@@ -210,9 +214,9 @@ private:
             return;
         }
         const bool sysex = event.type == SND_SEQ_EVENT_SYSEX;
-        const std::span<const std::uint8_t> bytes = sysex
-            ? std::span(static_cast<const std::uint8_t*>(event.data.ext.ptr), event.data.ext.len)
-            : m_translator.decode(event);
+        const std::span<const std::uint8_t> bytes =
+            sysex ? std::span(static_cast<const std::uint8_t*>(event.data.ext.ptr), event.data.ext.len)
+                  : m_translator.decode(event);
         if (bytes.empty()) return;
         const Nanos now = m_owner.m_clock.now();
         m_owner.m_ins.forEach([&](In& in) {
@@ -226,10 +230,7 @@ private:
     std::thread m_thread;
 };
 
-AlsaMidi::AlsaMidi(const AlsaCalls& calls, Clock& clock) : m_calls(calls), m_clock(clock)
-{
-    start();
-}
+AlsaMidi::AlsaMidi(const AlsaCalls& calls, Clock& clock) : m_calls(calls), m_clock(clock) { start(); }
 
 AlsaMidi::~AlsaMidi()
 {
@@ -254,10 +255,7 @@ bool AlsaMidi::start()
     return true;
 }
 
-bool AlsaMidi::poll(Nanos)
-{
-    return m_news.exchange(false, std::memory_order_acq_rel);
-}
+bool AlsaMidi::poll(Nanos) { return m_news.exchange(false, std::memory_order_acq_rel); }
 
 Nanos AlsaMidi::transmit(Nanos now) noexcept
 {
@@ -293,7 +291,9 @@ void AlsaMidi::addDevices(std::vector<Device>& found, snd_seq_client_info_t* cli
         if ((has & capabilities) != capabilities || (has & SND_SEQ_PORT_CAP_NO_EXPORT)) continue;
         const std::string plain = driverName(snd_seq_client_info_get_name(client), snd_seq_port_info_get_name(port));
         std::string name = plain;
-        const auto taken = [&] { return std::any_of(found.begin(), found.end(), [&](auto& d) { return d.name == name; }); };
+        const auto taken = [&] {
+            return std::any_of(found.begin(), found.end(), [&](auto& d) { return d.name == name; });
+        };
         for (int number = 2; taken(); ++number) name = plain + " " + std::to_string(number);
         const bool hardware = (snd_seq_port_info_get_type(port) & SND_SEQ_PORT_TYPE_HARDWARE) != 0;
         found.push_back({std::move(name), id, snd_seq_port_info_get_port(port), hardware});

@@ -52,7 +52,7 @@ private:
     const AlsaCalls m_calls;
     Clock& m_clock;
     snd_seq_t* m_seq = nullptr;
-    std::atomic<bool> m_news {false};
+    std::atomic<bool> m_news{false};
     RtSlots<Out, 128> m_outs;
     RtSlots<In, 16> m_ins;
     std::unique_ptr<TimedTask> m_sender;

@@ -3,9 +3,10 @@
 
 #include "platform/midi/timed_messages.h"
 
+#include <jack/midiport.h>
+
 #include <algorithm>
 #include <cmath>
-#include <jack/midiport.h>
 #include <utility>
 
 namespace tessaro {
@@ -15,7 +16,7 @@ namespace {
 const std::string prefix = "JACK MIDI: ";
 const std::string freeOutName = prefix + "Tessaro out";
 const std::string freeInName = prefix + "Tessaro in";
-constexpr std::size_t ringBytes = std::size_t {1} << 20;
+constexpr std::size_t ringBytes = std::size_t{1} << 20;
 constexpr std::size_t sysexPerPeriod = 4096; ///< bytes; kind to receivers with small buffers
 
 std::vector<std::string> portsOf(jack_client_t* client, unsigned long flags)
@@ -54,7 +55,9 @@ struct JackMidi::Cycle {
 class JackMidi::Port {
 public:
     Port(JackMidi& owner, std::string driver, unsigned long direction)
-        : m_owner(owner), m_driver(std::move(driver)), m_direction(direction)
+        : m_owner(owner)
+        , m_driver(std::move(driver))
+        , m_direction(direction)
     {
     }
     virtual ~Port() = default;
@@ -161,7 +164,8 @@ private:
 class JackMidi::In final : public MidiIn, public Port {
 public:
     In(JackMidi& owner, const std::string& driver, MidiInSink& sink)
-        : Port(owner, driver, JackPortIsInput), m_sink(sink)
+        : Port(owner, driver, JackPortIsInput)
+        , m_sink(sink)
     {
     }
     ~In() override { owner().close(*this, owner().m_ins); }
@@ -183,15 +187,9 @@ private:
     MidiInSink& m_sink;
 };
 
-JackMidi::JackMidi(JackClient& client, const Clock& clock) : m_client(client), m_clock(clock)
-{
-    m_client.add(*this);
-}
+JackMidi::JackMidi(JackClient& client, const Clock& clock) : m_client(client), m_clock(clock) { m_client.add(*this); }
 
-JackMidi::~JackMidi()
-{
-    m_client.remove(*this);
-}
+JackMidi::~JackMidi() { m_client.remove(*this); }
 
 std::vector<std::string> JackMidi::outputs()
 {
@@ -252,9 +250,10 @@ void JackMidi::close(P& port, RtSlots<P, N>& slots)
 bool JackMidi::poll(Nanos now)
 {
     const bool changed = m_client.poll(now);
-    if (changed) m_client.with([this](jack_client_t* client) {
-        if (client) activated(client); // a port that is back under its name
-    });
+    if (changed)
+        m_client.with([this](jack_client_t* client) {
+            if (client) activated(client); // a port that is back under its name
+        });
     return changed;
 }
 

@@ -51,7 +51,7 @@ private:
     unsigned m_serial = 0;
     jack_port_t* m_freeOut = nullptr;
     jack_port_t* m_freeIn = nullptr;
-    Nanos m_offset {}; ///< engine's clock less JACK's; JACK's thread
+    Nanos m_offset{}; ///< engine's clock less JACK's; JACK's thread
     RtSlots<Out, 128> m_outs;
     RtSlots<In, 16> m_ins;
 };

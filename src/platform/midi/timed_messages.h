@@ -15,7 +15,7 @@ namespace tessaro {
 class TimedMessages {
 public:
     struct Record {
-        Nanos due {};
+        Nanos due{};
         std::span<const std::uint8_t> bytes; ///< in the ring: valid until `pop`
         [[nodiscard]] explicit operator bool() const noexcept { return !bytes.empty(); }
     };
@@ -42,7 +42,7 @@ private:
         std::int64_t due;
         std::size_t size;
     };
-    static constexpr std::size_t skip = ~std::size_t {0}; ///< size of the mark "go on at the start"
+    static constexpr std::size_t skip = ~std::size_t{0}; ///< size of the mark "go on at the start"
 
     [[nodiscard]] static bool isSysex(std::span<const std::uint8_t> bytes) noexcept;
     [[nodiscard]] static std::size_t cellsFor(std::size_t bytes) noexcept;
@@ -50,9 +50,9 @@ private:
 
     const std::size_t m_count; ///< cells
     const std::unique_ptr<Cell[]> m_cells;
-    std::atomic<std::size_t> m_written {0}; ///< cells ever written, skipped ones included
-    std::atomic<std::size_t> m_read {0};
-    std::atomic<std::uint32_t> m_sysex {0};
+    std::atomic<std::size_t> m_written{0}; ///< cells ever written, skipped ones included
+    std::atomic<std::size_t> m_read{0};
+    std::atomic<std::uint32_t> m_sysex{0};
 };
 
 } // namespace tessaro

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/sound/wav_writer.h"
 
+#include <sndfile.h>
+
 #include <array>
 #include <cstddef>
-#include <sndfile.h>
 #include <utility>
 
 namespace tessaro {
@@ -17,7 +18,7 @@ constexpr std::uint64_t mostFrames = (0xFFFFFFFFULL - 4096) / (channels * sizeof
 
 struct WavWriter::State {
     SNDFILE* file = nullptr;
-    std::array<std::int16_t, 16384> samples {}; ///< converted and not yet written
+    std::array<std::int16_t, 16384> samples{}; ///< converted and not yet written
     std::size_t filled = 0;
     std::uint64_t frames = 0;
     std::uint64_t clipped = 0;
@@ -43,22 +44,19 @@ struct WavWriter::State {
         const float rounded = scaled + (scaled < 0 ? -0.5F : 0.5F);
         if (rounded > -32769.0F && rounded < 32768.0F) return static_cast<std::int16_t>(rounded);
         ++clipped;
-        return scaled < 0 ? std::int16_t {-32768} : std::int16_t {32767};
+        return scaled < 0 ? std::int16_t{-32768} : std::int16_t{32767};
     }
 };
 
 WavWriter::WavWriter() : m_state(std::make_unique<State>()) {}
 
-WavWriter::~WavWriter()
-{
-    close();
-}
+WavWriter::~WavWriter() { close(); }
 
 bool WavWriter::open(const std::string& path, unsigned rate)
 {
     close();
     *m_state = State();
-    SF_INFO info {};
+    SF_INFO info{};
     info.samplerate = static_cast<int>(rate);
     info.channels = channels;
     info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
@@ -91,19 +89,10 @@ bool WavWriter::close()
     return m_state->error.empty();
 }
 
-std::uint64_t WavWriter::frames() const noexcept
-{
-    return m_state->frames;
-}
+std::uint64_t WavWriter::frames() const noexcept { return m_state->frames; }
 
-std::uint64_t WavWriter::clipped() const noexcept
-{
-    return m_state->clipped;
-}
+std::uint64_t WavWriter::clipped() const noexcept { return m_state->clipped; }
 
-const std::string& WavWriter::error() const noexcept
-{
-    return m_state->error;
-}
+const std::string& WavWriter::error() const noexcept { return m_state->error; }
 
 } // namespace tessaro

@@ -9,14 +9,11 @@ namespace tessaro {
 
 namespace {
 
-constexpr std::size_t ringBytes = std::size_t {1} << 20;
+constexpr std::size_t ringBytes = std::size_t{1} << 20;
 constexpr Nanos margin = std::chrono::milliseconds(3);    ///< for an engine or a callback that comes late
 constexpr Nanos tooLate = std::chrono::milliseconds(500); ///< a note that comes later is left out
 
-double seconds(Nanos span)
-{
-    return std::chrono::duration<double>(span).count();
-}
+double seconds(Nanos span) { return std::chrono::duration<double>(span).count(); }
 
 bool startsNote(std::span<const std::uint8_t> bytes)
 {
@@ -27,10 +24,7 @@ bool startsNote(std::span<const std::uint8_t> bytes)
 
 LiveSynth::LiveSynth(std::unique_ptr<Synth> synth) : m_synth(std::move(synth)), m_ring(ringBytes) {}
 
-bool LiveSynth::send(std::span<const std::uint8_t> bytes, Nanos due) noexcept
-{
-    return m_ring.push(bytes, due);
-}
+bool LiveSynth::send(std::span<const std::uint8_t> bytes, Nanos due) noexcept { return m_ring.push(bytes, due); }
 
 bool LiveSynth::prepare(unsigned rate, std::size_t period)
 {

@@ -34,11 +34,11 @@ private:
 
     std::unique_ptr<Synth> m_synth;
     TimedMessages m_ring;
-    Nanos m_latency {};
+    Nanos m_latency{};
     std::uint64_t m_nextEvent = 0; ///< frame of the next waiting message
     // The end of a rendered grid block that the device has not asked for yet.
-    std::array<float, Synth::grid> m_carryLeft {};
-    std::array<float, Synth::grid> m_carryRight {};
+    std::array<float, Synth::grid> m_carryLeft{};
+    std::array<float, Synth::grid> m_carryRight{};
     std::size_t m_carried = 0; ///< frames, at the arrays' end
 };
 

@@ -13,14 +13,11 @@ namespace tessaro {
 
 namespace {
 
-constexpr std::size_t ringBytes = std::size_t {4} << 20;
+constexpr std::size_t ringBytes = std::size_t{4} << 20;
 constexpr std::size_t chunkFrames = 64 * Synth::grid;
 constexpr float silence = 1.0F / 32768;
 
-double seconds(Nanos span)
-{
-    return std::chrono::duration<double>(span).count();
-}
+double seconds(Nanos span) { return std::chrono::duration<double>(span).count(); }
 
 } // namespace
 
@@ -40,13 +37,16 @@ struct OfflineRenderer::State {
 
     explicit State(std::unique_ptr<Synth> made) : synth(std::move(made)), ring(ringBytes) {}
 
-    [[nodiscard]] std::uint64_t frameOf(Nanos time) const { return Synth::gridFrame(seconds(time - start), synth->rate()); }
+    [[nodiscard]] std::uint64_t frameOf(Nanos time) const
+    {
+        return Synth::gridFrame(seconds(time - start), synth->rate());
+    }
     bool renderTo(std::uint64_t end, const FrameSink& sink);
 
     std::unique_ptr<Synth> synth;
     TimedMessages ring;
-    Nanos start {};
-    std::array<float, 2 * chunkFrames> chunk {};
+    Nanos start{};
+    std::array<float, 2 * chunkFrames> chunk{};
     float peak = 0; ///< of the chunk rendered last
 };
 
@@ -74,25 +74,16 @@ OfflineRenderer::OfflineRenderer(std::unique_ptr<State> state) : m_state(std::mo
 
 OfflineRenderer::~OfflineRenderer() = default;
 
-std::vector<std::string> OfflineRenderer::outputs() const
-{
-    return {"Tessaro Synth"};
-}
+std::vector<std::string> OfflineRenderer::outputs() const { return {"Tessaro Synth"}; }
 
 std::unique_ptr<MidiOut> OfflineRenderer::openOutput(std::size_t driver)
 {
     return driver == 0 ? std::make_unique<State::Out>(*m_state) : nullptr;
 }
 
-std::unique_ptr<MidiIn> OfflineRenderer::openInput(std::size_t, MidiInSink&, std::size_t)
-{
-    return nullptr;
-}
+std::unique_ptr<MidiIn> OfflineRenderer::openInput(std::size_t, MidiInSink&, std::size_t) { return nullptr; }
 
-void OfflineRenderer::setStart(Nanos start) noexcept
-{
-    m_state->start = start;
-}
+void OfflineRenderer::setStart(Nanos start) noexcept { m_state->start = start; }
 
 bool OfflineRenderer::renderUntil(Nanos until, const FrameSink& sink)
 {
@@ -122,19 +113,10 @@ bool OfflineRenderer::renderTail(const FrameSink& sink, Nanos longest)
     return true;
 }
 
-std::uint64_t OfflineRenderer::frames() const noexcept
-{
-    return m_state->synth->position();
-}
+std::uint64_t OfflineRenderer::frames() const noexcept { return m_state->synth->position(); }
 
-unsigned OfflineRenderer::rate() const noexcept
-{
-    return m_state->synth->rate();
-}
+unsigned OfflineRenderer::rate() const noexcept { return m_state->synth->rate(); }
 
-std::string OfflineRenderer::soundFont() const
-{
-    return m_state->synth->soundFont();
-}
+std::string OfflineRenderer::soundFont() const { return m_state->synth->soundFont(); }
 
 } // namespace tessaro

@@ -3,9 +3,10 @@
 
 #include "platform/synth/sound_font.h"
 
+#include <fluidsynth.h>
+
 #include <algorithm>
 #include <cmath>
-#include <fluidsynth.h>
 #include <fstream>
 #include <string_view>
 #include <utility>
@@ -46,7 +47,7 @@ Settings makeSettings(const SynthOptions& options)
 
 bool looksLikeSoundFont(const std::string& path)
 {
-    std::array<char, 12> head {};
+    std::array<char, 12> head{};
     std::ifstream file(path, std::ios::binary);
     return file.read(head.data(), head.size()) && std::string_view(head.data(), 4) == "RIFF"
         && std::string_view(head.data() + 8, 4) == "sfbk";
@@ -97,7 +98,10 @@ std::unique_ptr<Synth> Synth::create(const SynthOptions& options, std::string& w
 }
 
 Synth::Synth(std::unique_ptr<Library> library, const SynthOptions& options)
-    : m_library(std::move(library)), m_soundFont(options.soundFont), m_rate(options.rate), m_gain(options.gain)
+    : m_library(std::move(library))
+    , m_soundFont(options.soundFont)
+    , m_rate(options.rate)
+    , m_gain(options.gain)
 {
 }
 
@@ -161,8 +165,9 @@ void Synth::applySysex(std::span<const std::uint8_t> body) noexcept
         setMasterVolume(body[7] * fullVolume / 0x7F);
         return;
     }
-    const bool resets = startsWith(body, {0x7E, -1, 0x09}) || startsWith(body, {0x41, 0x10, 0x42, 0x12, 0x40, 0x00, 0x7F})
-        || startsWith(body, {0x43, 0x10, 0x4C, 0x00, 0x00, 0x7E});
+    const bool resets = startsWith(body, {0x7E, -1, 0x09})
+                     || startsWith(body, {0x41, 0x10, 0x42, 0x12, 0x40, 0x00, 0x7F})
+                     || startsWith(body, {0x43, 0x10, 0x4C, 0x00, 0x00, 0x7E});
     if (resets) setMasterVolume(fullVolume);
     int handled = 0;
     fluid_synth_sysex(m_library->synth.get(), reinterpret_cast<const char*>(body.data()), static_cast<int>(body.size()),
@@ -188,10 +193,7 @@ void Synth::renderInterleaved(float* frames, std::size_t count) noexcept
     m_position += count;
 }
 
-int Synth::voices() const noexcept
-{
-    return fluid_synth_get_active_voice_count(m_library->synth.get());
-}
+int Synth::voices() const noexcept { return fluid_synth_get_active_voice_count(m_library->synth.get()); }
 
 bool Synth::setRate(unsigned rate) noexcept
 {

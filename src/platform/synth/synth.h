@@ -53,7 +53,7 @@ private:
     unsigned m_rate;
     double m_gain;
     std::uint64_t m_position = 0;
-    std::array<std::uint8_t, 1024> m_sysex {}; ///< without 0xF0 and 0xF7; longer ones mean nothing to the synth
+    std::array<std::uint8_t, 1024> m_sysex{}; ///< without 0xF0 and 0xF7; longer ones mean nothing to the synth
     std::size_t m_sysexSize = 0;
     bool m_inSysex = false;
 };
