@@ -15,7 +15,7 @@ trap 'rm -f "$log"' EXIT
 "$build/bin/bench_sleep_loop" --benchmark_format=json 2>/dev/null | awk -F'[:,]' '
     /"p50_us"/ { p50 = $2 } /"p99_us"/ { p99 = $2 } /"max_us"/ { max = $2 } /"realtime"/ { realtime = $2 }
     END { printf "sleep loop   p50 %8.1f us   p99 %8.1f us   max %8.1f us   (real-time priority: %s)\n",
-                 p50, p99, max, realtime > 0 ? "yes" : "no" }'
+                 p50, p99, max, (realtime > 0 ? "yes" : "no") }'
 timeout --signal=INT 60 "$build/bin/tessaro-cli" play "$song" --out "$driver" --log "$log" || true
 awk '$3 != "-" { print $2 - $1 }' "$log" | sort -n | awk '
     { late[NR] = $1 }
