@@ -293,6 +293,21 @@ TEST_F(WindowTest, EveryControlHasANameInBothLanguages)
     EXPECT_EQ(frame().actions().language.checkedAction()->data().toInt(), static_cast<int>(Language::japanese));
 }
 
+TEST_F(WindowTest, LongWorkKeepsHandsOffTheSong)
+{
+    frame().openFile(song);
+    StatusLine& status = frame().statusLine();
+    status.begin();
+    status.pos(40);
+    EXPECT_FALSE(frame().openFile(song));
+    frame().actions().newSong.trigger();
+    EXPECT_FALSE(frame().close());
+    EXPECT_EQ(rows(), 10U);
+    status.end();
+    frame().actions().newSong.trigger();
+    EXPECT_EQ(rows(), 0U);
+}
+
 TEST_F(WindowTest, KeepsItsPlace)
 {
     frame().setGeometry(40, 50, 800, 500);
