@@ -29,6 +29,7 @@ public:
     std::function<void(const QString&, MessageKind)> showBox;
     std::function<bool(const QString&)> askBox;
 
+    using UserPort::message;
     void message(int stringId, MessageKind kind) override;
     void sentence(std::string_view text, MessageKind kind) override;
     bool ask(int stringId) override;
