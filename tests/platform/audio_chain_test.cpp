@@ -109,7 +109,7 @@ TEST_F(Chain, TakesTheFirstDeviceWhoseFramesFlow)
     pass(300ms, {&card});
     EXPECT_FALSE(chain.flowing());
     EXPECT_EQ(chain.status().state, SoundState::starting);
-    pass(1500ms, {&card});
+    pass(3s, {&card});
     EXPECT_TRUE(chain.flowing());
     EXPECT_EQ(sentenceOf(chain.status()), "Sound: Card, 48000 Hz");
     EXPECT_EQ(source.rate, 48000U);
@@ -149,8 +149,22 @@ TEST_F(Chain, FallsToTheNextWayAndComesBack)
     EXPECT_EQ(chain.status().device, "JACK");
     jack.flows = false; // hangs
     card.opens = false;
-    pass(1300ms, {&jack});
-    EXPECT_EQ(chain.status().state, SoundState::lost);
+    pass(3s, {&jack});
+    EXPECT_EQ(chain.status().state, SoundState::silent);
+}
+
+TEST_F(Chain, LeavesADeviceThatRunsAway)
+{
+    pass(500ms, {&jack});
+    ASSERT_EQ(chain.status().device, "JACK");
+    jack.opens = huge.opens = false;
+    for (int i = 0; jack.out && i < 30; ++i) {
+        for (int blocks = 0; blocks < 1000; ++blocks) jack.out->callBack();
+        pass(100ms, {&card});
+    }
+    EXPECT_FALSE(jack.out);
+    pass(1s, {&card});
+    EXPECT_EQ(chain.status().device, "Card");
 }
 
 TEST(BlockTime, EvensOutJitterAndStartsOverAfterAGap)

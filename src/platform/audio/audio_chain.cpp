@@ -9,16 +9,41 @@ AudioChain::AudioChain(std::vector<AudioWay> ways, AudioSource& source) : m_ways
 
 AudioChain::~AudioChain() = default;
 
+void AudioChain::Device::start(std::size_t asWay, Nanos now) noexcept
+{
+    way = asWay;
+    frames = windowFrames = out->tap().frames();
+    lastMove = windowStart = now;
+}
+
 bool AudioChain::Device::moved(Nanos now) noexcept
 {
     const std::uint64_t count = out->tap().frames();
+    checkPace(now);
     if (count == frames) return false;
     frames = count;
     lastMove = now;
+    ++moves;
     return true;
 }
 
-bool AudioChain::Device::dead(Nanos now) const noexcept { return out->tap().failed() || now - lastMove >= patience; }
+// Filling up a buffer of a second or two is no race.
+void AudioChain::Device::checkPace(Nanos now) noexcept
+{
+    constexpr Nanos window = std::chrono::seconds(1);
+    constexpr int tooFast = 4;
+    if (now - windowStart < window) return;
+    const std::uint64_t count = out->tap().frames();
+    const double expected = std::chrono::duration<double>(now - windowStart).count() * out->rate();
+    races = static_cast<double>(count - windowFrames) > tooFast * expected;
+    windowStart = now;
+    windowFrames = count;
+}
+
+bool AudioChain::Device::dead(Nanos now) const noexcept
+{
+    return out->tap().failed() || races || now - lastMove >= patience;
+}
 
 void AudioChain::poll(Nanos now)
 {
@@ -32,16 +57,16 @@ void AudioChain::checkPlaying(Nanos now)
     m_playing.moved(now);
     if (!m_playing.dead(now)) return;
     m_flowing.store(false, std::memory_order_release);
+    m_candidate = m_playing.out->tap().failed() ? 0 : m_playing.way + 1;
     m_playing = {};
-    m_candidate = 0;
     m_nextRound = now;
     tell({.state = SoundState::lost});
 }
 
 void AudioChain::checkTrial(Nanos now)
 {
-    const bool flows = m_trial.moved(now);
-    if (flows && !m_trial.out->tap().failed()) {
+    constexpr int enough = 2;
+    if (m_trial.moved(now) && m_trial.moves >= enough && !m_trial.out->tap().failed()) {
         takeOver();
     } else if (m_trial.dead(now)) {
         m_candidate = m_trial.way + 1;
@@ -56,9 +81,7 @@ void AudioChain::startTrial(Nanos now)
     for (; m_candidate < end; ++m_candidate) {
         m_trial.out = m_ways[m_candidate].open();
         if (!m_trial.out) continue;
-        m_trial.way = m_candidate;
-        m_trial.frames = m_trial.out->tap().frames();
-        m_trial.lastMove = now;
+        m_trial.start(m_candidate, now);
         return;
     }
     m_candidate = 0;

@@ -24,11 +24,13 @@ struct AudioWay {
 };
 
 /// Keeps an AudioSource playing through the best way that works. A device is on trial, silent, until its frames
-/// are seen to flow; then it takes the source over. When the device in use stands still for a second or is lost,
-/// the ways are tried anew from the best; better ones are also tried again every few seconds. One thread polls.
+/// are seen to flow, at two polls; then it takes the source over. When the device in use is lost, the ways are
+/// tried anew from the best, when it stands still, those behind it; better ones are tried again every few seconds.
+/// One thread polls.
 class AudioChain {
 public:
-    static constexpr Nanos patience = std::chrono::seconds(1);   ///< for frames to flow
+    static constexpr Nanos patience =
+        std::chrono::milliseconds(2500);                         ///< for frames to flow; some services fill up first
     static constexpr Nanos retryAfter = std::chrono::seconds(2); ///< pause before better ways are tried again
 
     /// Ways from the best to the last resort. The source outlives the chain.
@@ -50,9 +52,15 @@ private:
         std::unique_ptr<AudioOut> out;
         std::size_t way = 0;
         std::uint64_t frames = 0;
+        int moves = 0; ///< polls that saw more frames
         Nanos lastMove{};
+        Nanos windowStart{}; ///< of a second in which frames are counted
+        std::uint64_t windowFrames = 0;
+        bool races = false; ///< takes frames much faster than time runs, as some do when their server is gone
 
+        void start(std::size_t asWay, Nanos now) noexcept;
         bool moved(Nanos now) noexcept;
+        void checkPace(Nanos now) noexcept;
         [[nodiscard]] bool dead(Nanos now) const noexcept;
     };
 

@@ -2,6 +2,7 @@
 #include "platform/audio/rt_audio_out.h"
 
 #include <RtAudio.h>
+#include <pthread.h>
 
 #include <algorithm>
 #include <chrono>
@@ -44,11 +45,22 @@ struct RtAudioOut::Stream {
     std::shared_ptr<AudioTap> tap;
     unsigned rate = wantedRate;
     unsigned period = wantedPeriod;
+    bool prioritised = false; ///< the callback's
+
+    // RtAudio would do it too, but prints what came of it.
+    static void askForPriority() noexcept
+    {
+        sched_param priority{};
+        priority.sched_priority = 10; // granted or not
+        pthread_setschedparam(pthread_self(), SCHED_RR, &priority);
+    }
 
     static int callback(void* out, void*, unsigned frames, double, RtAudioStreamStatus, void* self) noexcept
     {
         auto* samples = static_cast<float*>(out);
-        static_cast<Stream*>(self)->tap->pull(samples, samples + frames, frames);
+        auto& stream = *static_cast<Stream*>(self);
+        if (!std::exchange(stream.prioritised, true)) askForPriority();
+        stream.tap->pull(samples, samples + frames, frames);
         return 0;
     }
 
@@ -63,7 +75,7 @@ struct RtAudioOut::Stream {
         parameters.deviceId = device;
         parameters.nChannels = 2;
         RtAudio::StreamOptions options;
-        options.flags = RTAUDIO_NONINTERLEAVED | RTAUDIO_SCHEDULE_REALTIME;
+        options.flags = RTAUDIO_NONINTERLEAVED;
         options.numberOfBuffers = 3;
         options.streamName = "Tessaro";
         api->openStream(&parameters, nullptr, RTAUDIO_FLOAT32, rate, &period, &Stream::callback, this, &options);
