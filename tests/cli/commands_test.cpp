@@ -10,7 +10,6 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -84,17 +83,30 @@ struct Sent {
     std::vector<int> bytes;
 };
 
+/// "12.345 960 0 90 3c 64": checks the form of each line to the letter.
 std::vector<Sent> linesOf(const std::string& out)
 {
-    static const std::regex form(R"((\d+\.\d{3}) (\d+|-) (\d+) ([0-9a-f]{2}( [0-9a-f]{2})*))");
     std::vector<Sent> lines;
     std::istringstream in(out);
     for (std::string line; std::getline(in, line);) {
-        std::smatch match;
-        EXPECT_TRUE(std::regex_match(line, match, form)) << line;
-        Sent sent{std::stod(match[1]), match[2], {}};
-        std::istringstream bytes(match[4]);
-        for (std::string byte; bytes >> byte;) sent.bytes.push_back(std::stoi(byte, nullptr, 16));
+        std::istringstream words(line);
+        std::string ms;
+        std::string port;
+        Sent sent;
+        words >> ms >> sent.tick >> port;
+        std::string again = ms + ' ' + sent.tick + ' ' + port;
+        for (std::string byte; words >> byte;) {
+            EXPECT_EQ(byte.size(), 2U) << line;
+            EXPECT_EQ(byte.find_first_not_of("0123456789abcdef"), std::string::npos) << line;
+            sent.bytes.push_back(std::stoi(byte, nullptr, 16));
+            again += ' ' + byte;
+        }
+        EXPECT_EQ(again, line) << "single blanks";
+        EXPECT_EQ(ms.find('.'), ms.size() - 4) << line;
+        EXPECT_EQ(ms.find_first_not_of("0123456789."), std::string::npos) << line;
+        EXPECT_EQ(port.find_first_not_of("0123456789"), std::string::npos) << line;
+        EXPECT_TRUE(sent.tick == "-" || sent.tick.find_first_not_of("0123456789") == std::string::npos) << line;
+        sent.ms = std::stod(ms);
         lines.push_back(sent);
     }
     return lines;
