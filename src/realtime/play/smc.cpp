@@ -290,6 +290,8 @@ void Smc::smcPlayStop()
     m_loom.setLoomQueplying(0);
 }
 
+std::optional<int> Smc::countInShown() const noexcept { return m_countIn.shown(); }
+
 std::uint32_t Smc::smcGetPlayCount() const { return m_loom.getLoomQplaytime(); }
 
 bool Smc::smcPlayStatus() const { return m_loom.getLoomQueplying() != 0; }

@@ -115,7 +115,7 @@ public:
     /// A count-in before the next run; not in MIDI sync.
     void smcSetPreCount(bool on);
     /// What the count-in shows: a count that rises to 0; none when no count-in is under way.
-    [[nodiscard]] std::optional<int> countInShown() const noexcept { return m_countIn.shown(); }
+    [[nodiscard]] std::optional<int> countInShown() const noexcept;
     /// Thousandths added to the tempo; the engine's value comes back.
     int smcSetRelativeTempo(int thousandths);
     [[nodiscard]] std::uint32_t smcGetPlayCount() const;
