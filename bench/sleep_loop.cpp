@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // How late a bare loop of absolute-time sleeps wakes up on this machine: the floor under every dispatcher.
 #include <benchmark/benchmark.h>
-
 #include <sched.h>
 #include <sys/prctl.h>
 #include <time.h>
@@ -25,7 +24,7 @@ std::int64_t now()
 void sleepUntil(std::int64_t deadline)
 {
     const timespec t{deadline / nanosPerSecond, deadline % nanosPerSecond};
-    while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &t, nullptr) != 0) { }
+    while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &t, nullptr) != 0) {}
 }
 
 double percentile(std::vector<std::int64_t>& values, double part)
