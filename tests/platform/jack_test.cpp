@@ -78,6 +78,22 @@ TEST_F(JackMidiPorts, DeliverABurstAndALongSysexCompletelyAndInOrder)
     EXPECT_TRUE(listener.stream() == expected);
 }
 
+TEST_F(JackMidiPorts, LetWhatWasSentBeHeardBeforeTheyClose)
+{
+    JackListener listener(server);
+    auto out = midi->openOutput(listenerDriver);
+    ASSERT_TRUE(out);
+    Bytes expected;
+    for (int i = 0; i < 64; ++i) {
+        const Bytes off = note(i, false);
+        expected.insert(expected.end(), off.begin(), off.end());
+        ASSERT_TRUE(out->send(off, clock.now()));
+    }
+    out.reset();
+    EXPECT_TRUE(waitFor([&] { return listener.stream().size() >= expected.size(); }));
+    EXPECT_TRUE(listener.stream() == expected);
+}
+
 TEST_F(JackMidiPorts, PlaceEachMessageAtTheFrameOfItsDueTime)
 {
     JackListener listener(server);
@@ -97,7 +113,7 @@ TEST_F(JackMidiPorts, PlaceEachMessageAtTheFrameOfItsDueTime)
     }
     std::sort(errors.begin(), errors.end());
     RecordProperty("medianErrorMicroseconds", std::to_string(errors[count / 2]));
-    EXPECT_LT(errors[count / 2], 250);
+    EXPECT_LT(errors[count / 2], static_cast<double>(period.count()) / 1e3) << "no message waits for the next period";
     EXPECT_EQ(listener.stream()[3 * 150 + 2], 150 % 128);
 }
 

@@ -17,6 +17,7 @@ namespace tessaro {
 
 namespace {
 
+constexpr std::chrono::milliseconds longestClose{500};
 constexpr std::size_t ringBytes = std::size_t{1} << 20;
 constexpr Nanos byteOnCable = std::chrono::microseconds(320); ///< 31,250 bits a second
 constexpr Nanos fullPause = std::chrono::milliseconds(1);
@@ -77,6 +78,7 @@ public:
 
     ~Out() override
     {
+        m_ring.drain(longestClose); // the note-offs of a stop above all
         m_owner.m_outs.remove(*this);
         m_owner.m_calls.deletePort(m_owner.m_seq, m_port);
     }

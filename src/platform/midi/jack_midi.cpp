@@ -6,7 +6,9 @@
 #include <jack/midiport.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
+#include <thread>
 #include <utility>
 
 namespace tessaro {
@@ -17,6 +19,7 @@ const std::string prefix = "JACK MIDI: ";
 const std::string freeOutName = prefix + "Tessaro out";
 const std::string freeInName = prefix + "Tessaro in";
 constexpr std::size_t ringBytes = std::size_t{1} << 20;
+constexpr std::chrono::milliseconds longestClose{500};
 constexpr std::size_t sysexPerPeriod = 4096; ///< bytes; kind to receivers with small buffers
 
 std::vector<std::string> portsOf(jack_client_t* client, unsigned long flags)
@@ -110,7 +113,11 @@ private:
 class JackMidi::Out final : public MidiOut, public Port {
 public:
     Out(JackMidi& owner, const std::string& driver) : Port(owner, driver, JackPortIsOutput), m_ring(ringBytes) {}
-    ~Out() override { owner().close(*this, owner().m_outs); }
+    ~Out() override
+    {
+        finish();
+        owner().close(*this, owner().m_outs);
+    }
 
     bool send(std::span<const std::uint8_t> bytes, Nanos due) noexcept override
     {
@@ -131,6 +138,7 @@ public:
         if (!port()) return;
         void* buffer = jack_port_get_buffer(port(), cycle.frames);
         if (!isFree()) jack_midi_clear_buffer(buffer);
+        m_idle.store(!m_ring.front(), std::memory_order_release);
         std::int64_t at = 0;
         std::size_t sysexLeft = sysexPerPeriod;
         while (const TimedMessages::Record message = m_ring.front()) {
@@ -143,6 +151,17 @@ public:
     }
 
 private:
+    /// Lets what was sent be heard, the note-offs of a stop above all; a server that stands still is not waited for
+    /// long. The last messages are heard by the end of the period that put them on the port: that is over when a period
+    /// has found nothing more.
+    void finish() const
+    {
+        constexpr std::chrono::milliseconds step{1};
+        if (!owner().m_client.running() || !m_ring.drain(longestClose)) return;
+        for (Nanos waited{}; waited < longestClose && !m_idle.load(std::memory_order_acquire); waited += step)
+            std::this_thread::sleep_for(step);
+    }
+
     /// True when all of the message is in the buffer now; a long one takes several periods.
     bool write(void* buffer, jack_nframes_t at, std::span<const std::uint8_t> bytes, std::size_t& sysexLeft) noexcept
     {
@@ -158,7 +177,8 @@ private:
     }
 
     TimedMessages m_ring;
-    std::size_t m_sent = 0; ///< bytes of the oldest message; JACK's thread
+    std::size_t m_sent = 0;         ///< bytes of the oldest message; JACK's thread
+    std::atomic<bool> m_idle{true}; ///< the last period found nothing to send
 };
 
 class JackMidi::In final : public MidiIn, public Port {

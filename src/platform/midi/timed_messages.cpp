@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <thread>
 
 namespace tessaro {
 
@@ -42,6 +43,17 @@ bool TimedMessages::push(std::span<const std::uint8_t> bytes, Nanos due) noexcep
     std::memcpy(cell + 1, bytes.data(), bytes.size());
     if (isSysex(bytes)) m_sysex.fetch_add(1, std::memory_order_release);
     m_written.store(at + needed, std::memory_order_release);
+    return true;
+}
+
+bool TimedMessages::drain(Nanos longest) const
+{
+    constexpr std::chrono::milliseconds step{1};
+    for (Nanos waited{}; m_read.load(std::memory_order_acquire) != m_written.load(std::memory_order_acquire);
+         waited += step) {
+        if (waited >= longest) return false;
+        std::this_thread::sleep_for(step);
+    }
     return true;
 }
 

@@ -27,6 +27,10 @@ public:
     /// Writer. False: no room, or nothing to put.
     bool push(std::span<const std::uint8_t> bytes, Nanos due) noexcept;
 
+    /// Any thread but the reader's. Waits until the reader has taken all that was put, at most `longest`; false when it
+    /// has not.
+    bool drain(Nanos longest) const;
+
     /// Reader. The oldest message, or an empty record.
     [[nodiscard]] Record front() noexcept;
     /// Reader. Drops the oldest message, which `front` has shown.
