@@ -32,7 +32,7 @@ Player::Player(Clock& clock, MidiSystem& midi, UserPort& user, SendObserver* obs
 
 Player::~Player()
 {
-    m_smc.smcPlayStop();
+    if (m_smc.running()) m_smc.smcPlayStop();
     m_smc.stopEngine();
     m_smc.setMainWindow(nullptr);
 }
