@@ -38,7 +38,7 @@ void check(const CEditor& editor)
     // The maps answer for any time; what they say of times that wrapped does not matter.
     _EDT_MEAS meas;
     editor.TimeToMeas(editor.GetTimeEnd(), meas);
-    editor.MsecondToTime(editor.TimeToMsecond(editor.GetTimeEnd()));
+    static_cast<void>(editor.MsecondToTime(editor.TimeToMsecond(editor.GetTimeEnd())));
 }
 
 } // namespace
