@@ -4,6 +4,7 @@
 #include "platform/recording_sink.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 
 namespace tessaro {
 
@@ -21,6 +23,27 @@ jack_client_t* openClient(const std::string& server, const char* name)
     return jack_client_open(name, static_cast<jack_options_t>(JackNoStartServer | JackServerName), nullptr,
                             server.c_str());
 }
+
+/// Servers start one at a time: the first of a machine makes the registry that all share, and another one that starts
+/// meanwhile may replace it.
+class StartLock {
+public:
+    StartLock()
+        : m_file(open((std::filesystem::temp_directory_path() / "tessaro-test-jack.lock").c_str(),
+                      O_RDWR | O_CREAT | O_CLOEXEC, 0666))
+    {
+        if (m_file >= 0) flock(m_file, LOCK_EX);
+    }
+    ~StartLock()
+    {
+        if (m_file >= 0) close(m_file);
+    }
+    StartLock(const StartLock&) = delete;
+    StartLock& operator=(const StartLock&) = delete;
+
+private:
+    const int m_file;
+};
 
 void silence()
 {
@@ -43,6 +66,7 @@ JackServer::~JackServer() { stop(); }
 
 bool JackServer::start()
 {
+    const StartLock lock;
     m_process = fork();
     if (m_process == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
