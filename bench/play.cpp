@@ -46,6 +46,7 @@ struct NoDocument final : DocumentPort {
 struct NoFiles final : SongFiles {
     [[nodiscard]] _EDT_FILE recognise(std::span<std::uint8_t>, std::uint32_t) override { return {}; }
     LoadResult load(const _EDT_FILE&, CEditor&) override { return LoadResult::failed; }
+    bool save(std::uint8_t, CEditor&, ByteSink&) override { return false; }
 };
 
 /// 16 tracks of a block every 8 beats, each beat of a track with `notes` notes and a controller.

@@ -3,7 +3,7 @@
 
 #include "base/strings.h"
 #include "core/edit/editor.h"
-#include "files/song_reader.h"
+#include "files/song_formats.h"
 
 #include <cstdint>
 #include <vector>
@@ -43,7 +43,7 @@ private:
     Document m_document;
     QuietPorts m_quiet;
     Strings m_strings{Language::english};
-    SongReader m_reader{m_strings};
+    SongFormats m_reader{m_strings};
     CEditor m_editor{m_quiet.with(m_document, m_reader)};
 };
 

@@ -22,8 +22,7 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
     , m_messages(m_smc, m_panel, m_media)
     , m_devices(m_smc, midi)
     , m_files(strings)
-    , m_document(
-          {m_files, m_user, m_windows, m_transport, m_waveLengths, m_waveOutput, m_score, m_styles, m_windows, strings})
+    , m_document({m_files, m_user, m_windows, m_transport, m_waveLengths, m_waveOutput, m_score, m_windows, strings})
     , m_app({m_document, m_user, m_devices, m_windows, store, folders.appDirectory, folders.lockFolder})
 {
     QObject::connect(&m_queueNotifier, &QSocketNotifier::activated, [this] { m_queue.drain(); });

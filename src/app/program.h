@@ -5,7 +5,7 @@
 #include "core/doc/tr9app.h"
 #include "core/doc/tr9doc.h"
 #include "core/ports/progress.h"
-#include "files/song_reader.h"
+#include "files/song_formats.h"
 #include "realtime/loom/loom.h"
 #include "realtime/play/smc.h"
 #include "realtime/transport/cnp_window.h"
@@ -73,11 +73,10 @@ private:
     RealtimeMessages m_messages;
     Devices m_devices;
 
-    SongReader m_files;
+    SongFormats m_files;
     NullWaveLengths m_waveLengths;
     NullWaveOutput m_waveOutput;
     NullScoreLinks m_score;
-    NullStyleLinks m_styles;
     CTR9Doc m_document;
     CTR9App m_app;
 };

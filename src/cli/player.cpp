@@ -19,7 +19,7 @@ Player::Player(Clock& clock, MidiSystem& midi, UserPort& user, SendObserver* obs
     , m_panel(m_smc, m_settings)
     , m_transport(m_smc)
     , m_doc({m_reader, user, m_quiet.progress, m_transport, m_quiet.waveLengths, m_quiet.waveOutput, m_quiet.score,
-             m_quiet.styles, m_windows, m_strings})
+             m_windows, m_strings})
     , m_realtime(m_smc, m_panel, m_media)
     , m_messages([this](const Message& message) { m_realtime.handle(message); })
 {

@@ -6,7 +6,7 @@
 #include "core/doc/profile_store.h"
 #include "core/doc/tr9doc.h"
 #include "core/edit/editor_ports.h"
-#include "files/song_reader.h"
+#include "files/song_formats.h"
 #include "realtime/loom/loom.h"
 #include "realtime/play/smc.h"
 #include "realtime/transport/cnp_window.h"
@@ -43,7 +43,7 @@ public:
 
 private:
     Strings m_strings;
-    SongReader m_reader;
+    SongFormats m_reader;
     QuietPorts m_quiet;
     NullAppWindows m_windows;
     NoMciPlayer m_media;

@@ -29,7 +29,7 @@ struct FakeUser final : UserPort {
 struct FakeTransport final : Transport {
     bool playing = false;
     std::vector<std::string> calls;
-    bool on[trackCount];
+    bool on[trackCount + stylePartCount];
     CEditor* bound = nullptr;
 
     FakeTransport() { std::fill(std::begin(on), std::end(on), true); }
@@ -84,18 +84,6 @@ struct FakeDocument final : DocumentPort {
     bool IsModified() const override { return modified; }
 };
 
-struct FakeStyles final : StyleLinks {
-    bool solo = false;
-    std::uint32_t end = 0;
-    void clear() override {}
-    std::uint32_t timeEnd() const override { return end; }
-    bool isSoloExist() const override { return solo; }
-    void clearSolo() override { solo = false; }
-    void setOnOff() override {}
-    bool setChSolo(std::uint8_t, std::uint8_t, bool) override { return false; }
-    bool setChMute(std::uint8_t, std::uint8_t, bool) override { return false; }
-};
-
 struct FakeWaves final : WaveLengths {
     std::map<std::string, std::uint32_t> lengths;
     std::optional<std::uint32_t> milliseconds(const std::string& name) override
@@ -119,6 +107,7 @@ struct FakeFiles final : SongFiles {
         return file;
     }
     LoadResult load(const _EDT_FILE&, CEditor& editor) override { return fill(editor); }
+    bool save(std::uint8_t, CEditor&, ByteSink&) override { return false; }
 };
 
 /// A view that keeps the codes it hears; the payload is read during the call by `read`.
@@ -141,10 +130,9 @@ struct EditorBench {
     FakeUser user;
     FakeTransport transport;
     FakeDocument document;
-    FakeStyles styles;
     FakeWaves waves;
     FakeFiles files;
-    CEditor editor{{document, files, user, quiet.progress, transport, waves, quiet.waveOutput, quiet.score, styles}};
+    CEditor editor{{document, files, user, quiet.progress, transport, waves, quiet.waveOutput, quiet.score}};
 };
 
 /// A record of a channel event; `time` is block-relative.

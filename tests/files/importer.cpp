@@ -10,8 +10,7 @@ Importer::Importer() : m_editor(ports()) {}
 
 EditorPorts Importer::ports()
 {
-    return {*this,         m_reader,      *this, *this, m_quiet.transport, m_quiet.waveLengths, m_quiet.waveOutput,
-            m_quiet.score, m_quiet.styles};
+    return {*this, m_reader, *this, *this, m_quiet.transport, m_quiet.waveLengths, m_quiet.waveOutput, m_quiet.score};
 }
 
 PlainSong Importer::load(const Bytes& file)

@@ -3,7 +3,7 @@
 
 #include "core/edit/editor.h"
 #include "files/plain_song.h"
-#include "files/song_reader.h"
+#include "files/song_formats.h"
 
 #include <string>
 #include <vector>
@@ -41,7 +41,7 @@ private:
 
     QuietPorts m_quiet;
     Strings m_strings{Language::japanese};
-    SongReader m_reader{m_strings};
+    SongFormats m_reader{m_strings};
     CEditor m_editor;
 };
 

@@ -15,6 +15,7 @@ struct PlainDocument final : DocumentPort {
 struct NoFiles final : SongFiles {
     _EDT_FILE recognise(std::span<std::uint8_t>, std::uint32_t) override { return {}; }
     LoadResult load(const _EDT_FILE&, CEditor&) override { return LoadResult::failed; }
+    bool save(std::uint8_t, CEditor&, ByteSink&) override { return false; }
 };
 
 /// A song in memory, without engine or files.

@@ -12,7 +12,7 @@ constexpr std::size_t bufferTail = 16;
 
 EditorPorts editorPorts(CTR9Doc& doc, const DocumentPorts& p)
 {
-    return {doc, p.files, p.user, p.progress, p.transport, p.waveLengths, p.waveOutput, p.score, p.styles};
+    return {doc, p.files, p.user, p.progress, p.transport, p.waveLengths, p.waveOutput, p.score};
 }
 
 } // namespace

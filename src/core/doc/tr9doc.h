@@ -20,7 +20,6 @@ struct DocumentPorts {
     WaveLengths& waveLengths;
     WaveOutput& waveOutput;
     ScoreLinks& score;
-    StyleLinks& styles;
     AppWindows& windows;
     const Strings& strings;
 };

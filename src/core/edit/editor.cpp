@@ -25,8 +25,9 @@ constexpr std::array<std::uint8_t, 3> tempo120 = {0x07, 0xA1, 0x20};
 CEditor::CEditor(const EditorPorts& ports)
     : m_ports(ports)
     , m_maps(m_song, ports.score, ports.user)
+    , m_history(*this, m_song.pool())
     , m_progress(ports.progress)
-    , m_soloMute(m_song, ports.transport, ports.waveOutput, ports.styles)
+    , m_soloMute(m_song, m_styles, ports.transport, ports.waveOutput)
 {
     if (!InitEditor()) m_ports.user.message(TextId::editorInitializeError, MessageKind::error);
 }
@@ -35,8 +36,10 @@ CEditor::~CEditor() = default;
 
 void CEditor::clearSong() noexcept
 {
+    m_history.clear();
     m_maps.clearMeas();
     m_maps.clearTempo();
+    m_ports.score.clear();
     m_song.clear();
 }
 
@@ -47,8 +50,8 @@ bool CEditor::InitEditor()
     clearSong();
     if (!InitTrk() || !AddTs(0, commonTime.data()) || !AddTempo(0, tempo120.data())) return false;
     if (!InitMeasInfo() || !InitTimeInfo()) return false;
-    m_step.reset();
-    m_ports.styles.clear();
+    InitUndoNode();
+    InitStyle();
     return true;
 }
 
@@ -147,24 +150,13 @@ void CEditor::StopSeq()
 {
     if (!m_ports.transport.isPlaying()) return;
     m_ports.transport.stop();
-    m_step.flags().playWasRunning = true;
+    m_flags.playWasRunning = true;
 }
 
 void CEditor::PlaySeq()
 {
-    if (m_step.flags().playWasRunning && !m_ports.transport.isPlaying()) m_ports.transport.resume();
-    m_step.flags().playWasRunning = false;
-}
-
-bool CEditor::OpenUndoNode(const std::string& title) { return m_step.open(title); }
-
-void CEditor::CloseUndoNode()
-{
-    if (!m_step.isOpen()) return;
-    if (m_step.close()) m_ports.document.SetModifiedFlag(true);
-    if (m_step.flags().keyChanged) HintKeyChng();
-    HintDispReq();
-    PlaySeq();
+    if (m_flags.playWasRunning && !m_ports.transport.isPlaying()) m_ports.transport.resume();
+    m_flags.playWasRunning = false;
 }
 
 void CEditor::SetPrgDlg(std::uint32_t low, std::uint32_t high, std::string_view text)

@@ -2,13 +2,15 @@
 #pragma once
 
 #include "base/export.h"
-#include "core/edit/edit_step.h"
 #include "core/edit/editor_ports.h"
 #include "core/edit/hint_board.h"
 #include "core/edit/progress_bar.h"
 #include "core/edit/solo_mute.h"
 #include "core/edit/song.h"
 #include "core/edit/song_maps.h"
+#include "core/edit/step_flags.h"
+#include "core/edit/style_track.h"
+#include "core/edit/undo_history.h"
 
 #include <cstdint>
 #include <string>
@@ -67,13 +69,40 @@ public:
 
     // Editing steps ---------------------------------------------------------------------------------------
 
-    /// Opens a step; false while one is open.
+    /// Opens a step, its title UTF-8. False while one is open, and when memory is out and the user does not want
+    /// to go on without undo.
     bool OpenUndoNode(const std::string& title);
     /// Ends the step: the document becomes modified if anything changed, views show the new state, the
     /// transport runs on.
     void CloseUndoNode();
-    [[nodiscard]] bool IsUndoOpen() const noexcept { return m_step.isOpen(); }
-    [[nodiscard]] EditStep& step() noexcept { return m_step; }
+    /// Ends a step that could not be recorded: says so, and throws the history away. Always true, so that the
+    /// operation goes on.
+    bool ErrCloseUndoNode();
+    [[nodiscard]] bool IsUndoOpen() const noexcept { return m_history.isOpen(); }
+    /// Whether there is something to undo or redo, and its title.
+    bool IsEnableUndo(std::string& title) const;
+    bool IsEnableRedo(std::string& title) const;
+    /// One step, or as many as told up to the first failure, which is shown. False on a failure, and while a step
+    /// is open.
+    bool UndoNode();
+    bool RedoNode();
+    bool UndoNode(int count);
+    bool RedoNode(int count);
+    [[nodiscard]] int GetUndoRedoCount() const noexcept { return m_history.count(); }
+    /// The step applied last, -1 when there is none.
+    [[nodiscard]] int GetUndoRedoIndex() const noexcept { return m_history.index(); }
+    bool GetUndoNode(int index, CUndoNode** node) const noexcept;
+    /// Throws the history away when there is any; the document then stays marked as modified.
+    bool ClearUndoRedo();
+    /// Throws the history away.
+    void InitUndoNode();
+    /// Deletes the real blocks that no block, set-up or phrase of the song shows. Linear; after InitUndoNode only,
+    /// since parked blocks do not count.
+    void RemoveScratch();
+    /// The same for score entries.
+    void RemoveScratchScr() { m_ports.score.removeScratch(); }
+    [[nodiscard]] StepFlags& flags() noexcept { return m_flags; }
+    [[nodiscard]] UndoHistory& history() noexcept { return m_history; }
 
     // Progress of long work -------------------------------------------------------------------------------
 
@@ -153,7 +182,7 @@ public:
     /// Sets the engine's switch of every track from solo and mute.
     void SetTrkOnOff() { m_soloMute.setOnOff(); }
     [[nodiscard]] bool IsSoloExist() const { return m_soloMute.isSoloExist(); }
-    [[nodiscard]] bool IsSoloExistStyle() const { return m_ports.styles.isSoloExist(); }
+    [[nodiscard]] bool IsSoloExistStyle() const { return m_soloMute.isSoloExistStyle(); }
     /// All MIDI tracks of a port and channel; solo leaves all others without.
     void SetChSoloOn(std::uint8_t port, std::uint8_t ch);
     void SetChSoloOff(std::uint8_t port, std::uint8_t ch);
@@ -202,6 +231,48 @@ public:
     /// Deletes a real block with its events; no block shows it any more.
     bool DelRealBlk(POSITION real);
 
+    // Block operations: each stops the transport and records undo, the caller holds the step open. The master
+    // track refuses them all. A track of another type than the block's must be empty, and takes its type then.
+
+    /// A new block of type 1 on an empty real block.
+    bool BlkNew(POSITION trk, std::uint32_t top, std::uint32_t end);
+    /// The same while the transport runs; null on a refusal.
+    POSITION BlkRec(POSITION trk, std::uint32_t top, std::uint32_t end);
+    /// The same for a take, on MIDI tracks only; the real block begins with two empty text events.
+    POSITION BlkRealRec(POSITION trk, std::uint32_t top, std::uint32_t end);
+    /// An independent copy; that of a ghost is a ghost.
+    bool BlkCopy(POSITION trk, POSITION blk, POSITION trk2, std::uint32_t time);
+    /// A ghost of the block's real block.
+    bool BlkGhost(POSITION trk, POSITION blk, POSITION trk2, std::uint32_t time);
+    /// The block gets a new position.
+    bool BlkMove(POSITION trk, POSITION blk, POSITION trk2, std::uint32_t time, POSITION* moved = nullptr);
+    /// The move without undo, hint and taking the old block away; null on a refusal.
+    POSITION BlkMoveCore(POSITION trk, POSITION blk, POSITION trk2, std::uint32_t time);
+    /// With a source go its ghosts, after a question once a step.
+    bool BlkDel(POSITION trk, POSITION blk);
+    void BlkDelGhost(POSITION trk, POSITION blk);
+    /// Merges a block into the second one at its own top, then deletes it.
+    bool BlkApp(POSITION trk, POSITION blk, POSITION trk2, POSITION blk2);
+    /// Divides a real block; a note that reaches over the division is cut. The ghosts follow the first half.
+    bool BlkDiv(POSITION trk, POSITION blk, std::uint32_t time);
+    /// Copies the events of a block into another, as if its top were `time`.
+    bool BlkMerge(POSITION trk, POSITION blk, POSITION trk2, POSITION blk2, std::uint32_t time);
+    /// Makes a ghost a real block with a copy of the events.
+    bool BlkRealize(POSITION trk, POSITION blk);
+    /// Not shorter than the last sound.
+    bool BlkSize(POSITION trk, POSITION blk, std::uint32_t end);
+    bool BlkName(POSITION trk, POSITION blk, const std::string& name);
+    /// Shifts the events inside the block; none gets before its top.
+    bool BlkOfst(POSITION trk, POSITION blk, std::int64_t delta);
+    /// A new block of type 1 on a real block of the song; null on a refusal.
+    POSITION BlkPaste(POSITION trk, std::uint32_t top, std::uint32_t end, CRealBlk* real);
+    POSITION BlkPasteNoHint(POSITION trk, std::uint32_t top, std::uint32_t end, CRealBlk* real);
+    /// The source of a ghost; false without one.
+    bool SrchSrcBlk(POSITION trk, POSITION blk, POSITION& srcTrk, POSITION& srcBlk) const noexcept;
+    /// Whether any ghost of the block's real block exists.
+    [[nodiscard]] bool IsGhostExist(POSITION trk, POSITION blk) const noexcept;
+    /// Grows the block, and its ghosts, to hold the event. Not undone.
+    void ChkBlkReSize(POSITION trk, POSITION blk, POSITION evnt);
     /// Every ghost of the block's real block gets the block's length.
     void ChkGhostBlkReSize(const CBlk* blk);
 
@@ -227,6 +298,119 @@ public:
     [[nodiscard]] POSITION GetEvntTimePos(POSITION trk, POSITION blk, std::uint32_t time) const;
     [[nodiscard]] POSITION GetEvntTimePos(int trk, std::uint32_t blk, std::uint32_t time) const;
 
+    // Event operations: times in records are absolute. Only blocks of type 1 take them. Those without a word on
+    // undo stop the transport, record undo and grow the block; the caller holds the step open.
+
+    /// Whether a record may stand on a track of this number and type.
+    [[nodiscard]] static bool IsInsEnable(int trk, std::uint8_t type, const _EDT_EVNT& rec) noexcept;
+    /// A signature goes to the next bar line, a copyright notice to the top.
+    bool InsEvnt(POSITION trk, POSITION blk, const _EDT_EVNT& rec);
+    /// The same without undo and growth, which are the caller's.
+    bool InsEvnt(POSITION trk, POSITION blk, const _EDT_EVNT& rec, POSITION& evnt);
+    /// During recording: the transport runs on, no rules of place apply.
+    bool RecEvnt(POSITION trk, POSITION blk, const _EDT_EVNT& rec);
+    /// The same without undo.
+    bool RecEvnt(POSITION trk, POSITION blk, const _EDT_EVNT& rec, POSITION& evnt);
+    /// Overwrites while the transport runs; the block does not grow.
+    bool RecSetEvnt(POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec);
+    /// For the recording thread: no undo, no hint.
+    static bool RealRecEvnt(CBlk* blk, const _EDT_EVNT& rec);
+    /// Rests have no undo.
+    bool InsRest(POSITION trk, POSITION blk, const _EDT_EVNT& rec);
+    bool DelRest(POSITION trk, POSITION blk, POSITION evnt);
+    bool SetEvnt(POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec);
+    /// A signature and a copyright notice stay where they are, which is said once a step.
+    bool SetLocation(POSITION trk, POSITION blk, POSITION evnt, std::uint32_t time);
+    /// The signature and the tempo at the song's top stay.
+    void DeleteEvnt(POSITION trk, POSITION blk, POSITION evnt);
+    /// Takes an event out; recording it before is the caller's.
+    void DelEvnt(POSITION trk, POSITION blk, POSITION evnt);
+    /// Joins `note` to `note2` of the same pitch, which stays and reaches to the end of both.
+    bool NoteApp(POSITION trk, POSITION blk, POSITION note, POSITION note2);
+    /// Splits a note at a time strictly inside it.
+    bool NoteDiv(POSITION trk, POSITION blk, POSITION note, std::uint32_t time);
+    /// Whether the event refers to a score entry.
+    [[nodiscard]] bool GetScrArtIndex(const CEvnt& event) const { return m_ports.score.isScoreLink(event); }
+    [[nodiscard]] ScoreLinks& score() noexcept { return m_ports.score; }
+
+    // Style track -----------------------------------------------------------------------------------------
+
+    [[nodiscard]] const StyleTrack& styles() const noexcept { return m_styles; }
+    [[nodiscard]] StyleTrack& styles() noexcept { return m_styles; }
+    /// Deletes all style blocks and puts the settings back.
+    void InitStyle() noexcept { m_styles.clear(); }
+    void RemoveStyle() noexcept;
+    bool RemoveAtStyle(POSITION style) noexcept;
+    /// A new block that stands in no list: the caller owns it until it adds it.
+    void NewStyle(CStyleBlk** style) { *style = new CStyleBlk; }
+    POSITION AddStyle(std::uint32_t time, CStyleBlk* style) noexcept;
+    POSITION AddHeadStyle(CStyleBlk* style) noexcept;
+    POSITION InsertAfterStyle(POSITION pos, CStyleBlk* style) noexcept;
+    bool GetNextStyle(POSITION& pos, CStyleBlk** style) const noexcept;
+    bool GetPrevStyle(POSITION& pos, CStyleBlk** style) const noexcept;
+    bool GetAtStyle(POSITION pos, CStyleBlk** style) const noexcept;
+    [[nodiscard]] int GetCountStyle() const noexcept { return static_cast<int>(m_styles.blks().count()); }
+    [[nodiscard]] POSITION GetHeadStylePos() const noexcept { return m_styles.blks().head(); }
+    [[nodiscard]] POSITION GetTailStylePos() const noexcept { return m_styles.blks().tail(); }
+    [[nodiscard]] POSITION FindStylePos(const CStyleBlk* style) const noexcept { return m_styles.blks().find(style); }
+
+    // Style block operations, with undo; the caller holds the step open.
+
+    bool StyleNew(std::uint32_t time, CStyleBlk* style);
+    /// The same while the transport runs.
+    POSITION StyleRec(std::uint32_t time, CStyleBlk* style);
+    bool StyleDel(POSITION style);
+    /// Shares set-up and phrase data with the original.
+    bool StyleCopy(POSITION style, std::uint32_t time);
+    bool StyleMove(POSITION style, std::uint32_t time);
+    /// An end not behind the top becomes one tick more than it.
+    bool StyleSize(POSITION style, std::uint32_t end);
+    /// Only strictly inside; the second half starts with the section's head.
+    bool StyleDiv(POSITION style, std::uint32_t time);
+    /// Joins a block to one that does not start later.
+    bool StyleApp(POSITION style, POSITION other);
+
+    // Settings of the style track: parts 0 to 15, of which 8 to 15 sound. They mark the song as modified.
+
+    void InitStyleTrkInfo() noexcept { m_styles.info() = {}; }
+    void GetStyleTrkInfo(_STYLE_TRK_INFO& info) const { info = m_styles.info(); }
+    [[nodiscard]] std::uint8_t GetStylePort(int part) const noexcept;
+    /// Sets part 0 to the same port.
+    bool SetStylePort(int part, std::uint8_t port);
+    [[nodiscard]] std::uint8_t GetStyleCh(int part) const noexcept;
+    bool SetStyleCh(int part, std::uint8_t ch);
+    [[nodiscard]] int GetStyleTrans(int part) const noexcept;
+    bool SetStyleTrans(int part, int semitones);
+    [[nodiscard]] bool GetStyleTransEnable(int part) const noexcept;
+    bool SetStyleTransEnable(int part, bool on);
+    [[nodiscard]] int GetStyleTransOfst() const noexcept { return m_styles.info().transOfst; }
+    void SetStyleTransOfst(int semitones);
+    [[nodiscard]] bool GetStyleBSetup() const noexcept { return m_styles.info().styleBSetup; }
+    void SetStyleBSetup(bool on);
+    [[nodiscard]] bool GetStyleBTempo() const noexcept { return m_styles.info().styleBTempo; }
+    void SetStyleBTempo(bool on);
+    [[nodiscard]] const std::string& GetStyleName() const noexcept { return m_styles.info().styleName; }
+    void SetStyleName(const std::string& name);
+
+    // Solo and mute of the style parts 8 to 15; a change does not mark the song.
+
+    [[nodiscard]] bool GetStyleSolo(int part) const noexcept;
+    [[nodiscard]] bool GetStyleMute(int part) const noexcept;
+    bool SetStyleMute(int part, bool on);
+    /// All parts; with `on` the tracks lose their solo.
+    void SetStyleSolo(bool on);
+    /// With `on` this part alone, and no track.
+    bool SetStyleSoloExe(int part, bool on);
+    /// The tracks lose their solo when a part has it.
+    void SetStyleSolo();
+    /// The parts of a port and channel; true when one matched. Solo leaves all others without.
+    bool SetStyleChSoloOn(std::uint8_t port, std::uint8_t ch);
+    bool SetStyleChSoloOff(std::uint8_t port, std::uint8_t ch);
+    bool SetStyleChMuteOn(std::uint8_t port, std::uint8_t ch);
+    bool SetStyleChMuteOff(std::uint8_t port, std::uint8_t ch);
+    /// Sets the engine's switch of every part from solo and mute.
+    void SetStyleOnOff() { m_soloMute.setStyleOnOff(); }
+
     // Construction by loaders: no hints, no undo ----------------------------------------------------------
 
     /// A new real block and a block of type 1 at `time`.
@@ -246,7 +430,7 @@ public:
     [[nodiscard]] std::uint32_t GetTimeEndMstr() const noexcept;
     /// The largest block end of tracks 1 to 100.
     [[nodiscard]] std::uint32_t GetTimeEndTrk() const noexcept;
-    [[nodiscard]] std::uint32_t GetTimeEndStyle() const { return m_ports.styles.timeEnd(); }
+    [[nodiscard]] std::uint32_t GetTimeEndStyle() const noexcept { return m_styles.timeEnd(); }
     /// The largest of the three.
     [[nodiscard]] std::uint32_t GetTimeEnd() const;
 
@@ -389,12 +573,18 @@ private:
     void resizeBlk(CTrk& trk, CBlk& blk, std::uint32_t end);
     void changeChSolo(std::uint8_t port, std::uint8_t ch, bool on);
     void changeChMute(std::uint8_t port, std::uint8_t ch, bool on);
+    void clearTrkSolo();
+    void sendStyleTrans(int part);
+    template <class Change>
+    bool forStyleParts(std::uint8_t port, std::uint8_t ch, Change&& change);
 
     EditorPorts m_ports;
     Song m_song;
     SongMaps m_maps;
     HintBoard m_hints;
-    EditStep m_step;
+    StyleTrack m_styles;
+    StepFlags m_flags;
+    UndoHistory m_history;
     ProgressBar m_progress;
     SoloMute m_soloMute;
     std::uint32_t m_fileLength = 0;

@@ -144,9 +144,9 @@ void CEditor::HintDispReq()
 {
     HintTimeChng();
     send(hint::dispReq, {});
-    if (!m_step.flags().trkTypeChanged) return;
+    if (!m_flags.trkTypeChanged) return;
     HintTrkType();
-    m_step.flags().trkTypeChanged = false;
+    m_flags.trkTypeChanged = false;
 }
 
 void CEditor::HintSoloMute() { send(hint::soloMute, {}); }

@@ -5,7 +5,6 @@
 #include "core/ports/progress.h"
 #include "core/ports/score_links.h"
 #include "core/ports/song_files.h"
-#include "core/ports/style_links.h"
 #include "core/ports/transport.h"
 #include "core/ports/user.h"
 #include "core/ports/wave_lengths.h"
@@ -23,7 +22,6 @@ struct EditorPorts {
     WaveLengths& waveLengths;
     WaveOutput& waveOutput;
     ScoreLinks& score;
-    StyleLinks& styles;
 };
 
 /// A null object for each port that has one; whoever builds an editor replaces those that matter.
@@ -34,11 +32,10 @@ struct QuietPorts {
     NullWaveLengths waveLengths;
     NullWaveOutput waveOutput;
     NullScoreLinks score;
-    NullStyleLinks styles;
 
     [[nodiscard]] EditorPorts with(DocumentPort& document, SongFiles& files)
     {
-        return {document, files, user, progress, transport, waveLengths, waveOutput, score, styles};
+        return {document, files, user, progress, transport, waveLengths, waveOutput, score};
     }
 };
 

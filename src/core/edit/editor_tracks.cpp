@@ -105,7 +105,7 @@ bool CEditor::SetTrkArrange(POSITION trk, POSITION after)
     if (number == 0 || !after || trk == after) return false;
     m_song.moveTrk(trk, after);
     HintTrkArrange(trk, trk);
-    return m_step.SetUndoTrkMove(number, trk);
+    return m_history.SetUndoTrkMove(number, trk);
 }
 
 bool CEditor::SetTrkMute(POSITION trk, bool on)
@@ -122,7 +122,7 @@ bool CEditor::SetSoloOn(POSITION trk)
     const int soloed = Song::numberOf(trk);
     trkAt(trk)->SetSolo(true);
     m_soloMute.set(soloed, true);
-    m_ports.styles.clearSolo();
+    SetStyleSolo(false);
     HintTrkSolo(trk);
     for (int n = 1; n < trackCount; ++n) {
         if (n == soloed) continue;
@@ -171,8 +171,9 @@ void CEditor::changeChSolo(std::uint8_t port, std::uint8_t ch, bool on)
         HintTrkSolo(n);
         changed = true;
     }
-    if (m_ports.styles.setChSolo(port, ch, on)) changed = true;
-    if (!changed) return;
+    const auto before = m_styles.info().solo;
+    on ? SetStyleChSoloOn(port, ch) : SetStyleChSoloOff(port, ch);
+    if (!changed && before == m_styles.info().solo) return;
     SetTrkOnOff();
     HintChSolo(port, ch);
 }
@@ -188,8 +189,9 @@ void CEditor::changeChMute(std::uint8_t port, std::uint8_t ch, bool on)
         HintTrkMute(trk, on);
         changed = true;
     }
-    if (m_ports.styles.setChMute(port, ch, on)) changed = true;
-    if (!changed) return;
+    const auto before = m_styles.info().mute;
+    on ? SetStyleChMuteOn(port, ch) : SetStyleChMuteOff(port, ch);
+    if (!changed && before == m_styles.info().mute) return;
     SetTrkOnOff();
     HintChMute(port, ch);
 }

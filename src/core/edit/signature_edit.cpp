@@ -68,7 +68,7 @@ void changed(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, std::ui
     }
     editor.HintEvntChng(trk, blk, evnt);
     editor.HintMeasChng();
-    editor.step().flags().measChanged = true;
+    editor.flags().measChanged = true;
 }
 
 void inserted(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec,
@@ -104,7 +104,7 @@ void remove(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const _E
         editor.HintTsChng(trk, blk, evnt);
     else
         editor.HintMeasChng();
-    editor.step().retire(*block->GetRealBlk(), gone);
+    editor.history().retire(gone);
 }
 
 void shift(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, std::int64_t delta)
@@ -123,13 +123,13 @@ void shift(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, std::int6
             break;
         }
         copies.push_back(copy);
-        editor.step().SetUndoEvntDel(trk, blk, old);
+        editor.history().SetUndoEvntDel(trk, blk, old);
         real.RemoveAt(old);
-        editor.step().retire(real, old);
+        editor.history().retire(old);
     }
     for (CEvnt* copy : copies) {
         real.Add(copy->GetTime(), copy);
-        editor.step().SetUndoEvntIns(trk, blk, copy);
+        editor.history().SetUndoEvntIns(trk, blk, copy);
     }
 }
 
@@ -142,10 +142,10 @@ void removeDuplicates(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt
         CEvnt* other = e;
         e = List<CEvnt>::prev(e);
         if (!other->isMeta(meta::timeSignature)) continue;
-        editor.step().SetUndoEvntDel(trk, blk, other);
+        editor.history().SetUndoEvntDel(trk, blk, other);
         real.RemoveAt(other);
         editor.HintDelEvnt(trk, blk, other);
-        editor.step().retire(real, other);
+        editor.history().retire(other);
     }
 }
 

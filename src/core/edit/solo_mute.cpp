@@ -2,6 +2,9 @@
 #include "core/edit/solo_mute.h"
 
 #include "core/edit/song.h"
+#include "core/edit/style_track.h"
+
+#include <algorithm>
 
 namespace tessaro {
 
@@ -14,10 +17,26 @@ bool SoloMute::isSoloExist() const
 
 void SoloMute::setOnOff()
 {
-    const bool soloed = isSoloExist() || m_styles.isSoloExist();
+    const bool soloed = isSoloExist() || isSoloExistStyle();
     for (int n = 1; n < trackCount; ++n)
         if (const CTrk* trk = m_song.trk(n)) set(n, soloed ? trk->GetSolo() : !trk->GetMute());
-    m_styles.setOnOff();
+    setStyleOnOff();
+}
+
+bool SoloMute::isSoloExistStyle() const noexcept
+{
+    const auto& solo = m_styles.info().solo;
+    return std::any_of(solo.begin() + firstSoundingPart, solo.end(), [](bool on) { return on; });
+}
+
+void SoloMute::setStyleOnOff()
+{
+    const bool soloed = isSoloExist() || isSoloExistStyle();
+    for (int part = firstSoundingPart; part < stylePartCount; ++part) {
+        const auto at = static_cast<std::size_t>(part);
+        const bool on = soloed ? m_styles.info().solo[at] : !m_styles.info().mute[at];
+        if (m_transport.getTrkSw(trackCount + part) != on) m_transport.setTrkSw(trackCount + part, on);
+    }
 }
 
 void SoloMute::set(int number, bool on)

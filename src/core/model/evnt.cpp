@@ -4,6 +4,7 @@
 #include "core/model/meta.h"
 
 #include <new>
+#include <utility>
 
 namespace tessaro {
 
@@ -49,6 +50,32 @@ void CEvnt::Get(_EDT_EVNT& rec) const
     rec.data = rec.szData ? m_side->payload.data() : nullptr;
     rec.mciCommand = GetMciCommand();
     rec.fileName = GetFileName();
+}
+
+void CEvnt::copyFrom(const CEvnt& other)
+{
+    m_side = other.m_side ? std::make_unique<Side>(*other.m_side) : nullptr;
+    m_time = other.m_time;
+    m_gateTime = other.m_gateTime;
+    m_status = other.m_status;
+    m_post1 = other.m_post1;
+    m_post2 = other.m_post2;
+    m_post3 = other.m_post3;
+    m_post4 = other.m_post4;
+    m_metaType = other.m_metaType;
+}
+
+void CEvnt::swapWith(CEvnt& other) noexcept
+{
+    std::swap(m_side, other.m_side);
+    std::swap(m_time, other.m_time);
+    std::swap(m_gateTime, other.m_gateTime);
+    std::swap(m_status, other.m_status);
+    std::swap(m_post1, other.m_post1);
+    std::swap(m_post2, other.m_post2);
+    std::swap(m_post3, other.m_post3);
+    std::swap(m_post4, other.m_post4);
+    std::swap(m_metaType, other.m_metaType);
 }
 
 CEvnt::Side& CEvnt::side()

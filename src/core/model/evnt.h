@@ -83,6 +83,11 @@ public:
     void SetFileName(std::string name);
     void SetMciCommand(std::string command);
 
+    /// Takes all of another event but its place in a list. Throws bad_alloc.
+    void copyFrom(const CEvnt& other);
+    /// The same both ways; nothing can fail.
+    void swapWith(CEvnt& other) noexcept;
+
     /// Writes the kind that the record's status names; false for a status that no event has.
     bool Set(const _EDT_EVNT& rec);
     bool SetNoteOn(const _EDT_EVNT& rec) noexcept;

@@ -86,6 +86,43 @@ struct _EDT_FILE {
     std::uint8_t* buffer = nullptr;
 };
 
+/// How the notes of a style's phrase bend to follow a chord. Flags are 1 where the phrase plays.
+struct _STYLE_CTAB {
+    std::uint8_t track = 0; ///< channel of the data in the style file, 0 to 15
+    std::array<char, 8> name{};
+    std::uint8_t part = 0;                    ///< output channel, 0 to 15
+    std::uint8_t kept = 0;                    ///< carried for others
+    std::array<std::uint8_t, 12> noteMute{};  ///< by the chord's root
+    std::array<std::uint8_t, 35> chordMute{}; ///< by the chord's type
+    std::uint8_t srcRoot = 0;                 ///< pitch class
+    std::uint8_t srcChord = 0;
+    std::uint8_t noteRule = 0;
+    std::uint8_t noteTable = 0;
+    std::uint8_t highKey = 0; ///< pitch class
+    std::uint8_t noteLow = 0;
+    std::uint8_t noteHigh = 0;
+    std::uint8_t retrigRule = 0;
+    std::uint8_t extMode = 0;
+    std::uint16_t extLength = 0;                                     ///< sixths of a quarter note
+    std::array<std::uint8_t, 4> extNote{0x80, 0x80, 0x80, 0x80};     ///< 0x80 is unused
+    std::array<std::uint8_t, 4> extVelocity{0x80, 0x80, 0x80, 0x80}; ///< 0x80 is unused
+};
+
+/// The settings of the style track and its 16 parts by value.
+struct _STYLE_TRK_INFO {
+    std::array<std::uint8_t, 16> port{};
+    std::array<std::uint8_t, 16> ch{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
+    std::int8_t transOfst = 0;           ///< semitones, for all parts
+    std::array<std::int8_t, 16> trans{}; ///< semitones, -36 to +36
+    std::array<bool, 16> transEnable{true, true, true, true, true, true, true, true,
+                                     true, true, true, true, true, true, true, true};
+    std::array<bool, 16> solo{};
+    std::array<bool, 16> mute{};
+    bool styleBSetup = true;
+    bool styleBTempo = false;
+    std::string styleName;
+};
+
 /// A cursor into a standard MIDI stream that stands behind an event's status byte.
 struct _EDT_SMF {
     const std::uint8_t* buffer = nullptr;

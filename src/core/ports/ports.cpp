@@ -7,13 +7,13 @@
 #include "core/ports/score_links.h"
 #include "core/ports/settings_store.h"
 #include "core/ports/song_files.h"
-#include "core/ports/style_links.h"
 #include "core/ports/transport.h"
 #include "core/ports/user.h"
 #include "core/ports/wave_lengths.h"
 #include "core/ports/wave_output.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace tessaro {
 
@@ -25,7 +25,8 @@ ProgressPort::~ProgressPort() = default;
 ScoreLinks::~ScoreLinks() = default;
 SettingsStore::~SettingsStore() = default;
 SongFiles::~SongFiles() = default;
-StyleLinks::~StyleLinks() = default;
+std::uint64_t SongFiles::songLength(const std::string&) { return std::numeric_limits<std::uint64_t>::max(); }
+bool SongFiles::loadWaves(const std::string&, std::uint64_t, CEditor&) { return true; }
 Transport::~Transport() = default;
 UserPort::~UserPort() = default;
 WaveLengths::~WaveLengths() = default;

@@ -10,8 +10,8 @@ namespace tessaro {
 class CEditor;
 
 /// The real-time layer as the song editor sees it: the transport, and the per-track tables of the engine.
-/// Tracks go by number, 0 to 100. All calls come from the main thread; the track switches may come while
-/// the song plays and take effect at once.
+/// Tracks go by number, 0 to 100, the style parts from 101 on. All calls come from the main thread; the track switches
+/// may come while the song plays and take effect at once.
 class TESSARO_API Transport {
 public:
     virtual ~Transport();
@@ -56,7 +56,7 @@ public:
     void reloadTracks() override {}
 
 private:
-    bool m_switch[101];
+    bool m_switch[117];
 };
 
 } // namespace tessaro

@@ -36,6 +36,9 @@ public:
     {
         if (m_frame) m_frame->songReplaced();
     }
+    SaveAnswer askSaveChanges(std::string_view) override { return SaveAnswer::discard; }
+    std::optional<SaveChoice> askSaveName(const SaveChoice&) override { return std::nullopt; }
+    void titleChanged() override {}
     void songToTop() override
     {
         if (m_frame) m_frame->songToTop();

@@ -66,7 +66,7 @@ struct FakeDevices final : DevicePort {
     void releasePlayOwner(int) override {}
 };
 
-struct FakeWindows final : AppWindows {
+struct FakeWindows final : NullAppWindows {
     Log& log;
     bool mainFrame = true;
     std::function<void()> onPanel;
@@ -82,7 +82,6 @@ struct FakeWindows final : AppWindows {
         log.emplace_back("panel");
         if (onPanel) onPanel();
     }
-    void closeChildFrames() override {}
     void songReplaced() override { log.emplace_back("song"); }
     void songToTop() override { log.emplace_back("top"); }
     void setSyncMode(int mode) override { log.push_back("panelSync" + std::to_string(mode)); }
@@ -99,8 +98,8 @@ struct Bench {
     FakeDevices devices{log};
     FakeWindows windows{log};
     Strings strings{Language::english};
-    CTR9Doc doc{{files, user, quiet.progress, transport, quiet.waveLengths, quiet.waveOutput, quiet.score, quiet.styles,
-                 windows, strings}};
+    CTR9Doc doc{
+        {files, user, quiet.progress, transport, quiet.waveLengths, quiet.waveOutput, quiet.score, windows, strings}};
     ProfileStore store{folder / "tessaro.ini"};
     CTR9App app{{doc, user, devices, windows, store, folder.path() + "/", folder.path()}};
 };

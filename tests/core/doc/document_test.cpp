@@ -18,8 +18,8 @@ struct Bench {
     FakeFiles files;
     NullAppWindows windows;
     Strings strings{Language::english};
-    CTR9Doc doc{{files, user, quiet.progress, transport, quiet.waveLengths, quiet.waveOutput, quiet.score, quiet.styles,
-                 windows, strings}};
+    CTR9Doc doc{
+        {files, user, quiet.progress, transport, quiet.waveLengths, quiet.waveOutput, quiet.score, windows, strings}};
 
     [[nodiscard]] bool isNewSong()
     {
@@ -117,10 +117,11 @@ TEST(Document, TheReaderMayLookSixteenBytesBehindTheFile)
             return {};
         }
         LoadResult load(const _EDT_FILE&, CEditor&) override { return LoadResult::failed; }
+        bool save(std::uint8_t, CEditor&, ByteSink&) override { return false; }
     } reader;
     Bench b;
     CTR9Doc doc({reader, b.user, b.quiet.progress, b.transport, b.quiet.waveLengths, b.quiet.waveOutput, b.quiet.score,
-                 b.quiet.styles, b.windows, b.strings});
+                 b.windows, b.strings});
     doc.Load(b.folder.write("empty", ""));
     EXPECT_EQ(reader.bytes, 16U);
     EXPECT_TRUE(reader.zeros);

@@ -149,7 +149,7 @@ TEST(Hints, SideEffectsComeBeforeTheViewsHear)
 TEST(Hints, TheEndOfAStepRebuildsAndTellsTheTypeOnce)
 {
     HintBench b;
-    b.editor.step().flags().trkTypeChanged = true;
+    b.editor.flags().trkTypeChanged = true;
     b.editor.HintDispReq();
     EXPECT_EQ(b.view.codes, (std::vector{hint::timeChng, hint::dispReq, hint::trkType}));
     b.view.codes.clear();

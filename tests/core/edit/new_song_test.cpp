@@ -93,7 +93,10 @@ TEST(NewSong, SongEndIsTheLargestOfThree)
     bench.editor.NewBlk(7, 4000);
     bench.editor.NewAddTailEvnt(7, 0, noteRec(1000, 100));
     EXPECT_EQ(bench.editor.GetTimeEnd(), 5000U) << "the block grows to the event's time, not its end";
-    bench.styles.end = 9000;
+    CStyleBlk* style = nullptr;
+    bench.editor.NewStyle(&style);
+    style->SetTime(0, 9000);
+    bench.editor.AddStyle(0, style);
     EXPECT_EQ(bench.editor.GetTimeEnd(), 9000U);
 }
 

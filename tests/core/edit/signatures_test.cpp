@@ -10,35 +10,6 @@ namespace {
 
 using Signature = std::array<std::uint8_t, 4>;
 
-/// Writes down what it is told, and keeps deleted events as a history would.
-struct FakeRecorder final : UndoRecorder {
-    std::vector<std::string> log;
-    std::vector<std::uint32_t> kept;
-    POSITION deleted = nullptr;
-
-    bool openStep(const std::string&) override { return true; }
-    void closeStep() override {}
-    bool evntInserted(POSITION, POSITION, POSITION e) override
-    {
-        log.push_back("ins" + std::to_string(List<CEvnt>::get(e)->GetTime()));
-        return true;
-    }
-    bool evntDeleted(POSITION, POSITION, POSITION e) override
-    {
-        log.push_back("del" + std::to_string(List<CEvnt>::get(e)->GetTime()));
-        deleted = e;
-        return true;
-    }
-    bool keep(CRealBlk& from, CEvnt* e) override
-    {
-        if (e != deleted) return false;
-        kept.push_back(e->GetTime());
-        from.Delete(e);
-        return true;
-    }
-    bool trkMoved(int, POSITION) override { return true; }
-};
-
 /// A song in 4/4 with signatures at measures 3 and 5 and a text event between.
 struct Bench : EditorBench {
     FakeView view;
@@ -93,7 +64,7 @@ TEST(Signatures, OverwritingKeepsTheLaterOnesOnTheirMeasures)
     EXPECT_EQ(b.measureOf(7680), 5U);
     EXPECT_EQ(b.times(0x01), (std::vector<std::uint32_t>{4000})) << "other events stay";
     EXPECT_EQ(b.view.codes, (std::vector{hint::evntChng, hint::tsChng}));
-    EXPECT_FALSE(b.editor.step().flags().measChanged);
+    EXPECT_FALSE(b.editor.flags().measChanged);
 }
 
 TEST(Signatures, OverwritingTheLastOneMovesNothing)
@@ -106,7 +77,7 @@ TEST(Signatures, OverwritingTheLastOneMovesNothing)
     b.editor.ChngTs(b.trk, b.blk, last, 6720, 4, 2, e);
     EXPECT_EQ(b.times(), (std::vector<std::uint32_t>{0, 3840, 6720}));
     EXPECT_EQ(b.view.codes, (std::vector{hint::evntChng, hint::measChng}));
-    EXPECT_TRUE(b.editor.step().flags().measChanged);
+    EXPECT_TRUE(b.editor.flags().measChanged);
 
     b.view.codes.clear();
     b.editor.ChngTs(b.trk, b.blk, last, 6720, 7, 3, e);
@@ -167,17 +138,17 @@ TEST(Signatures, OnlyTheLatestAtATickStays)
 TEST(Signatures, AMoveIsRecordedAsDeletionsAndThenInsertions)
 {
     Bench b;
-    FakeRecorder recorder;
-    b.editor.step().setRecorder(&recorder);
     b.editor.UpdateTs(b.trk, b.blk, b.at(3840), 480);
-    EXPECT_TRUE(recorder.log.empty()) << "outside of a step nothing is recorded";
+    EXPECT_EQ(b.editor.GetUndoRedoCount(), 0) << "outside of a step nothing is recorded";
     b.editor.OpenUndoNode("move");
     b.editor.UpdateTs(b.trk, b.blk, b.at(4320), -5000);
     b.editor.CloseUndoNode();
-    EXPECT_EQ(recorder.log, (std::vector<std::string>{"del4320", "del7200", "ins0", "ins2200"}));
-    EXPECT_EQ(recorder.kept, (std::vector<std::uint32_t>{4320, 7200}));
+    CUndoNode* step = nullptr;
+    ASSERT_TRUE(b.editor.GetUndoNode(0, &step));
+    std::vector<UndoKind> kinds;
+    for (const CUndo& change : step->changes) kinds.push_back(change.kind);
+    EXPECT_EQ(kinds, (std::vector{UndoKind::evntDel, UndoKind::evntDel, UndoKind::evntIns, UndoKind::evntIns}));
     EXPECT_EQ(b.times(), (std::vector<std::uint32_t>{0, 0, 2200})) << "times stop at 0";
-    b.editor.step().setRecorder(nullptr);
 }
 
 TEST(Signatures, OddBodiesFromFilesAreLeftAlone)

@@ -34,11 +34,11 @@ TEST(SoloMute, SoloIsExclusiveAndMuteComesBack)
 TEST(SoloMute, AStyleSoloSilencesEveryTrack)
 {
     EditorBench b;
-    b.styles.solo = true;
+    b.editor.styles().info().solo[8] = true;
     b.editor.SetTrkOnOff();
     EXPECT_TRUE(b.transport.sounding().empty());
     b.editor.SetTrkSolo(2, true);
-    EXPECT_FALSE(b.styles.solo);
+    EXPECT_FALSE(b.editor.IsSoloExistStyle());
     EXPECT_EQ(b.transport.sounding(), (Tracks{2}));
 }
 
@@ -93,8 +93,7 @@ TEST(SoloMute, WaveOutputFollowsTheSwitch)
     FakeDocument document;
     FakeFiles files;
     FakeTransport transport;
-    CEditor editor(
-        {document, files, quiet.user, quiet.progress, transport, quiet.waveLengths, output, quiet.score, quiet.styles});
+    CEditor editor({document, files, quiet.user, quiet.progress, transport, quiet.waveLengths, output, quiet.score});
     editor.SetTrkType(20, trktype::wave);
     editor.SetTrkSolo(1, true);
     editor.SetTrkSolo(20, true);

@@ -156,6 +156,7 @@ struct NoDocument final : DocumentPort {
 struct NoFiles final : SongFiles {
     [[nodiscard]] _EDT_FILE recognise(std::span<std::uint8_t>, std::uint32_t) override { return {}; }
     LoadResult load(const _EDT_FILE&, CEditor&) override { return LoadResult::failed; }
+    bool save(std::uint8_t, CEditor&, ByteSink&) override { return false; }
 };
 
 /// An engine with two output ports, the layer above it, the panel, and an editor whose song is bound by `bind`.
@@ -177,8 +178,8 @@ struct PlayBenchOn {
     NoDocument document;
     NoFiles files;
     QuietPorts quiet;
-    CEditor editor{{document, files, user, quiet.progress, transport, quiet.waveLengths, quiet.waveOutput, quiet.score,
-                    quiet.styles}};
+    CEditor editor{
+        {document, files, user, quiet.progress, transport, quiet.waveLengths, quiet.waveOutput, quiet.score}};
 
     PlayBenchOn()
     {

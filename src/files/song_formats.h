@@ -7,13 +7,14 @@
 
 namespace tessaro {
 
-/// The readers of all song files that the program knows. Between calls it keeps nothing. It borrows the texts
-/// that the progress bar shows. Main thread only.
-class TESSARO_API SongReader final : public SongFiles {
+/// The readers and writers of all song files that the program knows. Between calls it keeps nothing. It borrows the
+/// texts that the progress bar shows. Main thread only.
+class TESSARO_API SongFormats final : public SongFiles {
 public:
-    explicit SongReader(const Strings& strings) : m_strings(strings) {}
+    explicit SongFormats(const Strings& strings) : m_strings(strings) {}
     [[nodiscard]] _EDT_FILE recognise(std::span<std::uint8_t> buffer, std::uint32_t length) override;
     LoadResult load(const _EDT_FILE& file, CEditor& editor) override;
+    bool save(std::uint8_t kind, CEditor& editor, ByteSink& out) override;
 
 private:
     const Strings& m_strings;

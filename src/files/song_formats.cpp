@@ -1,21 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "files/song_reader.h"
+#include "files/song_formats.h"
 
 #include "files/recognise.h"
 #include "files/smf/smf.h"
 
 namespace tessaro {
 
-_EDT_FILE SongReader::recognise(std::span<std::uint8_t> buffer, std::uint32_t length)
+_EDT_FILE SongFormats::recognise(std::span<std::uint8_t> buffer, std::uint32_t length)
 {
     return recogniseFile(buffer.data(), length);
 }
 
-LoadResult SongReader::load(const _EDT_FILE& file, CEditor& editor)
+LoadResult SongFormats::load(const _EDT_FILE& file, CEditor& editor)
 {
     CSmf smf(editor, m_strings);
     if (!smf.Load(file)) return LoadResult::failed;
     return smf.isPartial() ? LoadResult::partial : LoadResult::complete;
 }
+
+bool SongFormats::save(std::uint8_t, CEditor&, ByteSink&) { return false; }
 
 } // namespace tessaro
