@@ -2,7 +2,7 @@
 // Any bytes, opened as a song file: recognised, loaded, given their maps, and put in order.
 #include "base/strings.h"
 #include "core/edit/editor.h"
-#include "files/song_reader.h"
+#include "files/song_formats.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -51,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Document document;
     QuietPorts quiet;
     const Strings strings(Language::english);
-    SongReader reader(strings);
+    SongFormats reader(strings);
     const _EDT_FILE file = reader.recognise({buffer.get(), size + 16}, static_cast<std::uint32_t>(size));
     if (file.kind == 0) return 0;
     CEditor editor(quiet.with(document, reader));
