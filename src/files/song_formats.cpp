@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "files/song_formats.h"
 
+#include "files/native/native_writer.h"
 #include "files/recognise.h"
 #include "files/smf/smf.h"
 
@@ -18,6 +19,13 @@ LoadResult SongFormats::load(const _EDT_FILE& file, CEditor& editor)
     return smf.isPartial() ? LoadResult::partial : LoadResult::complete;
 }
 
-bool SongFormats::save(std::uint8_t, CEditor&, ByteSink&) { return false; }
+bool SongFormats::save(std::uint8_t kind, CEditor& editor, ByteSink& out)
+{
+    switch (kind) {
+    case filekind::native:
+    case filekind::nativeWave: return NativeWriter(editor, m_strings, out).SaveTr9();
+    default: return false;
+    }
+}
 
 } // namespace tessaro
