@@ -165,6 +165,11 @@ void CEditor::SetPrgDlg(std::uint32_t low, std::uint32_t high, std::string_view 
     m_progress.text(text);
 }
 
+void CEditor::SetPrgDlg(std::uint32_t low, std::uint32_t high, TextId text)
+{
+    SetPrgDlg(low, high, m_ports.strings ? (*m_ports.strings)(text) : std::string_view());
+}
+
 bool CEditor::NewBlk(int number, std::uint32_t time)
 {
     CTrk* trk = m_song.trk(number);
@@ -262,9 +267,10 @@ void CEditor::ChngTs(POSITION trk, POSITION blk, POSITION evnt, std::uint32_t to
         signature_edit::changed(*this, trk, blk, evnt, top, num, den, *event);
 }
 
-void CEditor::InsTs(POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec, const _EDT_MEASINFO& prev)
+void CEditor::InsTs(POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT&, const _EDT_MEASINFO& prev)
 {
-    if (evnt && rec.szData == 4) signature_edit::inserted(*this, trk, blk, evnt, rec, prev);
+    if (evnt && signature_edit::isSignature(*List<CEvnt>::get(evnt)))
+        signature_edit::inserted(*this, trk, blk, evnt, prev);
 }
 
 void CEditor::DelTs(POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec)

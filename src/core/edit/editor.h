@@ -88,6 +88,12 @@ public:
     bool RedoNode();
     bool UndoNode(int count);
     bool RedoNode(int count);
+    /// Turns the changes of a step round, the last one first, or makes them again; stops at the first failure.
+    bool Undo(CUndoNode* node);
+    bool Redo(CUndoNode* node);
+    /// The same for one change.
+    bool Undo(CUndo* change);
+    bool Redo(CUndo* change);
     [[nodiscard]] int GetUndoRedoCount() const noexcept { return m_history.count(); }
     /// The step applied last, -1 when there is none.
     [[nodiscard]] int GetUndoRedoIndex() const noexcept { return m_history.index(); }
@@ -108,10 +114,13 @@ public:
 
     void SetPrgDlg() { m_progress.open(0, 100); }
     void SetPrgDlg(std::uint32_t low, std::uint32_t high, std::string_view text);
+    void SetPrgDlg(std::uint32_t low, std::uint32_t high, TextId text);
     void SetPrgDlgRange(std::uint32_t low, std::uint32_t high) { m_progress.range(low, high); }
     void SetPrgDlgPos(std::uint32_t pos) { m_progress.pos(pos); }
     void SetPrgDlgText(std::string_view text) { m_progress.text(text); }
     void EndPrgDlg() { m_progress.close(); }
+    /// Long work is under way: the song may stand between two states.
+    [[nodiscard]] bool IsPrgDlg() const noexcept { return m_progress.isOpen(); }
     void SetPrgDlgSpd(std::string_view text) { SetPrgDlg(0, 100, text); }
     void SetPrgDlgRangeSpd() { m_progress.range(0, 100); }
     void SetPrgDlgPosSpd(std::uint32_t pos) { m_progress.pos(pos); }
@@ -313,8 +322,8 @@ public:
     bool RecEvnt(POSITION trk, POSITION blk, const _EDT_EVNT& rec, POSITION& evnt);
     /// Overwrites while the transport runs; the block does not grow.
     bool RecSetEvnt(POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec);
-    /// For the recording thread: no undo, no hint.
-    static bool RealRecEvnt(CBlk* blk, const _EDT_EVNT& rec);
+    /// The same without undo, hint and growth, for the speed of a take. The event's position, null on a refusal.
+    static POSITION RealRecEvnt(CBlk* blk, const _EDT_EVNT& rec);
     /// Rests have no undo.
     bool InsRest(POSITION trk, POSITION blk, const _EDT_EVNT& rec);
     bool DelRest(POSITION trk, POSITION blk, POSITION evnt);
@@ -477,9 +486,9 @@ public:
     /// After a signature was overwritten. `top`, `num` and `den` are its old time and values.
     void ChngTs(POSITION trk, POSITION blk, POSITION evnt, std::uint32_t top, std::uint8_t num, std::uint8_t den,
                 const CEvnt* event);
-    /// After a signature was inserted where `prev` was in force.
+    /// After a signature was inserted where `prev` was in force, before its insertion is recorded.
     void InsTs(POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec, const _EDT_MEASINFO& prev);
-    /// Takes a signature out.
+    /// Takes a signature out, after its deletion was recorded.
     void DelTs(POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec);
     /// Moves every signature from `evnt` to the tail, as a deletion and an insertion each.
     void UpdateTs(POSITION trk, POSITION blk, POSITION evnt, std::int64_t delta);
@@ -570,6 +579,9 @@ public:
 private:
     void send(int code, const HintFields& fields) { m_hints.send(nullptr, code, this, fields); }
     void clearSong() noexcept;
+    bool undoCore();
+    bool redoCore();
+    void hintMaps();
     void resizeBlk(CTrk& trk, CBlk& blk, std::uint32_t end);
     void changeChSolo(std::uint8_t port, std::uint8_t ch, bool on);
     void changeChMute(std::uint8_t port, std::uint8_t ch, bool on);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/strings.h"
 #include "core/ports/document.h"
 #include "core/ports/progress.h"
 #include "core/ports/score_links.h"
@@ -22,6 +23,7 @@ struct EditorPorts {
     WaveLengths& waveLengths;
     WaveOutput& waveOutput;
     ScoreLinks& score;
+    const Strings* strings = nullptr; ///< null leaves progress without words
 };
 
 /// A null object for each port that has one; whoever builds an editor replaces those that matter.
