@@ -4,6 +4,7 @@
 #include "core/edit/song.h"
 #include "core/maps/meas_map.h"
 #include "core/maps/tempo_map.h"
+#include "core/model/meta.h"
 #include "core/ports/wave_lengths.h"
 
 #include <algorithm>
@@ -67,6 +68,15 @@ void packSysex(Song& song)
         for (CBlk* blk = trk->blocks().head(); blk; blk = List<CBlk>::next(blk))
             if (blk->GetType() == blktype::real && blk->GetRealBlk()) packBlk(*blk->GetRealBlk());
     }
+}
+
+void deleteScoreLinks(Song& song)
+{
+    for (CRealBlk* real = song.realBlks().head(); real; real = List<CRealBlk>::next(real))
+        for (CEvnt *next = nullptr, *e = real->events().head(); e; e = next) {
+            next = List<CEvnt>::next(e);
+            if (e->isMeta(meta::sequencer) && isScoreLinkBody(e->payload())) real->Del(e);
+        }
 }
 
 std::optional<std::uint32_t> waveEnd(const CRealBlk& real, std::uint32_t top, const TempoMap& tempo,

@@ -23,6 +23,8 @@ void snapFirstBlks(Song& song, const MeasMap& meas);
 void trimMaster(Song& song);
 /// Appends each system exclusive continuation to the start before it in its block, and deletes it.
 void packSysex(Song& song);
+/// Deletes all events that refer to score entries.
+void deleteScoreLinks(Song& song);
 /// The tick at which the last sound of a wave block ends; none when no length is known.
 [[nodiscard]] std::optional<std::uint32_t> waveEnd(const CRealBlk& real, std::uint32_t top, const TempoMap& tempo,
                                                    WaveLengths& lengths);

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <vector>
 
 namespace tessaro::signature_edit {
 
@@ -19,18 +18,18 @@ std::uint32_t measClock(const CEvnt& signature) noexcept
     return GetMeasClock(signature.payload()[0], signature.payload()[1]);
 }
 
-CEvnt* nextSignature(CEvnt* e) noexcept
+CEvnt* nextSignature(const CEvnt* e) noexcept
 {
-    do e = List<CEvnt>::next(e);
-    while (e && !isSignature(*e));
-    return e;
+    CEvnt* at = List<CEvnt>::next(e);
+    while (at && !isSignature(*at)) at = List<CEvnt>::next(at);
+    return at;
 }
 
-CEvnt* prevSignature(CEvnt* e) noexcept
+CEvnt* prevSignature(const CEvnt* e) noexcept
 {
-    do e = List<CEvnt>::prev(e);
-    while (e && !isSignature(*e));
-    return e;
+    CEvnt* at = List<CEvnt>::prev(e);
+    while (at && !isSignature(*at)) at = List<CEvnt>::prev(at);
+    return at;
 }
 
 std::uint32_t moved(std::uint32_t time, std::int64_t delta) noexcept
@@ -45,6 +44,20 @@ std::int64_t reTimed(std::uint32_t span, std::uint32_t before, std::uint32_t aft
 {
     if (before == 0) return 0;
     return (std::int64_t{after} - before) * (span / before);
+}
+
+/// Copies of `first` and all signatures behind it, at their new times; none and false when memory is out.
+bool copyMoved(CRealBlk& real, const CEvnt* first, std::int64_t delta, List<CEvnt>& copies)
+{
+    for (const CEvnt* e = first; e; e = nextSignature(e)) {
+        CEvnt* copy = nullptr;
+        real.New(&copy);
+        if (copy) copies.addTail(copy);
+        if (copy && copy->SetTs(moved(e->GetTime(), delta), e->payload().data())) continue;
+        while (CEvnt* made = copies.takeHead()) real.Delete(made);
+        return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -71,14 +84,22 @@ void changed(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, std::ui
     editor.flags().measChanged = true;
 }
 
-void inserted(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec,
-              const _EDT_MEASINFO& prev)
+void inserted(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const _EDT_MEASINFO& prev)
 {
     CEvnt* here = List<CEvnt>::get(evnt);
     CEvnt* next = nextSignature(here);
-    const std::uint32_t clock = GetMeasClock(rec.data[0], rec.data[1]);
+    const std::uint32_t clock = measClock(*here);
     if (next && clock != prev.measClock) {
-        shift(editor, trk, blk, next, reTimed(next->GetTime() - here->GetTime(), prev.measClock, clock));
+        // The record of this insertion comes last: those of the shift must not know of it.
+        CRealBlk& real = *List<CBlk>::get(blk)->GetRealBlk();
+        CEvnt* front = List<CEvnt>::prev(here);
+        const std::uint32_t span = next->GetTime() - here->GetTime();
+        real.RemoveAt(here);
+        shift(editor, trk, blk, next, reTimed(span, prev.measClock, clock));
+        if (front)
+            real.InsertAfter(front, here);
+        else
+            real.AddHead(here);
         editor.HintTsChng(trk, blk, evnt);
         return;
     }
@@ -92,13 +113,13 @@ void remove(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const _E
     CEvnt* next = nextSignature(gone);
     const CEvnt* prev = prevSignature(gone);
     const bool reTime = isSignature(*gone) && next && next->GetTime() != gone->GetTime();
+    const std::uint32_t clock = prev ? measClock(*prev) : commonTime;
+    // The deletion is recorded already: the records of the shift must find it done.
+    List<CBlk>::get(blk)->RemoveAt(evnt);
     if (reTime) {
         const std::uint32_t deletedClock = GetMeasClock(rec.data[0], rec.data[1]);
-        const std::uint32_t clock = prev ? measClock(*prev) : commonTime;
         shift(editor, trk, blk, next, reTimed(next->GetTime() - gone->GetTime(), deletedClock, clock));
     }
-    CBlk* block = List<CBlk>::get(blk);
-    block->RemoveAt(evnt);
     editor.HintDelEvnt(trk, blk, evnt);
     if (reTime)
         editor.HintTsChng(trk, blk, evnt);
@@ -110,24 +131,18 @@ void remove(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const _E
 void shift(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, std::int64_t delta)
 {
     CRealBlk& real = *List<CBlk>::get(blk)->GetRealBlk();
-    std::vector<CEvnt*> copies;
     CEvnt* e = List<CEvnt>::get(evnt);
     if (!isSignature(*e)) e = nextSignature(e);
+    List<CEvnt> copies;
+    if (!copyMoved(real, e, delta, copies)) return;
     while (e) {
         CEvnt* old = e;
         e = nextSignature(e);
-        CEvnt* copy = nullptr;
-        real.New(&copy);
-        if (!copy || !copy->SetTs(moved(old->GetTime(), delta), old->payload().data())) {
-            real.Delete(copy);
-            break;
-        }
-        copies.push_back(copy);
         editor.history().SetUndoEvntDel(trk, blk, old);
         real.RemoveAt(old);
         editor.history().retire(old);
     }
-    for (CEvnt* copy : copies) {
+    while (CEvnt* copy = copies.takeHead()) {
         real.Add(copy->GetTime(), copy);
         editor.history().SetUndoEvntIns(trk, blk, copy);
     }

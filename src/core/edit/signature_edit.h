@@ -21,9 +21,9 @@ namespace signature_edit {
 
 void changed(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, std::uint32_t top, std::uint8_t num,
              std::uint8_t den, const CEvnt& event);
-void inserted(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec,
-              const _EDT_MEASINFO& prev);
+void inserted(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const _EDT_MEASINFO& prev);
 void remove(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec);
+/// Nothing when memory is out.
 void shift(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, std::int64_t delta);
 void removeDuplicates(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt);
 

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <span>
 
 namespace tessaro {
 
@@ -31,6 +33,14 @@ inline constexpr std::uint8_t sequencer = 0x7F;
     case 0x59: return size == 2;
     default: return type < 0x80;
     }
+}
+
+/// True for the body of a sequencer meta that refers to a score entry: a head of three bytes and a number in five
+/// bytes of 7 bits.
+[[nodiscard]] inline bool isScoreLinkBody(std::span<const std::uint8_t> body) noexcept
+{
+    return body.size() == 8 && body[0] == 0x43 && body[1] == 0x00 && body[2] == 0x00
+        && std::all_of(body.begin() + 3, body.end(), [](std::uint8_t b) { return b < 0x80; });
 }
 
 } // namespace tessaro
