@@ -40,6 +40,9 @@ void CEditor::clearSong() noexcept
     m_maps.clearMeas();
     m_maps.clearTempo();
     m_ports.score.clear();
+    m_styles.clear();
+    RemoveTempWave();
+    InitTempWaveList();
     m_song.clear();
 }
 

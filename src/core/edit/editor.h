@@ -10,6 +10,7 @@
 #include "core/edit/song_maps.h"
 #include "core/edit/step_flags.h"
 #include "core/edit/style_track.h"
+#include "core/edit/temp_waves.h"
 #include "core/edit/undo_history.h"
 
 #include <cstdint>
@@ -433,6 +434,15 @@ public:
     bool NewAddTailEvnt(int trk, std::uint32_t blk, const _EDT_EVNT& rec);
     bool NewSortEvnt(int trk, std::uint32_t blk, _EDT_SMF& smf);
 
+    // Sound files that were unpacked for the song, which last as long as it is open ------------------------
+
+    void AddTempWaveList(const std::string& path) { m_tempWaves.add(path); }
+    /// Deletes the files.
+    void RemoveTempWave() noexcept { m_tempWaves.removeFiles(); }
+    void InitTempWaveList() noexcept { m_tempWaves.forget(); }
+    /// Gives the wave events that name one file the name of another; false when there is none.
+    bool ChngWaveFileName(const std::string& from, const std::string& to) { return renameWave(m_song, from, to); }
+
     // Song end --------------------------------------------------------------------------------------------
 
     /// Block-relative time of the last master event, or 0.
@@ -595,6 +605,7 @@ private:
     SongMaps m_maps;
     HintBoard m_hints;
     StyleTrack m_styles;
+    TempWaves m_tempWaves;
     StepFlags m_flags;
     UndoHistory m_history;
     ProgressBar m_progress;

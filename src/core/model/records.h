@@ -84,6 +84,7 @@ struct _EDT_FILE {
     std::uint32_t blkOffset = 0;
     std::uint32_t fileLength = 0;
     std::uint8_t* buffer = nullptr;
+    bool wavesFollow = false; ///< the file on disk goes on with waves
 };
 
 /// How the notes of a style's phrase bend to follow a chord. Flags are 1 where the phrase plays.
