@@ -15,6 +15,7 @@ inline constexpr std::uint8_t smf1 = 2;
 inline constexpr std::uint8_t zp = 3;
 inline constexpr std::uint8_t native = 4;
 inline constexpr std::uint8_t nativeWave = 5;
+inline constexpr std::uint8_t vb = 6; ///< a chunk for each port; reads back as smf1
 } // namespace filekind
 
 /// Tells what kind of song file a buffer of `length` bytes holds, and where its chunks stand. Takes time in

@@ -4,6 +4,7 @@
 #include "files/native/native_writer.h"
 #include "files/recognise.h"
 #include "files/smf/smf.h"
+#include "files/smf_out/smf_writer.h"
 
 namespace tessaro {
 
@@ -21,7 +22,12 @@ LoadResult SongFormats::load(const _EDT_FILE& file, CEditor& editor)
 
 bool SongFormats::save(std::uint8_t kind, CEditor& editor, ByteSink& out)
 {
+    NullScorePlayout score;
     switch (kind) {
+    case filekind::smf0:
+    case filekind::smf1:
+    case filekind::zp:
+    case filekind::vb: return saveSmf(kind, editor, m_strings, score, out);
     case filekind::native:
     case filekind::nativeWave: return NativeWriter(editor, m_strings, out).SaveTr9();
     default: return false;

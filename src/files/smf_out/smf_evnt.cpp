@@ -25,9 +25,9 @@ void GetSmfMeta(const SmfRecord& r, ByteWriter& out)
     putBody(out, r.event->payload());
 }
 
-void GetSmfSys(std::uint8_t status, const SmfRecord& r, ByteWriter& out)
+void GetSmfSys(std::uint8_t first, const SmfRecord& r, ByteWriter& out)
 {
-    out.u8(status);
+    out.u8(first);
     putBody(out, r.event->payload());
 }
 
@@ -52,14 +52,14 @@ void GetSmf3(const SmfRecord& r, ByteWriter& out) { put(out, {r.status, r.post1,
 
 } // namespace
 
-bool IsSmfEvnt(std::uint8_t status) noexcept
+bool IsSmfEvnt(std::uint8_t s) noexcept
 {
-    switch (status::kind(status)) {
+    switch (status::kind(s)) {
     case status::rest:
     case status::wave:
     case status::mci:
     case 0x70: return false;
-    case 0xF0: return status == status::sysex || status == status::sysexPart || status == status::metaEvent;
+    case 0xF0: return s == status::sysex || s == status::sysexPart || s == status::metaEvent;
     default: return true;
     }
 }

@@ -23,8 +23,8 @@ TESSARO_API void FwdSyng(RecordList& list);
 /// Adds the plain note 5 ticks behind each note that carries a system exclusive, behind what stands there.
 TESSARO_API void UnpackSyng(RecordList& list);
 
-/// Adds the end of each note with a gate: a note-on of velocity 0 in front of what stands there. Of ends at one tick the
-/// later note's stands first.
+/// Adds the end of each note with a gate: a note-on of velocity 0 in front of what stands there. Of ends at one tick
+/// the later note's stands first.
 TESSARO_API void UnpackNote(RecordList& list);
 
 /// Adds the bank's low byte 5 ticks and the program 10 ticks behind each packed voice, behind what stands there.
