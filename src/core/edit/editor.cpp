@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <new>
-#include <unordered_map>
 
 namespace tessaro {
 
@@ -91,57 +90,6 @@ void CEditor::BlkSize(std::uint8_t kind)
 }
 
 void CEditor::PackSysex() { load_steps::packSysex(m_song); }
-
-void CEditor::BlkSizeWave()
-{
-    // The ghosts of all measured blocks follow in one walk over the song.
-    std::unordered_map<const CRealBlk*, std::uint32_t> lengths;
-    for (CTrk* trk = m_song.trk(1); trk; trk = List<CTrk>::next(trk)) {
-        if (trk->GetType() != trktype::wave) continue;
-        for (CBlk* blk = trk->blocks().head(); blk; blk = List<CBlk>::next(blk)) {
-            if (blk->GetType() != blktype::real || !blk->GetRealBlk()) continue;
-            const auto end =
-                load_steps::waveEnd(*blk->GetRealBlk(), blk->GetTimeTop(), m_maps.tempo(), m_ports.waveLengths);
-            if (!end) continue;
-            resizeBlk(*trk, *blk, *end);
-            lengths[blk->GetRealBlk()] = blk->GetTimeEnd() - blk->GetTimeTop();
-        }
-    }
-    if (lengths.empty()) return;
-    for (CTrk* trk = m_song.trks().head(); trk; trk = List<CTrk>::next(trk))
-        for (CBlk* blk = trk->blocks().head(); blk; blk = List<CBlk>::next(blk)) {
-            const auto length = lengths.find(blk->GetRealBlk());
-            if (blk->GetType() == blktype::ghost && length != lengths.end())
-                resizeBlk(*trk, *blk, blk->GetTimeTop() + length->second);
-        }
-}
-
-bool CEditor::BlkSizeWave(POSITION trk, POSITION pos)
-{
-    CBlk* blk = List<CBlk>::get(pos);
-    if (!trk || !blk || blk->GetType() != blktype::real || !blk->GetRealBlk()) return false;
-    const auto end = load_steps::waveEnd(*blk->GetRealBlk(), blk->GetTimeTop(), m_maps.tempo(), m_ports.waveLengths);
-    if (!end) return false;
-    blk->SetTimeEnd(*end);
-    ChkGhostBlkReSize(blk);
-    HintBlkReSize(trk, pos);
-    return true;
-}
-
-void CEditor::ChkGhostBlkReSize(const CBlk* source)
-{
-    const std::uint32_t length = source->GetTimeEnd() - source->GetTimeTop();
-    for (CTrk* trk = m_song.trks().head(); trk; trk = List<CTrk>::next(trk))
-        for (CBlk* blk = trk->blocks().head(); blk; blk = List<CBlk>::next(blk))
-            if (blk->GetType() == blktype::ghost && blk->GetRealBlk() == source->GetRealBlk())
-                resizeBlk(*trk, *blk, blk->GetTimeTop() + length);
-}
-
-void CEditor::resizeBlk(CTrk& trk, CBlk& blk, std::uint32_t end)
-{
-    blk.SetTimeEnd(end);
-    HintBlkReSize(&trk, &blk);
-}
 
 void CEditor::SetModify()
 {

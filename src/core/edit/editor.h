@@ -242,7 +242,8 @@ public:
     bool DelRealBlk(POSITION real);
 
     // Block operations: each stops the transport and records undo, the caller holds the step open. The master
-    // track refuses them all. A track of another type than the block's must be empty, and takes its type then.
+    // track refuses all that make, move or delete blocks. A track of another type than the block's must be empty, and
+    // takes its type then.
 
     /// A new block of type 1 on an empty real block.
     bool BlkNew(POSITION trk, std::uint32_t top, std::uint32_t end);
@@ -592,7 +593,6 @@ private:
     bool undoCore();
     bool redoCore();
     void hintMaps();
-    void resizeBlk(CTrk& trk, CBlk& blk, std::uint32_t end);
     void changeChSolo(std::uint8_t port, std::uint8_t ch, bool on);
     void changeChMute(std::uint8_t port, std::uint8_t ch, bool on);
     void clearTrkSolo();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The song editor's style track: list access, settings, solo and mute of the parts.
+// The song editor's style track: list access, block operations, settings, solo and mute of the parts.
 #include "core/edit/editor.h"
+#include "core/edit/style_edit.h"
 
 #include <algorithm>
 
@@ -63,6 +64,50 @@ bool CEditor::GetAtStyle(POSITION pos, CStyleBlk** style) const noexcept
 {
     if (pos) *style = styleAt(pos);
     return pos;
+}
+
+bool CEditor::StyleNew(std::uint32_t time, CStyleBlk* style)
+{
+    StopSeq();
+    return StyleRec(time, style);
+}
+
+POSITION CEditor::StyleRec(std::uint32_t time, CStyleBlk* style) { return style_edit::add(*this, time, style); }
+
+bool CEditor::StyleDel(POSITION style)
+{
+    StopSeq();
+    return style_edit::remove(*this, style);
+}
+
+bool CEditor::StyleCopy(POSITION style, std::uint32_t time)
+{
+    StopSeq();
+    return style_edit::copy(*this, style, time);
+}
+
+bool CEditor::StyleMove(POSITION style, std::uint32_t time)
+{
+    StopSeq();
+    return style_edit::move(*this, style, time);
+}
+
+bool CEditor::StyleSize(POSITION style, std::uint32_t end)
+{
+    StopSeq();
+    return style_edit::resize(*this, style, end);
+}
+
+bool CEditor::StyleDiv(POSITION style, std::uint32_t time)
+{
+    StopSeq();
+    return style_edit::divide(*this, style, time);
+}
+
+bool CEditor::StyleApp(POSITION style, POSITION other)
+{
+    StopSeq();
+    return style_edit::join(*this, style, other);
 }
 
 std::uint8_t CEditor::GetStylePort(int part) const noexcept

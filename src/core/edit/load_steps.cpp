@@ -3,12 +3,7 @@
 
 #include "core/edit/song.h"
 #include "core/maps/meas_map.h"
-#include "core/maps/tempo_map.h"
 #include "core/model/meta.h"
-#include "core/ports/wave_lengths.h"
-
-#include <algorithm>
-#include <limits>
 
 namespace tessaro::load_steps {
 
@@ -77,20 +72,6 @@ void deleteScoreLinks(Song& song)
             next = List<CEvnt>::next(e);
             if (e->isMeta(meta::sequencer) && isScoreLinkBody(e->payload())) real->Del(e);
         }
-}
-
-std::optional<std::uint32_t> waveEnd(const CRealBlk& real, std::uint32_t top, const TempoMap& tempo,
-                                     WaveLengths& lengths)
-{
-    std::optional<std::uint64_t> last;
-    for (const CEvnt* e = real.events().head(); e; e = List<CEvnt>::next(e)) {
-        if (status::kind(e->GetStatus()) != status::wave) continue;
-        if (const auto length = lengths.milliseconds(e->GetFileName()))
-            last = std::max(last.value_or(0), std::uint64_t{tempo.TimeToMsecond(top + e->GetTime())} + *length);
-    }
-    if (!last) return std::nullopt;
-    const std::uint64_t latest = std::numeric_limits<std::uint32_t>::max();
-    return tempo.MsecondToTime(static_cast<std::uint32_t>(std::min(*last, latest)));
 }
 
 } // namespace tessaro::load_steps

@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdint>
-#include <optional>
-
 namespace tessaro {
 
-class CRealBlk;
 class MeasMap;
 class Song;
-class TempoMap;
-class WaveLengths;
 
 /// The steps between what a reader has read and the song that the user sees. Each is linear in the song.
 /// Main thread only.
@@ -25,9 +19,6 @@ void trimMaster(Song& song);
 void packSysex(Song& song);
 /// Deletes all events that refer to score entries.
 void deleteScoreLinks(Song& song);
-/// The tick at which the last sound of a wave block ends; none when no length is known.
-[[nodiscard]] std::optional<std::uint32_t> waveEnd(const CRealBlk& real, std::uint32_t top, const TempoMap& tempo,
-                                                   WaveLengths& lengths);
 
 } // namespace load_steps
 } // namespace tessaro
