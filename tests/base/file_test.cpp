@@ -78,7 +78,7 @@ TEST_F(FileTest, ReplacesAFileAsAWholeOrNotAtAll)
     EXPECT_EQ(fs::status(at("song")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 
     EXPECT_EQ(write(m_folder, "x"), FileError::isDirectory);
-    EXPECT_EQ(write(at("no/song"), "x"), FileError::notFound);
+    EXPECT_EQ(write(at("no/song"), "x"), FileError::badPath);
     EXPECT_EQ(fileCount(), 2); // nothing temporary is left
 
     EXPECT_EQ(write("/dev/full", "x"), FileError::notRegular);

@@ -38,9 +38,16 @@ int switchAt(const FilterSwitches& filter, std::size_t kind, std::size_t kinds) 
 
 } // namespace
 
-CTR9App::CTR9App(const AppPorts& ports) : m_ports(ports) {}
+CTR9App::CTR9App(const AppPorts& ports) : m_ports(ports)
+{
+    m_ports.document.OnSaved([this](const std::string& path) { keepRecent(path); });
+}
 
-CTR9App::~CTR9App() { ExitInstance(); }
+CTR9App::~CTR9App()
+{
+    m_ports.document.OnSaved(nullptr);
+    ExitInstance();
+}
 
 bool CTR9App::InitInstance(const CommandLine& commandLine)
 {
@@ -103,10 +110,15 @@ bool CTR9App::OnFileOpen(const std::string& path)
 {
     stopTransport();
     if (!m_ports.document.Load(path)) return false;
+    keepRecent(path);
+    return true;
+}
+
+void CTR9App::keepRecent(const std::string& path)
+{
     m_recent.add(path);
     m_recent.write(m_ports.store);
     m_ports.store.flush();
-    return true;
 }
 
 bool CTR9App::OnFileRecent(std::size_t index)

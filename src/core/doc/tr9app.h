@@ -150,6 +150,7 @@ private:
     void applyDevices();
     void readSettings();
     bool processShellCommand(const CommandLine& commandLine);
+    void keepRecent(const std::string& path);
     void stopTransport();
     [[nodiscard]] unsigned clipFormat(std::size_t index) const noexcept;
 

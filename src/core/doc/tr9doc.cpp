@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/doc/tr9doc.h"
 
+#include "core/doc/recovery.h"
+
 #include <new>
 #include <vector>
 
@@ -9,6 +11,7 @@ namespace tessaro {
 namespace {
 
 constexpr std::size_t bufferTail = 16;
+constexpr std::uint8_t nativeWithWaves = 5;
 
 EditorPorts editorPorts(CTR9Doc& doc, const DocumentPorts& p)
 {
@@ -17,9 +20,26 @@ EditorPorts editorPorts(CTR9Doc& doc, const DocumentPorts& p)
 
 } // namespace
 
-CTR9Doc::CTR9Doc(const DocumentPorts& ports) : m_ports(ports), m_editor(editorPorts(*this, ports)) {}
+CTR9Doc::CTR9Doc(const DocumentPorts& ports) : m_ports(ports), m_editor(editorPorts(*this, ports))
+{
+    m_editor.addObserver(this);
+}
 
-CTR9Doc::~CTR9Doc() { detachSong(); }
+CTR9Doc::~CTR9Doc()
+{
+    detachSong();
+    m_editor.removeObserver(this);
+}
+
+void CTR9Doc::onHint(const HintObserver*, int, CEditor*) { ++m_changes; }
+
+void CTR9Doc::SetModifiedFlag(bool modified)
+{
+    if (modified) ++m_changes;
+    if (modified == m_modified) return;
+    m_modified = modified;
+    m_ports.windows.titleChanged();
+}
 
 bool CTR9Doc::OnNewDocument()
 {
@@ -31,17 +51,23 @@ bool CTR9Doc::OnNewDocument()
     return made;
 }
 
-bool CTR9Doc::Load(const std::string& path)
+bool CTR9Doc::Load(const std::string& path) { return open(path, nullptr); }
+
+bool CTR9Doc::Recover(const RecoverableSong& song) { return open(song.copy, &song); }
+
+bool CTR9Doc::open(const std::string& file, const RecoverableSong* recovered)
 {
     m_ports.windows.closeChildFrames();
     detachSong();
     m_editor.SetPrgDlg();
-    const Outcome outcome = read(path);
+    const Outcome outcome = read(file);
     const bool loaded = outcome == Outcome::loaded || outcome == Outcome::loadedInPart;
     if (loaded) {
-        m_path = path;
-        m_modified = false;
-        m_editor.SetModifyLock(false);
+        m_path = recovered ? recovered->record.path : file;
+        if (recovered) m_kind = recovered->record.kind;
+        m_recoveredCopy = recovered ? file : std::string();
+        m_modified = recovered != nullptr;
+        m_editor.SetModifyLock(m_modified);
     } else {
         startNewSong();
     }
@@ -57,15 +83,21 @@ bool CTR9Doc::Load(const std::string& path)
 CTR9Doc::Outcome CTR9Doc::read(const std::string& path)
 {
     try {
-        FileContents file = readFile(path, largestFile);
+        const std::uint64_t songLength = m_ports.files.songLength(path);
+        FileContents file = readFile(path, largestFile, songLength);
         m_fileError = file.error;
         if (file.error != FileError::none) return Outcome::unreadable;
         const Outcome outcome = readSong(file.bytes);
+        const bool hasWaves = file.goesOn;
         file = {};
         if (outcome != Outcome::loaded && outcome != Outcome::loadedInPart) return outcome;
         m_editor.InitTimeInfo();
         m_editor.BlkSize(m_kind);
         m_editor.PackSysex();
+        if (hasWaves) {
+            if (!m_ports.files.loadWaves(path, songLength, m_editor)) return Outcome::notSupported;
+            m_kind = nativeWithWaves;
+        }
         m_editor.BlkSizeWave();
         return outcome;
     } catch (const std::bad_alloc&) {
@@ -96,6 +128,7 @@ bool CTR9Doc::startNewSong()
 {
     m_kind = 0;
     m_path.clear();
+    m_recoveredCopy.clear();
     m_modified = false;
     if (m_editor.InitEditor()) return true;
     m_ports.user.message(TextId::editorInitializeError, MessageKind::error);
@@ -105,6 +138,7 @@ bool CTR9Doc::startNewSong()
 void CTR9Doc::detachSong()
 {
     StopTransport();
+    leaveCopies();
     m_ports.transport.bindSong(nullptr);
 }
 
@@ -115,6 +149,8 @@ void CTR9Doc::StopTransport()
 
 void CTR9Doc::handOver()
 {
+    ++m_changes;
+    m_ports.windows.titleChanged();
     m_ports.windows.songReplaced();
     m_ports.transport.bindSong(&m_editor);
     m_editor.SetTrkOnOff();

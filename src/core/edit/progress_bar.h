@@ -20,6 +20,7 @@ public:
     void pos(std::uint32_t position);
     void text(std::string_view line);
     void close();
+    [[nodiscard]] bool isOpen() const noexcept { return m_open; }
     /// Bytes done of `total` as a percentage.
     void bytes(std::uint32_t done, std::uint32_t total);
 

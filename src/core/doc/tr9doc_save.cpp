@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The document's saving: to its file, and the copies of what is not saved yet.
+#include "base/replacing_file.h"
+#include "base/text.h"
+#include "core/doc/autosave.h"
+#include "core/doc/recovery.h"
+#include "core/doc/tr9doc.h"
+
+#include <filesystem>
+#include <new>
+
+namespace tessaro {
+
+namespace {
+
+constexpr std::uint8_t nativeKind = 4;
+
+std::string filled(std::string_view pattern, std::string_view value)
+{
+    std::string text(pattern);
+    if (const std::size_t at = text.find("%1"); at != std::string::npos) text.replace(at, 2, value);
+    return text;
+}
+
+std::string withExtension(const std::string& path, std::uint8_t kind)
+{
+    if (std::filesystem::path(path).has_extension()) return path;
+    return path + (kind == 4 || kind == 5 ? ".TQM" : ".MID");
+}
+
+} // namespace
+
+bool CTR9Doc::Save()
+{
+    StopTransport();
+    return m_kind == 0 || m_path.empty() ? SaveAs() : Save(m_path, m_kind);
+}
+
+bool CTR9Doc::SaveAs()
+{
+    StopTransport();
+    SaveChoice proposed{m_path, m_kind == 0 ? nativeKind : m_kind};
+    while (const auto choice = m_ports.windows.askSaveName(proposed)) {
+        const std::string path = withExtension(choice->path, choice->kind);
+        // The dialog has asked about the name that was typed, not about this one.
+        if (struct stat status{}; path == choice->path || disk().stat(path, status) != 0
+                                  || m_ports.user.ask(filled(m_ports.strings(TextId::askReplaceFile), shownName(path))))
+            return Save(path, choice->kind);
+        proposed = *choice;
+    }
+    return false;
+}
+
+bool CTR9Doc::Save(const std::string& path, std::uint8_t kind)
+{
+    StopTransport();
+    m_editor.InitUndoNode();
+    m_editor.RemoveScratch();
+    m_editor.RemoveScratchScr();
+    m_editor.SetPrgDlg();
+    const FileError error = write(path, kind);
+    m_editor.EndPrgDlg();
+    if (error != FileError::none) {
+        // The history that could have led back to the saved song is gone.
+        if (m_modified) m_editor.SetModifyLock(true);
+        tellFailure(path, error);
+        return false;
+    }
+    m_path = path;
+    m_kind = kind;
+    m_modified = false;
+    m_editor.SetModifyLock(false);
+    removeCopies();
+    if (m_onSaved) m_onSaved(path);
+    m_ports.windows.titleChanged();
+    return true;
+}
+
+FileError CTR9Doc::write(const std::string& path, std::uint8_t kind)
+{
+    try {
+        ReplacingFile file(path, disk());
+        if (file.error() != FileError::none) return file.error();
+        if (m_ports.files.save(kind, m_editor, file)) return file.commit();
+        return file.error() != FileError::none ? file.error() : FileError::failed;
+    } catch (const std::bad_alloc&) {
+        return FileError::failed;
+    }
+}
+
+void CTR9Doc::tellFailure(const std::string& path, FileError error)
+{
+    const std::string cause(m_ports.strings(causeOf(error)));
+    m_ports.user.sentence(shownName(path) + ": " + cause, MessageKind::error);
+    m_ports.user.message(TextId::saveFailed, MessageKind::error);
+    tellWhereTheWorkIs();
+}
+
+void CTR9Doc::tellWhereTheWorkIs()
+{
+    const auto tell = [this](TextId id, const std::string& path, MessageKind kind) {
+        m_ports.user.sentence(filled(m_ports.strings(id), toUtf8(path)), kind);
+    };
+    struct stat status {};
+    if (!m_path.empty() && disk().stat(m_path, status) == 0) {
+        tell(TextId::songStillAt, m_path, MessageKind::info);
+        return;
+    }
+    const std::string copy =
+        m_ports.autosave ? m_ports.autosave->keepNow(m_editor, origin(), m_changes) : std::string();
+    if (copy.empty())
+        tell(TextId::workNotKept, "", MessageKind::warning);
+    else
+        tell(TextId::workKeptAt, copy, MessageKind::info);
+}
+
+bool CTR9Doc::SaveModified()
+{
+    StopTransport();
+    if (!m_modified) return true;
+    switch (m_ports.windows.askSaveChanges(shownName(m_path))) {
+    case SaveAnswer::save: return SaveAs();
+    case SaveAnswer::discard: m_givenUp = m_changes; return true;
+    default: return false;
+    }
+}
+
+std::string CTR9Doc::shownName(const std::string& path) const
+{
+    if (path.empty()) return std::string(m_ports.strings(TextId::songUntitled));
+    return toUtf8(std::filesystem::path(path).filename().string());
+}
+
+SongRecord CTR9Doc::origin() const
+{
+    SongRecord record;
+    record.path = m_path;
+    record.kind = m_kind;
+    return record;
+}
+
+void CTR9Doc::KeepCopy()
+{
+    if (!m_ports.autosave || m_editor.IsUndoOpen() || m_editor.IsPrgDlg()) return;
+    if (m_modified)
+        m_ports.autosave->tick(m_editor, origin(), m_changes);
+    else
+        m_ports.autosave->drop();
+    if (const FileError error = m_ports.autosave->takeError(); error != FileError::none)
+        m_ports.user.status(filled(m_ports.strings(TextId::copyFailed), m_ports.strings(textOf(error))));
+}
+
+/// The song goes: its own copy stays unless nothing of it is needed any more.
+void CTR9Doc::leaveCopies()
+{
+    if (!m_ports.autosave) return;
+    if (!m_modified || m_givenUp == m_changes) m_ports.autosave->drop();
+    m_ports.autosave->nextSong();
+}
+
+/// The song is safe in its file.
+void CTR9Doc::removeCopies()
+{
+    if (m_ports.autosave) m_ports.autosave->drop();
+    if (!m_recoveredCopy.empty()) removeRecoveryCopy(m_recoveredCopy);
+    m_recoveredCopy.clear();
+}
+
+} // namespace tessaro
