@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/edit/load_steps.h"
 #include "core/fakes.h"
 
 #include <gtest/gtest.h>
@@ -106,6 +107,27 @@ TEST(LoadSteps, WaveBlocksTakeTheLengthOfTheirSounds)
     e.HintTimeChng();
     EXPECT_EQ(e.GetBlkTimeEnd(20, 0), 960U + 5760) << "and all follow the tempo";
     EXPECT_FALSE(e.BlkSizeWave(e.GetTrkPos(20), e.GetBlkPos(20, 2))) << "a ghost has no length of its own";
+}
+
+TEST(LoadSteps, LinksToScoreEntriesGo)
+{
+    EditorBench b;
+    CEditor& e = b.editor;
+    e.NewBlk(1, 0);
+    const auto add = [&](std::uint8_t type, std::vector<std::uint8_t> body) {
+        ASSERT_TRUE(e.NewAddTailEvnt(1, 0, bytesRec(0xFF, 0, body, type)));
+    };
+    add(0x7F, {0x43, 0, 0, 0, 0, 0, 0x7F, 1});
+    add(0x7F, {0x43, 0, 0, 0, 0, 0, 0x80, 1}); // not 7 bits
+    add(0x7F, {0x43, 0, 1, 0, 0, 0, 0, 1});    // another head
+    add(0x7F, {0x43, 0, 0, 0, 0, 0, 0});       // another length
+    add(0x01, {0x43, 0, 0, 0, 0, 0, 0, 1});    // another type
+    const std::vector<std::uint8_t> link = {0x43, 0, 0, 1, 2, 3, 4, 5};
+    e.song().masterReal()->InsEvnt(bytesRec(0xFF, 0, link, 0x7F));
+    const std::uint32_t masters = e.song().masterReal()->GetNum();
+    load_steps::deleteScoreLinks(e.song());
+    EXPECT_EQ(List<CBlk>::get(e.GetHeadBlkPos(1))->GetNum(), 4U);
+    EXPECT_EQ(e.song().masterReal()->GetNum(), masters - 1);
 }
 
 } // namespace
