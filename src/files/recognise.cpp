@@ -2,6 +2,8 @@
 #include "files/recognise.h"
 
 #include "base/bytes.h"
+#include "core/model/trk.h"
+#include "files/native/native_chunks.h"
 
 #include <optional>
 #include <string_view>
@@ -81,6 +83,27 @@ bool isFormat1(_EDT_FILE& file, const Header& header, ByteReader in)
     return true;
 }
 
+/// Nothing behind the tracks is looked at.
+bool isNative(_EDT_FILE& file, ByteReader in)
+{
+    if (in.chars(4) != chunkid::header) return false;
+    in.skip(4);
+    const std::uint8_t version = in.u8();
+    in.skip(1);
+    file.numTrk = in.u16be();
+    file.numRealBlk = in.u32be();
+    file.division = in.u16be();
+    if (version > native::lastVersion || file.numTrk > trackCount) return false;
+    in.seek(native::headerSize);
+    file.blkOffset = static_cast<std::uint32_t>(in.position());
+    for (std::uint32_t i = 0; i < file.numRealBlk; ++i)
+        if (!readChunk(in, chunkid::realBlk)) return false;
+    file.trkOffset = static_cast<std::uint32_t>(in.position());
+    for (int i = 0; i < file.numTrk; ++i)
+        if (!readChunk(in, chunkid::trk)) return false;
+    return in.ok();
+}
+
 } // namespace
 
 _EDT_FILE recogniseFile(std::uint8_t* buffer, std::uint32_t length)
@@ -89,7 +112,10 @@ _EDT_FILE recogniseFile(std::uint8_t* buffer, std::uint32_t length)
     file.buffer = buffer;
     file.fileLength = length;
     ByteReader in({buffer, length});
-    if (ByteReader(in).chars(4) == "TR9H") return file; // a native song, which no reader takes yet
+    if (_EDT_FILE song = file; isNative(song, in)) {
+        song.kind = filekind::native;
+        return song;
+    }
     const auto header = readHeader(in);
     if (!header) return file;
     file.numTrk = header->numTrk;

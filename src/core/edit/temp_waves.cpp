@@ -17,7 +17,7 @@ bool renameIn(CRealBlk& real, std::string_view from, const std::string& to)
 {
     bool renamed = false;
     for (CEvnt* e = real.events().head(); e; e = List<CEvnt>::next(e)) {
-        if (status::kind(e->GetStatus()) != status::wave || !isSameWave(e->GetFileName(), from)) continue;
+        if (status::kind(e->GetStatus()) != status::wave || compareWaves(e->GetFileName(), from) != 0) continue;
         e->SetFileName(to);
         renamed = true;
     }
@@ -32,10 +32,11 @@ void TempWaves::removeFiles() const noexcept
     for (const std::string& path : m_paths) std::filesystem::remove(path, gone);
 }
 
-bool isSameWave(std::string_view one, std::string_view other) noexcept
+int compareWaves(std::string_view one, std::string_view other) noexcept
 {
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [](char a, char b) { return small(a) == small(b); });
+    const auto less = [](char a, char b) { return small(a) < small(b); };
+    if (std::lexicographical_compare(one.begin(), one.end(), other.begin(), other.end(), less)) return -1;
+    return std::lexicographical_compare(other.begin(), other.end(), one.begin(), one.end(), less) ? 1 : 0;
 }
 
 bool renameWave(Song& song, std::string_view from, const std::string& to)

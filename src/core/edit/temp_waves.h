@@ -29,8 +29,8 @@ private:
     std::vector<std::string> m_paths;
 };
 
-/// Whether two names of sound files are one to the program, which does not tell capitals from small letters.
-[[nodiscard]] TESSARO_API bool isSameWave(std::string_view one, std::string_view other) noexcept;
+/// The order of two names of sound files, which does not tell capitals from small letters: below 0, 0 or above.
+[[nodiscard]] TESSARO_API int compareWaves(std::string_view one, std::string_view other) noexcept;
 
 /// Gives the wave events of the song that name `from` the name `to`; true when there was one. Linear in the wave
 /// tracks.
