@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/program.h"
 
+#include "core/doc/recovery.h"
 #include "views/frame/user_settings.h"
 
 namespace tessaro {
@@ -8,6 +9,7 @@ namespace tessaro {
 Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& strings, const ProgramFolders& folders,
                  std::function<QString()> deviceSentence)
     : m_text(strings)
+    , m_toolkitTexts(m_text)
     , m_icons(folders.icons)
     , m_wsIni(folders.appDirectory + "ws.ini")
     , m_user(m_text, m_icons)
@@ -21,8 +23,12 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
     , m_panel(m_smc, store)
     , m_messages(m_smc, m_panel, m_media)
     , m_devices(m_smc, midi)
-    , m_files(strings)
-    , m_document({m_files, m_user, m_windows, m_transport, m_waveLengths, m_waveOutput, m_score, m_windows, strings})
+    , m_files(strings, folders.appDirectory)
+    , m_recoveryFolder(folders.recovery)
+    , m_autosave(m_recoveryFolder.empty() ? nullptr
+                                          : std::make_unique<Autosave>(clock, m_files, m_disk, m_recoveryFolder))
+    , m_document({m_files, m_user, m_windows, m_transport, m_waveLengths, m_waveOutput, m_score, m_windows, strings,
+                  &m_disk, m_autosave.get()})
     , m_app({m_document, m_user, m_devices, m_windows, store, folders.appDirectory, folders.lockFolder})
 {
     QObject::connect(&m_queueNotifier, &QSocketNotifier::activated, [this] { m_queue.drain(); });
@@ -34,6 +40,13 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
         return std::make_unique<CMainFrame>(FrameParts{m_app, m_document, m_panel, m_smc, m_messages, store, m_user,
                                                        m_text, m_theme, m_icons, sentence});
     });
+}
+
+bool Program::start(const CommandLine& commandLine)
+{
+    if (!m_app.InitInstance(commandLine)) return false;
+    if (!m_recoveryFolder.empty()) frame().offerRecovery(std::make_unique<RecoveryList>(m_recoveryFolder));
+    return true;
 }
 
 Program::~Program()

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/file_ops.h"
 #include "base/message_queue.h"
+#include "core/doc/autosave.h"
 #include "core/doc/tr9app.h"
 #include "core/doc/tr9doc.h"
+#include "core/edit/carried_score.h"
 #include "core/ports/progress.h"
 #include "files/song_formats.h"
 #include "realtime/loom/loom.h"
@@ -14,6 +17,7 @@
 #include "realtime/transport/song_transport.h"
 #include "views/frame/main_windows.h"
 #include "views/frame/window_user.h"
+#include "views/text/toolkit_texts.h"
 #include "views/text/ui_text.h"
 #include "views/theme/icons.h"
 #include "views/theme/theme.h"
@@ -22,6 +26,7 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace tessaro {
@@ -31,6 +36,7 @@ struct ProgramFolders {
     std::string appDirectory; ///< with a slash at its end
     std::string lockFolder;   ///< empty for no mark of a running instance
     QString icons;
+    std::string recovery; ///< for copies of unsaved songs; empty to keep none
 };
 
 /// All objects of the window program, wired. The clock and the devices come from outside and outlive it, so the same
@@ -44,7 +50,7 @@ public:
     Program& operator=(const Program&) = delete;
 
     /// Starts, with or without a song; false ends the process.
-    bool start(const CommandLine& commandLine) { return m_app.InitInstance(commandLine); }
+    bool start(const CommandLine& commandLine);
 
     [[nodiscard]] CMainFrame& frame() { return *m_windows.frame(); }
     [[nodiscard]] CCnpWindow& panel() { return m_panel; }
@@ -57,6 +63,7 @@ public:
 
 private:
     UiText m_text;
+    ToolkitTexts m_toolkitTexts;
     Theme m_theme;
     Icons m_icons;
     ProfileStore m_wsIni;
@@ -76,7 +83,10 @@ private:
     SongFormats m_files;
     NullWaveLengths m_waveLengths;
     NullWaveOutput m_waveOutput;
-    NullScoreLinks m_score;
+    CarriedScore m_score;
+    SystemFiles m_disk;
+    const std::string m_recoveryFolder;
+    std::unique_ptr<Autosave> m_autosave; ///< null when no copies are kept
     CTR9Doc m_document;
     CTR9App m_app;
 };

@@ -11,15 +11,15 @@ constexpr std::uint32_t sysexIntervalMs = 2000;
 constexpr std::size_t mostPorts = 128;
 } // namespace
 
-Player::Player(Clock& clock, MidiSystem& midi, UserPort& user, SendObserver* observer)
+Player::Player(Clock& clock, MidiSystem& midi, UserPort& user, SendObserver* observer, const std::string& appDirectory)
     : m_strings(languageFromEnvironment())
-    , m_reader(m_strings)
+    , m_reader(m_strings, appDirectory)
     , m_loom(clock, midi)
     , m_smc({m_loom, clock, m_settings, m_settings, user, m_strings})
     , m_panel(m_smc, m_settings)
     , m_transport(m_smc)
-    , m_doc({m_reader, user, m_quiet.progress, m_transport, m_quiet.waveLengths, m_quiet.waveOutput, m_quiet.score,
-             m_windows, m_strings})
+    , m_doc({m_reader, user, m_quiet.progress, m_transport, m_quiet.waveLengths, m_quiet.waveOutput, m_score, m_windows,
+             m_strings})
     , m_realtime(m_smc, m_panel, m_media)
     , m_messages([this](const Message& message) { m_realtime.handle(message); })
 {

@@ -5,6 +5,7 @@
 #include "base/strings.h"
 #include "core/doc/profile_store.h"
 #include "core/doc/tr9doc.h"
+#include "core/edit/carried_score.h"
 #include "core/edit/editor_ports.h"
 #include "files/song_formats.h"
 #include "realtime/loom/loom.h"
@@ -23,7 +24,9 @@ namespace tessaro::cli {
 /// of the user's take part. Borrows clock, devices, user and observer; one thread, apart from the clock's tasks.
 class Player {
 public:
-    Player(Clock& clock, MidiSystem& midi, UserPort& user, SendObserver* observer = nullptr);
+    /// Waves that come with a song are unpacked below `appDirectory`; without one they stay in the file.
+    Player(Clock& clock, MidiSystem& midi, UserPort& user, SendObserver* observer = nullptr,
+           const std::string& appDirectory = {});
     ~Player();
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
@@ -45,6 +48,7 @@ private:
     Strings m_strings;
     SongFormats m_reader;
     QuietPorts m_quiet;
+    CarriedScore m_score;
     NullAppWindows m_windows;
     NoMciPlayer m_media;
     ProfileStore m_settings{std::string()};
