@@ -165,7 +165,7 @@ bool ReplacingFile::readBack()
 bool ReplacingFile::takeName()
 {
     if (m_files.close(std::exchange(m_file, -1)) != 0) return failWithErrno();
-    if (m_files.rename(m_temporary, m_target) != 0) return failWithErrno();
+    if (m_files.rename(m_temporary, m_target) != 0) return fail(placeError(errno));
     m_temporary.clear();
     // The name is in place; that it also outlives a power cut is worth the try, not an error.
     const int folder = m_files.open(folderOf(m_target), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
