@@ -12,16 +12,22 @@
 
 namespace tessaro::test {
 
-/// Keeps what the user was told.
+/// Keeps what the user was told and asked.
 struct FakeUser final : UserPort {
+    bool answer = false;
+    std::vector<int> questions;
     std::vector<int> messages;
     std::vector<std::string> sentences;
     std::vector<std::string> statuses;
 
     void message(int id, MessageKind) override { messages.push_back(id); }
     void sentence(std::string_view text, MessageKind) override { sentences.emplace_back(text); }
-    bool ask(int) override { return false; }
-    bool ask(std::string_view) override { return false; }
+    bool ask(int id) override
+    {
+        questions.push_back(id);
+        return answer;
+    }
+    bool ask(std::string_view) override { return answer; }
     void status(std::string_view text) override { statuses.emplace_back(text); }
 };
 
