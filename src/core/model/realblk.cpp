@@ -82,40 +82,34 @@ void CRealBlk::NewAddTail(CEvnt** e) noexcept
     if (*e) m_events.addTail(*e);
 }
 
-void CRealBlk::AddHead(CEvnt* e) noexcept
-{
-    m_index.clear();
-    m_events.addHead(e);
-}
+void CRealBlk::AddHead(CEvnt* e) noexcept { m_events.addHead(e); }
 
 void CRealBlk::AddTail(CEvnt* e) noexcept { m_events.addTail(e); }
 
-void CRealBlk::InsertAfter(POSITION pos, CEvnt* e) noexcept
-{
-    m_index.changed(evntAt(pos)->GetTime());
-    m_events.insertAfter(evntAt(pos), e);
-}
+void CRealBlk::InsertAfter(POSITION pos, CEvnt* e) noexcept { m_events.insertAfter(evntAt(pos), e); }
 
-void CRealBlk::InsertBefore(POSITION pos, CEvnt* e) noexcept
-{
-    m_index.changed(evntAt(pos)->GetTime());
-    m_events.insertBefore(evntAt(pos), e);
-}
+void CRealBlk::InsertBefore(POSITION pos, CEvnt* e) noexcept { m_events.insertBefore(evntAt(pos), e); }
 
-void CRealBlk::Add(std::uint32_t time, CEvnt* e) noexcept
+void CRealBlk::link(CEvnt* e, CEvnt* before) noexcept
 {
-    CEvnt* at = m_events.tail();
-    while (at && at->GetTime() > time) at = List<CEvnt>::prev(at);
-    if (at == m_events.tail()) {
-        m_events.addTail(e);
-        return;
-    }
-    m_index.changed(time);
-    if (at)
-        m_events.insertAfter(at, e);
+    if (before)
+        m_events.insertAfter(before, e);
     else
         m_events.addHead(e);
 }
+
+CEvnt* CRealBlk::lastUpTo(std::uint32_t time, CEvnt* from) const noexcept
+{
+    const bool forward = from && from->GetTime() <= time;
+    for (int steps = 0; steps < nearby; ++steps) {
+        CEvnt* following = from ? List<CEvnt>::next(from) : nullptr;
+        if (forward ? !following || following->GetTime() > time : !from || from->GetTime() <= time) return from;
+        from = forward ? following : List<CEvnt>::prev(from);
+    }
+    return m_index.lastUpTo(m_events, time);
+}
+
+void CRealBlk::Add(std::uint32_t time, CEvnt* e) noexcept { link(e, lastUpTo(time, m_events.tail())); }
 
 void CRealBlk::Add(std::uint32_t time, CEvnt* e, POSITION& pos) noexcept
 {
@@ -125,14 +119,13 @@ void CRealBlk::Add(std::uint32_t time, CEvnt* e, POSITION& pos) noexcept
 
 void CRealBlk::Sort(POSITION& pos, std::uint32_t time, CEvnt* e) noexcept
 {
-    CEvnt* at = evntAt(pos);
-    while (at && at->GetTime() <= time) at = List<CEvnt>::next(at);
-    if (at) {
-        m_index.changed(time);
-        m_events.insertBefore(at, e);
-    } else {
+    CEvnt* from = evntAt(pos);
+    if (!from)
         m_events.addTail(e);
-    }
+    else if (from->GetTime() > time)
+        m_events.insertBefore(from, e);
+    else
+        m_events.insertAfter(lastUpTo(time, from), e);
     pos = e;
 }
 
@@ -146,24 +139,26 @@ POSITION CRealBlk::Sort(std::uint32_t time, POSITION pos) noexcept
 {
     if (!pos) return nullptr;
     CEvnt* e = evntAt(pos);
-    m_index.changed(std::min(time, e->GetTime()));
-    // The last event that stays in front, searched from where the event stands.
-    CEvnt* front = List<CEvnt>::prev(e);
-    if (time >= e->GetTime()) {
-        front = e;
-        for (CEvnt* n = List<CEvnt>::next(e); n && n->GetTime() <= time; n = List<CEvnt>::next(n)) front = n;
-    } else {
-        while (front && front->GetTime() > time) front = List<CEvnt>::prev(front);
-    }
+    CEvnt* front = lastUpTo(time, e);
+    m_index.release(e);
     if (front != e && front != List<CEvnt>::prev(e)) {
         m_events.remove(e);
-        if (front)
-            m_events.insertAfter(front, e);
-        else
-            m_events.addHead(e);
+        link(e, front);
     }
     e->SetTime(time);
     return pos;
+}
+
+void CRealBlk::Restore(CEvnt* e, POSITION before) noexcept
+{
+    const CEvnt* last = evntAt(before);
+    const CEvnt* following = last ? List<CEvnt>::next(last) : m_events.head();
+    const bool fits = (!last || (!last->isParked() && last->GetTime() <= e->GetTime()))
+                   && (!following || following->GetTime() >= e->GetTime());
+    if (fits)
+        link(e, evntAt(before));
+    else
+        Add(e->GetTime(), e);
 }
 
 template <class Fill>
@@ -256,7 +251,7 @@ void CRealBlk::ChngTs(POSITION pos, std::int64_t delta) noexcept
 bool CRealBlk::RemoveAt(POSITION pos) noexcept
 {
     if (!pos) return false;
-    m_index.changed(evntAt(pos)->GetTime());
+    m_index.release(evntAt(pos));
     m_events.remove(evntAt(pos));
     return true;
 }
@@ -270,7 +265,7 @@ bool CRealBlk::Del(POSITION pos) noexcept
 
 void CRealBlk::Remove() noexcept
 {
-    m_index.clear();
+    m_index.forget();
     while (CEvnt* e = m_events.takeHead()) m_pool.destroy(e);
 }
 

@@ -13,7 +13,8 @@ namespace tessaro {
 
 /// A real block: a list of events sorted by time, with no place in the song. Any number of blocks show
 /// it. At equal times the earlier insertion stands first. It owns its events, whose memory is the
-/// song's pool. Times are ticks from the block's start. User interface thread; the feeder reads it while
+/// song's pool. Sorted insertion looks around first and bisects then: its cost does not depend on the
+/// distance. Times are ticks from the block's start. User interface thread; the feeder reads it while
 /// no edit runs. Positions are valid for the life of the event, in whatever real block it stands.
 class TESSARO_API CRealBlk : public ListNode {
 public:
@@ -51,16 +52,20 @@ public:
     void InsertAfter(POSITION pos, CEvnt* e) noexcept;
     void InsertBefore(POSITION pos, CEvnt* e) noexcept;
 
+    /// Takes an event back that was unlinked from this list: behind `before`, null for the head, where order allows,
+    /// otherwise behind all events of its time.
+    void Restore(CEvnt* e, POSITION before) noexcept;
+
     /// Sorted insertion, searched from the tail: behind all events of the same time. `time` is the time
     /// the event has or is about to get. The event stands in no list.
     void Add(std::uint32_t time, CEvnt* e) noexcept;
     void Add(std::uint32_t time, CEvnt* e, POSITION& pos) noexcept;
     /// Sorted insertion, searched forward from `pos` (null is the list's end), which comes back as the
-    /// place reached: ascending times cost constant time each.
+    /// place reached.
     void Sort(POSITION& pos, std::uint32_t time, CEvnt* e) noexcept;
     void Sort(POSITION& pos, std::uint32_t time, CEvnt* e, POSITION& newPos) noexcept;
-    /// Moves the event at `pos` to a new time, behind all events of that time, searching from where it
-    /// stands; returns its position, which stays the same. Null for a null position.
+    /// Moves the event at `pos` to a new time, behind all events of that time; returns its position, which stays the
+    /// same. Null for a null position.
     POSITION Sort(std::uint32_t time, POSITION pos) noexcept;
 
     bool AddTs(std::uint32_t time, const std::uint8_t* data);
@@ -95,6 +100,12 @@ public:
 
 private:
     static std::uint32_t shifted(std::uint32_t time, std::int64_t delta) noexcept;
+    /// How far a search looks around before it asks the index.
+    static constexpr int nearby = 64;
+
+    void link(CEvnt* e, CEvnt* before) noexcept;
+    /// The last event not later than `time`, null for none, searched from an event.
+    [[nodiscard]] CEvnt* lastUpTo(std::uint32_t time, CEvnt* from) const noexcept;
     template <class Fill>
     bool newSorted(std::uint32_t time, Fill&& fill);
 
