@@ -592,7 +592,10 @@ private:
     void clearSong() noexcept;
     bool undoCore();
     bool redoCore();
+    void clearMapFlags() noexcept;
     void hintMaps();
+    template <class Changes, class Apply>
+    bool applyAll(Changes&& changes, Apply&& apply);
     void changeChSolo(std::uint8_t port, std::uint8_t ch, bool on);
     void changeChMute(std::uint8_t port, std::uint8_t ch, bool on);
     void clearTrkSolo();

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -39,23 +40,28 @@ enum class UndoKind : std::uint8_t {
 /// for the record's whole life, since what leaves the song is parked. A record is turned round in strict order only:
 /// the lists then look as they did right after, or before, the change, so that an object goes back behind the very
 /// element that stood before it.
+/// Steps over many events are common: what only changes of blocks and tracks need stands aside.
 struct CUndo {
+    struct More {
+        POSITION oldTrk = nullptr; ///< block kinds with two places
+        POSITION oldBlk = nullptr; ///< also a style block
+        POSITION oldBefore = nullptr;
+        CRealBlk* real = nullptr; ///< the other real block of a block that was made real
+        int trkNumber = 0;
+        std::vector<std::pair<POSITION, POSITION>> evnts; ///< events of a merge, each with what stood before it
+    };
+
     explicit CUndo(UndoKind k) noexcept : kind(k) {}
 
     UndoKind kind;
     std::uint8_t trkType = 0; ///< the type that the track must have to take the block back
-    std::uint32_t time = 0;   ///< a saved end, division time, or block-relative time of a moved event
+    std::uint32_t time = 0;   ///< a saved end, a division time, or the block-relative time of a moved event
     POSITION trk = nullptr;   ///< block and event kinds: the new place
     POSITION blk = nullptr;   ///< also a style block
     POSITION evnt = nullptr;
-    POSITION before = nullptr; ///< what stood before the object when it was last in its list; null at the head
-    POSITION oldTrk = nullptr; ///< block kinds with two places
-    POSITION oldBlk = nullptr; ///< also a style block
-    POSITION oldBefore = nullptr;
-    CEvnt* snapshot = nullptr; ///< owned by the history: the other state of a changed event
-    CRealBlk* real = nullptr;  ///< the other real block of a block that was made real
-    int trkNumber = 0;
-    std::vector<std::pair<POSITION, POSITION>> evnts; ///< events of a merge, each with what stood before it
+    POSITION before = nullptr;  ///< what stood before the object when it was last in its list; null at the head
+    CEvnt* snapshot = nullptr;  ///< owned by the history: the other state of a changed event
+    std::unique_ptr<More> more; ///< two places, division, merge, real block, track number
 };
 
 /// One editing step: its title, UTF-8, and its changes in the order in which they were made.

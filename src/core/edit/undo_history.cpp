@@ -166,20 +166,29 @@ bool UndoHistory::SetUndoBlkMove(POSITION oldTrk, POSITION oldBlk, POSITION trk,
         change.trk = trk;
         change.blk = blk;
         change.before = blk->prev;
-        change.oldTrk = oldTrk;
-        change.oldBlk = oldBlk;
-        change.oldBefore = oldBlk->prev;
         change.trkType = trkType;
+        change.more = std::make_unique<CUndo::More>();
+        change.more->oldTrk = oldTrk;
+        change.more->oldBlk = oldBlk;
+        change.more->oldBefore = oldBlk->prev;
     });
 }
 
-bool UndoHistory::SetUndoBlkMerge(POSITION trk, POSITION blk) { return recordBlk(UndoKind::blkMerge, trk, blk, 0); }
+bool UndoHistory::SetUndoBlkMerge(POSITION trk, POSITION blk)
+{
+    return record(UndoKind::blkMerge, [=](CUndo& change) {
+        change.trk = trk;
+        change.blk = blk;
+        change.time = List<CBlk>::get(blk)->GetTimeEnd();
+        change.more = std::make_unique<CUndo::More>();
+    });
+}
 
 bool UndoHistory::SetUndoBlkMerge(POSITION, POSITION, POSITION evnt)
 {
     if (!m_open) return true;
     try {
-        node(m_index)->changes.back().evnts.emplace_back(evnt, evnt->prev);
+        node(m_index)->changes.back().more->evnts.emplace_back(evnt, evnt->prev);
         return true;
     } catch (const std::bad_alloc&) {
         return m_editor.ErrCloseUndoNode();
@@ -190,9 +199,10 @@ bool UndoHistory::SetUndoBlkDiv(POSITION trk, POSITION blk, POSITION newBlk, std
 {
     return record(UndoKind::blkDiv, [=](CUndo& change) {
         change.trk = trk;
-        change.oldBlk = blk;
         change.blk = newBlk;
         change.before = newBlk->prev;
+        change.more = std::make_unique<CUndo::More>();
+        change.more->oldBlk = blk;
         change.time = time;
     });
 }
@@ -202,7 +212,8 @@ bool UndoHistory::SetUndoBlkReal(POSITION trk, POSITION blk)
     return record(UndoKind::blkReal, [=](CUndo& change) {
         change.trk = trk;
         change.blk = blk;
-        change.real = List<CBlk>::get(blk)->GetRealBlk();
+        change.more = std::make_unique<CUndo::More>();
+        change.more->real = List<CBlk>::get(blk)->GetRealBlk();
     });
 }
 
@@ -210,7 +221,8 @@ bool UndoHistory::SetUndoTrkMove(int oldNumber, POSITION trk)
 {
     return record(UndoKind::trkMove, [=](CUndo& change) {
         change.trk = trk;
-        change.trkNumber = oldNumber;
+        change.more = std::make_unique<CUndo::More>();
+        change.more->trkNumber = oldNumber;
     });
 }
 
@@ -225,8 +237,9 @@ bool UndoHistory::SetUndoStyleMove(POSITION oldStyle, POSITION style)
     return record(UndoKind::styleMove, [=](CUndo& change) {
         change.blk = style;
         change.before = style->prev;
-        change.oldBlk = oldStyle;
-        change.oldBefore = oldStyle->prev;
+        change.more = std::make_unique<CUndo::More>();
+        change.more->oldBlk = oldStyle;
+        change.more->oldBefore = oldStyle->prev;
     });
 }
 

@@ -50,8 +50,9 @@ public:
     void setIndex(int index) noexcept { m_index = index; }
     /// Null outside 0 to count less 1.
     [[nodiscard]] CUndoNode* node(int index) const noexcept;
-    /// A change that no step holds has made the recorded ones unusable.
+    /// A change that no step holds, or a step left half done, has made the recorded ones unusable.
     [[nodiscard]] bool isStale() const noexcept { return m_stale; }
+    void setStale() noexcept { m_stale = true; }
 
     // Recording -------------------------------------------------------------------------------------------
 
@@ -86,11 +87,19 @@ public:
     void retire(CBlk* blk) noexcept;
     void retire(CStyleBlk* style) noexcept;
 
-    void AddTailUndoEvnt(CEvnt* event) noexcept { m_evnts.addTail(event); }
+    void AddTailUndoEvnt(CEvnt* event) noexcept
+    {
+        m_evnts.addTail(event);
+        event->setParked(true);
+    }
     void AddTailUndoBlk(CBlk* blk) noexcept { m_blks.addTail(blk); }
     void AddTailUndoStyle(CStyleBlk* style) noexcept { m_styles.addTail(style); }
     /// Unlink only.
-    void RemoveUndoEvnt(POSITION event) noexcept { m_evnts.remove(List<CEvnt>::get(event)); }
+    void RemoveUndoEvnt(POSITION event) noexcept
+    {
+        m_evnts.remove(List<CEvnt>::get(event));
+        List<CEvnt>::get(event)->setParked(false);
+    }
     void RemoveUndoBlk(POSITION blk) noexcept { m_blks.remove(List<CBlk>::get(blk)); }
     void RemoveUndoStyle(POSITION style) noexcept { m_styles.remove(List<CStyleBlk>::get(style)); }
     [[nodiscard]] POSITION GetTailUndoEvnt() const noexcept { return m_evnts.tail(); }
