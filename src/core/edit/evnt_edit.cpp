@@ -4,16 +4,14 @@
 #include "core/edit/editor.h"
 #include "core/edit/signature_edit.h"
 #include "core/model/meta.h"
+#include "core/model/tick.h"
 
 #include <algorithm>
-#include <limits>
 #include <new>
 
 namespace tessaro::evnt_edit {
 
 namespace {
-
-constexpr std::uint64_t lastTick = std::numeric_limits<std::uint32_t>::max();
 
 CEvnt& evntAt(POSITION pos) noexcept { return *List<CEvnt>::get(pos); }
 
@@ -34,7 +32,7 @@ bool isNote(std::uint8_t st) noexcept { return status::kind(st) == status::note;
 
 bool isImmovable(const CEvnt& e) noexcept { return e.isMeta(meta::timeSignature) || e.isMeta(meta::copyright); }
 
-std::uint64_t endOf(const CEvnt& e) noexcept { return std::uint64_t{e.GetTime()} + e.GetGateTime(); }
+std::int64_t endOf(const CEvnt& e) noexcept { return std::int64_t{e.GetTime()} + e.GetGateTime(); }
 
 POSITION link(CBlk& block, const _EDT_EVNT& rec) noexcept
 {
@@ -293,9 +291,9 @@ POSITION record(CEditor& editor, POSITION trk, POSITION blk, const _EDT_EVNT& re
     const POSITION evnt = block ? linkRaised(*block, rec) : nullptr;
     if (!evnt) return nullptr;
     editor.HintInsEvnt(trk, blk, evnt);
-    const std::uint64_t end = block->GetTimeTop() + endOf(evntAt(evnt));
+    const std::uint32_t end = tick::clamped(block->GetTimeTop() + endOf(evntAt(evnt)));
     const bool grows = end > block->GetTimeEnd();
-    block->SetTimeEndCmp(static_cast<std::uint32_t>(std::min(end, lastTick)));
+    block->SetTimeEndCmp(end);
     if (grows) editor.ChkGhostBlkReSize(block);
     editor.HintBlkReSize(trk, blk);
     return evnt;
@@ -331,8 +329,8 @@ bool joinNotes(CEditor& editor, POSITION trk, POSITION blk, POSITION note, POSIT
     if (gone.GetTime() < stays.GetTime() || !isNote(gone.GetStatus()) || !isNote(stays.GetStatus())) return false;
     if (gone.GetPost1() != stays.GetPost1()) return false;
 
-    const std::uint64_t gate = std::max(endOf(gone), endOf(stays)) - stays.GetTime();
-    setGate(editor, trk, blk, note2, static_cast<std::uint32_t>(std::min(gate, lastTick)));
+    const std::int64_t gate = std::max(endOf(gone), endOf(stays)) - stays.GetTime();
+    setGate(editor, trk, blk, note2, tick::clamped(gate));
     editor.history().SetUndoEvntDel(trk, blk, note);
     remove(editor, trk, blk, note);
     return true;

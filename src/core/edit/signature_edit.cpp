@@ -3,9 +3,7 @@
 
 #include "core/edit/editor.h"
 #include "core/model/meta.h"
-
-#include <algorithm>
-#include <limits>
+#include "core/model/tick.h"
 
 namespace tessaro::signature_edit {
 
@@ -32,12 +30,6 @@ CEvnt* prevSignature(const CEvnt* e) noexcept
     return at;
 }
 
-std::uint32_t moved(std::uint32_t time, std::int64_t delta) noexcept
-{
-    const std::int64_t latest = std::numeric_limits<std::uint32_t>::max();
-    return static_cast<std::uint32_t>(std::clamp<std::int64_t>(std::int64_t{time} + delta, 0, latest));
-}
-
 /// How far a signature moves when the `span` ticks before it were counted in measures of `before` ticks and are
 /// now counted in measures of `after`.
 std::int64_t reTimed(std::uint32_t span, std::uint32_t before, std::uint32_t after) noexcept
@@ -53,7 +45,7 @@ bool copyMoved(CRealBlk& real, const CEvnt* first, std::int64_t delta, List<CEvn
         CEvnt* copy = nullptr;
         real.New(&copy);
         if (copy) copies.addTail(copy);
-        if (copy && copy->SetTs(moved(e->GetTime(), delta), e->payload().data())) continue;
+        if (copy && copy->SetTs(tick::shifted(e->GetTime(), delta), e->payload().data())) continue;
         while (CEvnt* made = copies.takeHead()) real.Delete(made);
         return false;
     }
