@@ -26,7 +26,7 @@ struct SongRecord {
 };
 
 /// A copy of a song that was not saved.
-struct RecoverableSong {
+struct TESSARO_API RecoverableSong {
     std::string copy;        ///< path of the copy, a native file
     SongRecord record;       ///< with the file's own time when the record is missing or damaged
     bool hasRecord = false;  ///< only then is more known than the time
