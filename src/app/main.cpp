@@ -8,6 +8,7 @@
 #include "base/manual_clock.h"
 #include "base/real_clock.h"
 #include "core/doc/app_directory.h"
+#include "core/doc/recovery.h"
 #include "platform/platform_midi.h"
 #include "views/frame/user_settings.h"
 
@@ -26,7 +27,7 @@ ProgramFolders programFolders()
 {
     const std::string data = dataFolderOfProgram();
     return {prepareAppDirectory({programFolder(), data, dataFolder()}), InstanceLock::defaultFolder(),
-            QString::fromStdString(data + "/icons")};
+            QString::fromStdString(data + "/icons"), recoveryFolder()};
 }
 
 void choose(Program& program, const StartOptions& options)
@@ -64,12 +65,13 @@ int takePicture(const StartOptions& options)
         ManualClock clock;
         SilentMidi midi("Tessaro Synth");
         const UiText text(strings);
-        const ProgramFolders folders{folder + "/", {}, QString::fromStdString(dataFolderOfProgram() + "/icons")};
+        const ProgramFolders folders{folder + "/", {}, QString::fromStdString(dataFolderOfProgram() + "/icons"), {}};
         Program program(clock, midi, store, strings, folders, [&] { return text(TextId::soundReady); });
         program.user().showBox = [&](const QString& line, MessageKind) {
             std::fprintf(stderr, "%s\n", qPrintable(line));
         };
         program.user().askBox = [](const QString&) { return false; };
+        program.user().saveBox = [](const QString&) { return SaveAnswer::discard; };
         choose(program, options);
         if (program.start(options.document) && writeScreenshot(program, clock, options.screenshot)) result = 0;
     }

@@ -25,6 +25,10 @@ FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& te
     const Row rows[] = {
         {newSong, TextId::commandNew, "new", QKeySequence::New},
         {open, TextId::commandOpen, "open", QKeySequence::Open},
+        {save, TextId::commandSave, "save", QKeySequence::Save},
+        {saveAs, TextId::commandSaveAs, nullptr, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)},
+        {undo, TextId::menuUndo, "undo", QKeySequence(Qt::CTRL | Qt::Key_Z)},
+        {redo, TextId::menuRedo, "redo", QKeySequence(Qt::CTRL | Qt::Key_Y)},
         {quit, TextId::commandQuit, nullptr, QKeySequence(Qt::CTRL | Qt::Key_Q)},
         {play, TextId::commandPlay, "play", QKeySequence(Qt::Key_Space)},
         {stop, TextId::commandStop, "stop", QKeySequence(Qt::Key_Period)},
@@ -42,6 +46,7 @@ FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& te
         window.addAction(&row.action);
         m_named.emplace_back(&row.action, row.name);
     }
+    redo.setShortcuts({redo.shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
     for (QAction* action : {&play, &loop, &metronome}) action->setCheckable(true);
 
     addChoice(appearance, TextId::appearanceDesktop, static_cast<int>(Appearance::desktop));
@@ -77,7 +82,11 @@ void FrameActions::fillMenuBar(QMenuBar& bar)
     file->addActions({&newSong, &open});
     m_recentMenu = add(*file, TextId::menuRecent);
     file->addSeparator();
+    file->addActions({&save, &saveAs});
+    file->addSeparator();
     file->addAction(&quit);
+
+    add(bar, TextId::menuEdit)->addActions({&undo, &redo});
 
     QMenu* transport = add(bar, TextId::menuTransport);
     transport->addActions({&play, &stop, &top, &back});
@@ -99,6 +108,30 @@ void FrameActions::retranslate()
         action->setText(m_text(name));
         action->setIconText(m_text.plain(name));
     }
+    showHistory();
+}
+
+void FrameActions::setHistory(std::optional<QString> undoTitle, std::optional<QString> redoTitle)
+{
+    if (undoTitle == m_undoTitle && redoTitle == m_redoTitle) return;
+    m_undoTitle = std::move(undoTitle);
+    m_redoTitle = std::move(redoTitle);
+    showHistory();
+}
+
+void FrameActions::showHistory()
+{
+    const auto show = [this](QAction& action, const std::optional<QString>& title, TextId name, TextId key,
+                             TextId nothing) {
+        const auto line = [](const QString& command, QString step) {
+            return QStringLiteral("%1 %2").arg(command, step.replace(QLatin1Char('&'), QLatin1String("&&")));
+        };
+        action.setEnabled(title.has_value());
+        action.setText(title ? line(m_text(name), *title) + m_text(key) : m_text(nothing));
+        action.setIconText(title ? QStringLiteral("%1 %2").arg(m_text.plain(name), *title) : m_text.plain(name));
+    };
+    show(undo, m_undoTitle, TextId::menuUndo, TextId::menuUndoKey, TextId::menuUndoNothing);
+    show(redo, m_redoTitle, TextId::menuRedo, TextId::menuRedoKey, TextId::menuRedoNothing);
 }
 
 QString FrameActions::keyTable() const
@@ -110,6 +143,7 @@ QString FrameActions::keyTable() const
     for (const auto& [action, name] : m_named)
         if (!action->shortcut().isEmpty())
             addRow(m_text.plain(name), action->shortcut().toString(QKeySequence::NativeText));
+    addRow(m_text.plain(TextId::commandEditCell), QStringLiteral("F2"));
     addRow(m_text.plain(TextId::commandMute), QStringLiteral("M"));
     addRow(m_text.plain(TextId::commandSolo), QStringLiteral("S"));
     return table + QStringLiteral("</table>");

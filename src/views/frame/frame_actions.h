@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QActionGroup>
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -25,7 +26,11 @@ public:
 
     QAction newSong;
     QAction open;
+    QAction save;
+    QAction saveAs;
     QAction quit;
+    QAction undo;
+    QAction redo;
     QAction top;
     QAction play; ///< checked while the song plays
     QAction stop;
@@ -41,6 +46,8 @@ public:
     void fillMenuBar(QMenuBar& bar);
     [[nodiscard]] QMenu& recentMenu() const { return *m_recentMenu; }
     void retranslate();
+    /// Titles of the steps that can be undone and redone; none where there is no such step.
+    void setHistory(std::optional<QString> undoTitle, std::optional<QString> redoTitle);
     /// Checks the action of this number.
     static void choose(const QActionGroup& group, int number);
     /// A table of commands and keys, as rich text.
@@ -48,10 +55,13 @@ public:
 
 private:
     void addChoice(QActionGroup& group, TextId text, int number);
+    void showHistory();
 
     const UiText& m_text;
     std::vector<std::pair<QAction*, TextId>> m_named; ///< every action with its text
     std::vector<std::pair<QMenu*, TextId>> m_menus;
+    std::optional<QString> m_undoTitle;
+    std::optional<QString> m_redoTitle;
     QMenu* m_recentMenu = nullptr; ///< a child of the menu bar
 };
 

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/frame/main_frame.h"
 
+#include "base/text.h"
+#include "core/doc/recovery.h"
 #include "core/doc/tr9app.h"
 #include "core/doc/tr9doc.h"
 #include "core/edit/hint_board.h"
 #include "core/ports/settings_store.h"
 #include "realtime/loom/loom.h"
 #include "realtime/transport/realtime_messages.h"
-#include "views/frame/open_filter.h"
 #include "views/frame/user_settings.h"
 #include "views/frame/window_placement.h"
 #include "views/frame/window_user.h"
+#include "views/recovery/recovery_panel.h"
 #include "views/text/ui_text.h"
 #include "views/theme/icons.h"
 #include "views/theme/theme.h"
@@ -25,7 +27,6 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
@@ -43,8 +44,10 @@ namespace {
 constexpr int panelInterval = 100; // ms
 constexpr int followInterval = 33;
 constexpr int deviceInterval = 2000;
+constexpr int copyInterval = 1000; ///< between two looks whether a copy of unsaved work is due
 constexpr std::uint32_t longestStep = 960; ///< ticks between two looks at the lights, unless the position jumped
 constexpr QSize usualSize(1280, 800);
+constexpr int listWidth = 432;
 
 /// The local file that is dragged; empty for anything else.
 QString draggedFile(const QMimeData* data)
@@ -57,6 +60,7 @@ QString draggedFile(const QMimeData* data)
 CMainFrame::CMainFrame(const FrameParts& parts)
     : m_parts(parts)
     , m_actions(*this, parts.icons, parts.text)
+    , m_files(*this, m_parts)
     , m_table(parts.text)
 {
     setWindowIcon(m_parts.icons.picture(QStringLiteral("tessaro")));
@@ -66,13 +70,23 @@ CMainFrame::CMainFrame(const FrameParts& parts)
     connectActions();
     connectChoices();
     connectTracks();
+    connectFiles();
 
     connect(&m_panelTimer, &QTimer::timeout, this, [this] { m_parts.panel.timer(); });
     connect(&m_followTimer, &QTimer::timeout, this, [this] { followPlay(static_cast<int>(m_sinceFollow.restart())); });
     connect(&m_deviceTimer, &QTimer::timeout, this, [this] { showDevices(); });
-    connect(&m_refreshTimer, &QTimer::timeout, this, [this] { refreshSong(); });
+    connect(&m_refreshTimer, &QTimer::timeout, this, [this] {
+        if (m_status->busy())
+            m_refreshTimer.start(panelInterval);
+        else
+            refreshSong();
+    });
+    connect(&m_copyTimer, &QTimer::timeout, this, [this] {
+        if (!m_status->busy()) m_parts.document.KeepCopy();
+    });
     m_refreshTimer.setSingleShot(true);
     m_deviceTimer.start(deviceInterval);
+    m_copyTimer.start(copyInterval);
 
     m_parts.user.setWindow(this);
     m_parts.user.onStatus = [this](const QString& sentence) { m_status->setNews(sentence); };
@@ -97,12 +111,14 @@ void CMainFrame::layOut()
 {
     auto* body = new QWidget(this);
     m_bar = new TransportBar(m_parts.icons,
-                             {m_actions.top, m_actions.play, m_actions.stop, m_actions.loop, m_actions.metronome},
+                             {m_actions.top, m_actions.play, m_actions.stop, m_actions.loop, m_actions.metronome, m_actions.undo,
+                              m_actions.redo},
                              m_parts.text, body);
     m_stack = new QStackedWidget(body);
     m_empty = new EmptyHint(m_parts.icons.icon(QStringLiteral("song")));
     m_pane = new TrackPane(m_table);
     m_status = new StatusLine(m_parts.icons, body);
+    m_recovery = new RecoveryPanel(m_parts.icons, m_parts.text, body);
     m_stack->addWidget(m_empty);
     m_stack->addWidget(m_pane);
 
@@ -110,21 +126,24 @@ void CMainFrame::layOut()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_bar);
+    layout->addWidget(m_recovery);
     layout->addWidget(m_stack, 1);
     layout->addWidget(m_status);
     setCentralWidget(body);
     resize(usualSize);
-    m_pane->splitter().setSizes({384, usualSize.width() - 384});
+    m_pane->splitter().setSizes({listWidth, usualSize.width() - listWidth});
 }
 
 void CMainFrame::connectActions()
 {
     CCnpWindow& panel = m_parts.panel;
     const auto on = [this](QAction& action, auto work) { connect(&action, &QAction::triggered, this, work); };
-    on(m_actions.newSong, [this] {
-        if (!m_status->busy()) m_parts.app.OnFileNew();
-    });
-    on(m_actions.open, [this] { askForFile(); });
+    on(m_actions.newSong, [this] { m_files.newSong(); });
+    on(m_actions.open, [this] { m_files.askAndOpen(); });
+    on(m_actions.save, [this] { m_files.save(); });
+    on(m_actions.saveAs, [this] { m_files.saveAs(); });
+    on(m_actions.undo, [this] { undo(&CEditor::UndoNode); });
+    on(m_actions.redo, [this] { undo(&CEditor::RedoNode); });
     on(m_actions.quit, [this] { close(); });
     on(m_actions.play, [this, &panel] {
         panel.SpaceKey();
@@ -145,7 +164,8 @@ void CMainFrame::connectActions()
                            m_parts.text(TextId::aboutText).arg(QStringLiteral(TESSARO_VERSION)));
     });
     connect(&m_empty->button(), &QPushButton::clicked, &m_actions.open, &QAction::trigger);
-    connect(&m_actions.recentMenu(), &QMenu::aboutToShow, this, [this] { fillRecentMenu(); });
+    connect(&m_actions.recentMenu(), &QMenu::aboutToShow, this,
+            [this] { m_files.fillRecentMenu(m_actions.recentMenu()); });
 }
 
 void CMainFrame::connectChoices()
@@ -170,7 +190,9 @@ void CMainFrame::connectTracks()
 {
     m_table.onMute = [this](int track, bool on) { setMute(track, on); };
     m_table.onSolo = [this](int track, bool on) { setSolo(track, on); };
-    m_table.portName = [this](int port) { return portName(port); };
+    m_table.onName = [this](int track, const QString& name) { setName(track, name); };
+    m_table.onSetting = [this](int track, TrackColumn setting, int value) { setSetting(track, setting, value); };
+    m_table.portNames = [this] { return portNames(); };
     m_pane->overview().onLocate = [this](std::uint32_t tick) {
         if (!m_status->busy()) m_parts.panel.SetLocation(static_cast<long>(tick));
     };
@@ -179,44 +201,45 @@ void CMainFrame::connectTracks()
 
 // Files
 
-bool CMainFrame::openFile(const QString& path)
+void CMainFrame::connectFiles()
 {
-    if (m_status->busy()) return false;
-    const bool opened = m_parts.app.OnFileOpen(QFileInfo(path).absoluteFilePath().toStdString());
-    announceSong();
-    return opened;
+    m_files.isBusy = [this] { return m_status->busy(); };
+    m_files.onBefore = [this] { m_pane->list().finishEditing(); };
+    m_files.onOpened = [this] { announceSong(); };
+    m_files.onSaved = [this](const QString& path) {
+        m_status->setNews(m_parts.text(TextId::songSaved).arg(QFileInfo(path).fileName()));
+    };
+    m_recovery->onOpen = [this](std::size_t index) { openRecovered(index); };
+    m_recovery->onDiscard = [this](std::size_t index) { discardRecovered(index); };
+    m_recovery->onLater = [this] { offerRecovery(nullptr); };
 }
 
-void CMainFrame::askForFile()
+void CMainFrame::offerRecovery(std::unique_ptr<RecoveryList> songs)
 {
-    if (m_status->busy()) return;
-    QFileDialog dialog(this, m_parts.text.plain(TextId::commandOpen));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilters(openFilters(m_parts.text(TextId::openFilter)));
-    const std::string& current = m_parts.document.GetPathName();
-    if (!current.empty()) dialog.setDirectory(QFileInfo(QString::fromStdString(current)).absolutePath());
-    if (dialog.exec() == QDialog::Accepted) openFile(dialog.selectedFiles().constFirst());
+    m_recoverable = std::move(songs);
+    showRecovery();
+    if (m_recovery->isVisible()) m_recovery->setFocus();
 }
 
-void CMainFrame::fillRecentMenu()
+void CMainFrame::openRecovered(std::size_t index)
 {
-    QMenu& menu = m_actions.recentMenu();
-    menu.clear();
-    const std::vector<std::string>& paths = m_parts.app.GetRecentFiles().paths();
-    for (std::size_t i = 0; i < paths.size(); ++i) {
-        const QString name = QFileInfo(QString::fromStdString(paths[i])).fileName();
-        QAction* action = menu.addAction(QStringLiteral("&%1  %2")
-                                             .arg((i + 1) % 10)
-                                             .arg(QString(name).replace(QLatin1Char('&'), QLatin1String("&&"))));
-        action->setToolTip(QString::fromStdString(paths[i]));
-        connect(action, &QAction::triggered, this, [this, i] {
-            if (m_status->busy()) return;
-            m_parts.app.OnFileRecent(i);
-            announceSong();
-        });
-    }
-    if (paths.empty()) menu.addAction(m_parts.text(TextId::recentNone))->setEnabled(false);
-    menu.setToolTipsVisible(true);
+    m_files.recover(*m_recoverable, index);
+    showRecovery();
+}
+
+void CMainFrame::discardRecovered(std::size_t index)
+{
+    const RecoveryLine line = recoveryLine(m_recoverable->songs()[index], m_parts.text);
+    if (!m_parts.user.askBox(m_parts.text(TextId::recoveryAskDiscard).arg(line.name, line.time))) return;
+    m_recoverable->decline(index);
+    showRecovery();
+}
+
+void CMainFrame::showRecovery()
+{
+    if (m_recoverable && m_recoverable->songs().empty()) m_recoverable.reset();
+    m_recovery->setSongs(m_recoverable ? m_recoverable->songs() : std::vector<RecoverableSong>());
+    if (!m_recoverable && !focusWidget()) focusSong();
 }
 
 void CMainFrame::dragEnterEvent(QDragEnterEvent* event)
@@ -272,16 +295,21 @@ void CMainFrame::refreshSong()
 
     m_lights.clear();
     m_stack->setCurrentIndex(rows.empty() ? 0 : 1);
-    if (rows.empty())
-        m_empty->button().setFocus();
-    else if (!m_pane->isAncestorOf(focusWidget()))
-        m_pane->list().setFocus();
+    if (!m_recovery->isAncestorOf(focusWidget())) focusSong();
     m_pane->overview().setSong(rows, std::move(miniatures), end, std::move(measures));
     m_table.setRows(std::move(rows));
     m_table.setLights(m_lights);
-    showTitle();
+    showState();
     stateChanged();
     showPosition(m_parts.panel.GetLocation());
+}
+
+void CMainFrame::focusSong()
+{
+    if (m_stack->currentIndex() == 0)
+        m_empty->button().setFocus();
+    else if (!m_pane->isAncestorOf(focusWidget()))
+        m_pane->list().setFocus();
 }
 
 void CMainFrame::refreshRows()
@@ -303,8 +331,9 @@ void CMainFrame::onHint(const HintObserver*, int code, CEditor*)
     case hint::trkPort:
     case hint::allTrkPort: refreshRows(); break;
     case hint::sysSetupChng: showDevices(); break;
+    case hint::dispReq: showState(); [[fallthrough]];
     default:
-        if (!m_status->busy()) m_refreshTimer.start(0);
+        if (!m_refreshTimer.isActive()) m_refreshTimer.start(0);
     }
 }
 
@@ -318,6 +347,42 @@ void CMainFrame::setSolo(int track, bool on)
 {
     editor().SetTrkSolo(track, on);
     editor().SetTrkSoloMute();
+}
+
+void CMainFrame::setName(int track, const QString& name)
+{
+    editor().SetTrkName(track, fromUtf8(name.toStdString()));
+    refreshRows(); // no hint tells of it
+    showState();
+}
+
+void CMainFrame::setSetting(int track, TrackColumn setting, int value)
+{
+    switch (setting) {
+    case TrackColumn::port: editor().SetTrkPort(track, static_cast<std::uint8_t>(value)); break;
+    case TrackColumn::channel: editor().SetTrkCh(track, static_cast<std::uint8_t>(value)); break;
+    case TrackColumn::transpose: editor().SetTrkTranspose(track, value); break;
+    default: return;
+    }
+    refreshRows();
+    showState();
+}
+
+void CMainFrame::undo(bool (CEditor::*step)())
+{
+    if (m_status->busy()) return;
+    (editor().*step)();
+    showState();
+}
+
+void CMainFrame::showState()
+{
+    showTitle();
+    const auto title = [this](bool (CEditor::*isThere)(std::string&) const) -> std::optional<QString> {
+        std::string found;
+        return (editor().*isThere)(found) ? std::optional(utf8Text(found)) : std::nullopt;
+    };
+    m_actions.setHistory(title(&CEditor::IsEnableUndo), title(&CEditor::IsEnableRedo));
 }
 
 void CMainFrame::showTitle()
@@ -465,11 +530,15 @@ void CMainFrame::handle(const Message& message)
 
 void CMainFrame::showDevices() { m_status->setDevices(m_parts.deviceSentence()); }
 
-QString CMainFrame::portName(int port) const
+QStringList CMainFrame::portNames() const
 {
-    const std::uint8_t driver = m_parts.app.GetMidiOut(static_cast<std::uint8_t>(port));
-    const std::string name = m_parts.app.GetDrvName(driver);
-    return name.empty() ? QStringLiteral("---") : songText(name);
+    QStringList names;
+    for (std::size_t port = 0; port < m_parts.app.GetMidiOutPortNum(); ++port) {
+        const std::uint8_t driver = m_parts.app.GetMidiOut(static_cast<std::uint8_t>(port));
+        const std::string name = m_parts.app.GetDrvShortName(driver);
+        names << (name.empty() ? m_parts.text(TextId::noDevice) : songText(name));
+    }
+    return names;
 }
 
 void CMainFrame::showInPlace()
@@ -487,7 +556,7 @@ void CMainFrame::showInPlace()
 
 void CMainFrame::closeEvent(QCloseEvent* event)
 {
-    if (m_status->busy()) {
+    if (!m_files.leaveSong()) {
         event->ignore();
         return;
     }
@@ -516,6 +585,8 @@ void CMainFrame::retranslate()
     m_pane->overview().setToolTip(m_parts.text(TextId::tipOverview));
     m_empty->setSentence(m_parts.text(TextId::emptySong));
     m_empty->button().setText(m_parts.text(TextId::commandOpen));
+    m_recovery->retranslate();
+    showRecovery();
     showTitle();
 }
 

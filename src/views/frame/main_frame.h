@@ -4,7 +4,9 @@
 #include "base/messages.h"
 #include "core/ports/hint_observer.h"
 #include "realtime/transport/cnp_window.h"
+#include "views/frame/file_commands.h"
 #include "views/frame/frame_actions.h"
+#include "views/frame/frame_parts.h"
 #include "views/frame/status_line.h"
 #include "views/tracks/lights.h"
 #include "views/tracks/note_starts.h"
@@ -24,33 +26,11 @@ class QStackedWidget;
 namespace tessaro {
 
 class CEditor;
-class CTR9App;
-class CTR9Doc;
 class EmptyHint;
-class Icons;
-class RealtimeMessages;
-class SettingsStore;
-class Smc;
-class Theme;
+class RecoveryList;
+class RecoveryPanel;
 class TrackPane;
 class TransportBar;
-class UiText;
-class WindowUser;
-
-/// What the main window works with; everything outlives it.
-struct FrameParts {
-    CTR9App& app;
-    CTR9Doc& document;
-    CCnpWindow& panel;
-    Smc& smc;
-    RealtimeMessages& messages;
-    SettingsStore& store;
-    WindowUser& user;
-    UiText& text;
-    Theme& theme;
-    const Icons& icons;
-    std::function<QString()> deviceSentence; ///< which sound and MIDI ways are in use
-};
 
 /// The one main window: commands, the transport strip, the tracks beside the overview of the song, the status line.
 /// It shows the document's song and follows the editor's hints and the control panel; edits go to the editor.
@@ -60,8 +40,9 @@ public:
     explicit CMainFrame(const FrameParts& parts);
     ~CMainFrame() override;
 
-    /// Opens a song file; a failure has been told, and a new song stands.
-    bool openFile(const QString& path);
+    /// Opens a song file; a failure has been told, and a new song stands. The song at hand stays when the user wants
+    /// to keep it.
+    bool openFile(const QString& path) { return m_files.open(path); }
     /// As the stop button.
     void stopPlay();
     /// Another song stands in the editor; the panel starts afresh.
@@ -75,7 +56,13 @@ public:
     void handle(const Message& message);
     /// Shows where the song is by now, this many milliseconds after the last call.
     void followPlay(int milliseconds);
+    /// Offers the songs that were not saved; nothing for an empty list.
+    void offerRecovery(std::unique_ptr<RecoveryList> songs);
+    /// Shows name, mark and history as they are by now.
+    void showState();
 
+    [[nodiscard]] FileCommands& files() { return m_files; }
+    [[nodiscard]] RecoveryPanel& recoveryPanel() const { return *m_recovery; }
     [[nodiscard]] StatusLine& statusLine() const { return *m_status; }
     [[nodiscard]] TrackPane& trackPane() const { return *m_pane; }
     [[nodiscard]] TransportBar& transportBar() const { return *m_bar; }
@@ -101,24 +88,32 @@ private:
     void connectActions();
     void connectChoices();
     void connectTracks();
+    void connectFiles();
     void refreshSong();
     void refreshRows();
     void showPosition(std::uint32_t tick);
     void showTitle();
+    void focusSong();
     void showDevices();
     void announceSong();
-    void askForFile();
-    void fillRecentMenu();
     void toggleLoop();
     void markLoop(std::uint32_t start, std::uint32_t end);
     void setMute(int track, bool on);
     void setSolo(int track, bool on);
+    void setName(int track, const QString& name);
+    void setSetting(int track, TrackColumn setting, int value);
+    void undo(bool (CEditor::*step)());
+    void openRecovered(std::size_t index);
+    void discardRecovered(std::size_t index);
+    void showRecovery();
     void retranslate();
     [[nodiscard]] CEditor& editor() const;
-    [[nodiscard]] QString portName(int port) const;
+    [[nodiscard]] QStringList portNames() const;
 
     FrameParts m_parts;
     FrameActions m_actions;
+    FileCommands m_files;
+    std::unique_ptr<RecoveryList> m_recoverable; ///< null when nothing is offered
     TrackListModel m_table;
     Lights m_lights;
     std::vector<NoteStarts> m_starts; ///< beside the rows of the table
@@ -128,6 +123,7 @@ private:
     QTimer m_followTimer;
     QTimer m_refreshTimer; ///< once, behind a burst of hints
     QTimer m_deviceTimer;
+    QTimer m_copyTimer; ///< for copies of unsaved work
     QElapsedTimer m_sinceFollow;
     // Children of the window.
     TransportBar* m_bar = nullptr;
@@ -135,6 +131,7 @@ private:
     EmptyHint* m_empty = nullptr;
     TrackPane* m_pane = nullptr;
     StatusLine* m_status = nullptr;
+    RecoveryPanel* m_recovery = nullptr;
 };
 
 } // namespace tessaro

@@ -36,9 +36,18 @@ public:
     {
         if (m_frame) m_frame->songReplaced();
     }
-    SaveAnswer askSaveChanges(std::string_view) override { return SaveAnswer::discard; }
-    std::optional<SaveChoice> askSaveName(const SaveChoice&) override { return std::nullopt; }
-    void titleChanged() override {}
+    SaveAnswer askSaveChanges(std::string_view name) override
+    {
+        return m_frame ? m_frame->files().askSaveChanges(name) : SaveAnswer::discard;
+    }
+    std::optional<SaveChoice> askSaveName(const SaveChoice& proposed) override
+    {
+        return m_frame ? m_frame->files().askSaveName(proposed) : std::nullopt;
+    }
+    void titleChanged() override
+    {
+        if (m_frame) m_frame->showState();
+    }
     void songToTop() override
     {
         if (m_frame) m_frame->songToTop();

@@ -20,6 +20,16 @@ WindowUser::WindowUser(const UiText& text, const Icons& icons) : m_text(text), m
     askBox = [makeBox](const QString& line) {
         return makeBox(line, QMessageBox::Yes | QMessageBox::No)->exec() == QMessageBox::Yes;
     };
+    saveBox = [makeBox](const QString& line) {
+        const auto box = makeBox(line, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        box->setDefaultButton(QMessageBox::Yes);
+        box->setEscapeButton(QMessageBox::Cancel);
+        switch (box->exec()) {
+        case QMessageBox::Yes: return SaveAnswer::save;
+        case QMessageBox::No: return SaveAnswer::discard;
+        default: return SaveAnswer::cancel;
+        }
+    };
 }
 
 void WindowUser::message(int stringId, MessageKind kind) { showBox(m_text(static_cast<TextId>(stringId)), kind); }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/ports/app_windows.h"
 #include "core/ports/user.h"
 
 #include <QString>
@@ -28,6 +29,7 @@ public:
     /// Show a box and wait for it. May be replaced, where nobody is there to answer.
     std::function<void(const QString&, MessageKind)> showBox;
     std::function<bool(const QString&)> askBox;
+    std::function<SaveAnswer(const QString&)> saveBox;
 
     using UserPort::message;
     void message(int stringId, MessageKind kind) override;

@@ -2,6 +2,7 @@
 #include "views/tracks/track_list_model.h"
 
 #include "views/text/ui_text.h"
+#include "views/tracks/transpose_text.h"
 
 namespace tessaro {
 namespace {
@@ -10,6 +11,17 @@ bool isSwitch(const QModelIndex& index)
 {
     const auto column = static_cast<TrackColumn>(index.column());
     return column == TrackColumn::mute || column == TrackColumn::solo;
+}
+
+QVariant cellValue(const TrackRow& r, TrackColumn column)
+{
+    switch (column) {
+    case TrackColumn::name: return songText(r.name);
+    case TrackColumn::port: return r.port;
+    case TrackColumn::channel: return r.channel;
+    case TrackColumn::transpose: return r.transpose;
+    default: return {};
+    }
 }
 
 } // namespace
@@ -73,9 +85,10 @@ QString TrackListModel::cellText(const TrackRow& r, TrackColumn column) const
     switch (column) {
     case TrackColumn::light: return {};
     case TrackColumn::number: return QString::number(r.track);
-    case TrackColumn::name: return r.name.empty() ? m_text(TextId::trackUnnamed).arg(r.track) : songText(r.name);
+    case TrackColumn::name: return shownName(r);
     case TrackColumn::port: return QString::number(r.port + 1);
     case TrackColumn::channel: return QString::number(r.channel + 1);
+    case TrackColumn::transpose: return transposeText(r.transpose);
     case TrackColumn::mute: return m_text(TextId::columnMute);
     case TrackColumn::solo: return m_text(TextId::columnSolo);
     }
@@ -86,8 +99,14 @@ QString TrackListModel::cellTip(const TrackRow& r, TrackColumn column) const
 {
     switch (column) {
     case TrackColumn::light: return m_text(TextId::tipLight);
-    case TrackColumn::name: return cellText(r, column);
-    case TrackColumn::port: return m_text(TextId::tipPort).arg(r.port + 1).arg(portName ? portName(r.port) : QString());
+    case TrackColumn::name: return m_text(TextId::tipTrackName).arg(shownName(r));
+    case TrackColumn::port:
+        return m_text(TextId::tipPort)
+            .arg(r.port + 1)
+            .arg(portNames ? portNames().value(r.port, m_text(TextId::noDevice)) : QString());
+    case TrackColumn::channel: return m_text(TextId::tipChannel).arg(r.channel + 1);
+    case TrackColumn::transpose:
+        return m_text(r.transposes ? TextId::tipTranspose : TextId::tipTransposeOff).arg(cellText(r, column));
     case TrackColumn::mute: return m_text(TextId::tipMute);
     case TrackColumn::solo: return m_text(TextId::tipSolo);
     default: return {};
@@ -101,6 +120,7 @@ QVariant TrackListModel::data(const QModelIndex& index, int role) const
     const auto column = static_cast<TrackColumn>(index.column());
     switch (role) {
     case Qt::DisplayRole: return cellText(r, column);
+    case Qt::EditRole: return cellValue(r, column);
     case Qt::ToolTipRole: return cellTip(r, column);
     case Qt::AccessibleTextRole:
         if (isSwitch(index)) {
@@ -109,7 +129,9 @@ QVariant TrackListModel::data(const QModelIndex& index, int role) const
                 m_text(column == TrackColumn::mute ? TextId::commandMute : TextId::commandSolo),
                 m_text(on ? TextId::stateOn : TextId::stateOff));
         }
-        return cellText(r, column);
+        return column == TrackColumn::name || column == TrackColumn::number
+            ? cellText(r, column)
+            : QStringLiteral("%1: %2").arg(headerText(column), cellText(r, column));
     case Qt::CheckStateRole:
         if (!isSwitch(index)) return {};
         return (column == TrackColumn::mute ? r.mute : r.solo) ? Qt::Checked : Qt::Unchecked;
@@ -125,31 +147,64 @@ QVariant TrackListModel::headerData(int section, Qt::Orientation orientation, in
     const auto column = static_cast<TrackColumn>(section);
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>((column == TrackColumn::name ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter);
-    if (role != Qt::DisplayRole) return {};
+    return role == Qt::DisplayRole ? headerText(column) : QVariant();
+}
+
+QString TrackListModel::headerText(TrackColumn column) const
+{
     switch (column) {
-    case TrackColumn::light: return {};
     case TrackColumn::number: return m_text(TextId::columnNumber);
     case TrackColumn::name: return m_text(TextId::columnName);
     case TrackColumn::port: return m_text(TextId::columnPort);
     case TrackColumn::channel: return m_text(TextId::columnChannel);
-    case TrackColumn::mute:
-    case TrackColumn::solo: return {};
+    case TrackColumn::transpose: return m_text(TextId::columnTranspose);
+    default: return {};
     }
-    return {};
+}
+
+bool TrackListModel::isEditable(const QModelIndex& index)
+{
+    const auto column = static_cast<TrackColumn>(index.column());
+    return index.isValid() && column >= TrackColumn::name && column <= TrackColumn::transpose;
+}
+
+QString TrackListModel::unnamed(int track) const { return m_text(TextId::trackUnnamed).arg(track); }
+
+QString TrackListModel::shownName(const TrackRow& r) const
+{
+    return r.name.empty() ? unnamed(r.track) : songText(r.name);
+}
+
+QString TrackListModel::editorName(const QModelIndex& index) const
+{
+    return QStringLiteral("%1: %2").arg(shownName(row(index)), headerText(static_cast<TrackColumn>(index.column())));
 }
 
 Qt::ItemFlags TrackListModel::flags(const QModelIndex& index) const
 {
     Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
     if (isSwitch(index)) flags |= Qt::ItemIsUserCheckable;
+    if (isEditable(index)) flags |= Qt::ItemIsEditable;
     return flags;
 }
 
-/// For assistive technology, which checks a cell; the mouse goes through `toggle`.
+/// A check comes from assistive technology; the mouse goes through `toggle`. What is equal already asks for nothing:
+/// a name keeps its bytes.
 bool TrackListModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
-    if (role != Qt::CheckStateRole || !isSwitch(index)) return false;
-    if (value != data(index, role)) toggle(index);
+    if (role == Qt::CheckStateRole && isSwitch(index)) {
+        if (value != data(index, role)) toggle(index);
+        return true;
+    }
+    if (role != Qt::EditRole || !isEditable(index)) return false;
+    if (value == data(index, role)) return true;
+    const auto column = static_cast<TrackColumn>(index.column());
+    const int track = row(index).track;
+    if (column == TrackColumn::name) {
+        if (onName) onName(track, value.toString());
+    } else if (onSetting) {
+        onSetting(track, column, value.toInt());
+    }
     return true;
 }
 

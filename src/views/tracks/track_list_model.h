@@ -5,6 +5,7 @@
 #include "views/tracks/track_rows.h"
 
 #include <QAbstractTableModel>
+#include <QStringList>
 
 #include <functional>
 #include <vector>
@@ -13,25 +14,36 @@ namespace tessaro {
 
 class UiText;
 
-enum class TrackColumn { light, number, name, port, channel, mute, solo };
-inline constexpr int trackColumns = 7;
+enum class TrackColumn { light, number, name, port, channel, transpose, mute, solo };
+inline constexpr int trackColumns = 8;
 
-/// The rows of the track list as a table of the toolkit. It changes nothing itself: a click on a switch goes out
-/// through `onMute` and `onSolo` with the track and the wanted state, and comes back as new rows.
+/// The rows of the track list as a table of the toolkit. It changes nothing itself: a click on a switch or an edited
+/// cell goes out through the functions below with the track and what is wanted, and comes back as new rows. A cell's
+/// value for editing is the name as text, or the setting as the song holds it.
 class TrackListModel : public QAbstractTableModel {
 public:
     explicit TrackListModel(const UiText& text) : m_text(text) {}
 
     std::function<void(int track, bool on)> onMute;
     std::function<void(int track, bool on)> onSolo;
-    /// The name of an output port, counted from 0.
-    std::function<QString(int port)> portName;
+    std::function<void(int track, const QString& name)> onName;
+    /// Port, channel or transposition.
+    std::function<void(int track, TrackColumn setting, int value)> onSetting;
+    /// The names of the output ports.
+    std::function<QStringList()> portNames;
 
     /// Tells the view only what differs.
     void setRows(std::vector<TrackRow> rows);
     void setLights(const Lights& lights);
     void retranslate();
     void toggle(const QModelIndex& index);
+
+    [[nodiscard]] static bool isEditable(const QModelIndex& index);
+    /// What a track without a name is called.
+    [[nodiscard]] QString unnamed(int track) const;
+    [[nodiscard]] QString shownName(const TrackRow& row) const;
+    /// What assistive technology calls the editor of a cell.
+    [[nodiscard]] QString editorName(const QModelIndex& index) const;
 
     [[nodiscard]] const std::vector<TrackRow>& rows() const { return m_rows; }
     [[nodiscard]] const TrackRow& row(const QModelIndex& index) const
@@ -53,6 +65,7 @@ public:
 private:
     [[nodiscard]] QString cellText(const TrackRow& row, TrackColumn column) const;
     [[nodiscard]] QString cellTip(const TrackRow& row, TrackColumn column) const;
+    [[nodiscard]] QString headerText(TrackColumn column) const;
 
     const UiText& m_text;
     std::vector<TrackRow> m_rows;

@@ -2,21 +2,23 @@
 #include "views/tracks/track_list_view.h"
 
 #include "views/theme/colours.h"
+#include "views/tracks/track_editors.h"
 #include "views/tracks/track_list_model.h"
 
+#include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QStyledItemDelegate>
+#include <QTimer>
 
 namespace tessaro {
 namespace {
 
 /// Paints a cell from the palette; the track's colour and its light in the first column.
-class CellPainter : public QStyledItemDelegate {
+class CellPainter : public TrackEditors {
 public:
-    CellPainter(const TrackListModel& table, QObject* parent) : QStyledItemDelegate(parent), m_table(table) {}
+    using TrackEditors::TrackEditors;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
@@ -98,9 +100,12 @@ private:
         const QRect place = option.rect.adjusted(name ? 8 : 2, 0, name ? -8 : -2, 0);
         const QString text = option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, place.width());
         painter.drawText(place, index.data(Qt::TextAlignmentRole).toInt(), text);
+        if (option.state & QStyle::State_HasFocus) {
+            painter.setPen(QPen(colours.color(QPalette::Highlight), 1.5));
+            painter.setBrush(Qt::NoBrush);
+            painter.drawRoundedRect(QRectF(option.rect).adjusted(1, 2, -1, -3), 4, 4);
+        }
     }
-
-    const TrackListModel& m_table;
 };
 
 } // namespace
@@ -108,7 +113,7 @@ private:
 TrackListView::TrackListView(TrackListModel& table, QWidget* parent) : QTableView(parent), m_table(table)
 {
     setModel(&table);
-    setItemDelegate(new CellPainter(table, this));
+    setItemDelegate(new CellPainter(table, *this));
     setFrameShape(QFrame::NoFrame);
     setShowGrid(false);
     setWordWrap(false);
@@ -116,7 +121,7 @@ TrackListView::TrackListView(TrackListModel& table, QWidget* parent) : QTableVie
     setMouseTracking(true);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
-    setEditTriggers(NoEditTriggers);
+    setEditTriggers(DoubleClicked | EditKeyPressed);
     setVerticalScrollMode(ScrollPerPixel);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -143,6 +148,7 @@ void TrackListView::fitColumns()
     fit(TrackColumn::number, QStringLiteral("100"), 32);
     fit(TrackColumn::port, QStringLiteral("16"), 32);
     fit(TrackColumn::channel, QStringLiteral("16"), 32);
+    fit(TrackColumn::transpose, QStringLiteral("+36"), 40);
     fit(TrackColumn::mute, {}, 28);
     fit(TrackColumn::solo, {}, 32);
     header.setSectionResizeMode(static_cast<int>(TrackColumn::name), QHeaderView::Stretch);
@@ -176,6 +182,8 @@ void TrackListView::mouseDoubleClickEvent(QMouseEvent* event)
     // Two quick clicks on a switch are two clicks.
     if (event->button() == Qt::LeftButton && toggleAt(event->position().toPoint())) return;
     QTableView::mouseDoubleClickEvent(event);
+    if (auto* ports = qobject_cast<QComboBox*>(indexWidget(currentIndex())))
+        QTimer::singleShot(0, ports, &QComboBox::showPopup);
 }
 
 void TrackListView::keyPressEvent(QKeyEvent* event)
@@ -187,11 +195,42 @@ void TrackListView::keyPressEvent(QKeyEvent* event)
         case Qt::Key_M: toggle(TrackColumn::mute); return;
         case Qt::Key_S: toggle(TrackColumn::solo); return;
         case Qt::Key_Return:
-        case Qt::Key_Enter: m_table.toggle(current); return;
+        case Qt::Key_Enter: TrackListModel::isEditable(current) ? edit(current) : m_table.toggle(current); return;
         default: break;
         }
     }
     QTableView::keyPressEvent(event);
+}
+
+void TrackListView::finishEditing()
+{
+    if (QWidget* editor = indexWidget(currentIndex())) {
+        commitData(editor);
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
+void TrackListView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    const int step = hint == QAbstractItemDelegate::EditNextItem       ? 1
+                     : hint == QAbstractItemDelegate::EditPreviousItem ? -1
+                                                                       : 0;
+    QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    if (step == 0) return;
+    if (const QModelIndex next = editableBeside(currentIndex(), step); next.isValid()) {
+        setCurrentIndex(next);
+        edit(next);
+    }
+}
+
+QModelIndex TrackListView::editableBeside(const QModelIndex& index, int step) const
+{
+    const int cells = m_table.rowCount() * trackColumns;
+    for (int cell = index.row() * trackColumns + index.column() + step; cell >= 0 && cell < cells; cell += step) {
+        const QModelIndex found = m_table.index(cell / trackColumns, cell % trackColumns);
+        if (TrackListModel::isEditable(found)) return found;
+    }
+    return {};
 }
 
 void TrackListView::changeEvent(QEvent* event)

@@ -7,7 +7,8 @@ namespace tessaro {
 
 class TrackListModel;
 
-/// The left side of the track pane: the table of tracks with their switches. M and S act on the row with the focus.
+/// The left side of the track pane: the table of tracks with their switches and settings. M and S act on the row with
+/// the focus; a double click, F2 and Enter edit a cell.
 class TrackListView : public QTableView {
 public:
     static constexpr int headerHeight = 28;
@@ -18,14 +19,19 @@ public:
     void setRowHeight(int height);
     /// Sets the widths of the narrow columns for the font in use.
     void fitColumns();
+    /// Takes what stands in the open editor, if there is one, and closes it.
+    void finishEditing();
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
+    /// The next or the previous cell that can be edited, across rows; none at the ends.
+    [[nodiscard]] QModelIndex editableBeside(const QModelIndex& index, int step) const;
     bool toggleAt(const QPoint& place);
 
     TrackListModel& m_table;

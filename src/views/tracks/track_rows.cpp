@@ -15,6 +15,8 @@ TrackRow makeRow(const CTrk& trk, int number, bool soloed)
     row.name = trk.GetName();
     row.port = trk.GetPort();
     row.channel = trk.GetCh();
+    row.transpose = trk.GetTrans();
+    row.transposes = trk.GetTransEnable();
     row.solo = trk.GetSolo();
     row.mute = trk.GetMute();
     row.sounding = soloed ? row.solo : !row.mute;

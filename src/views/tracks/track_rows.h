@@ -15,6 +15,8 @@ struct TrackRow {
     std::string name; ///< bytes as the song holds them
     int port = 0;     ///< from 0
     int channel = 0;  ///< from 0
+    int transpose = 0;          ///< semitones
+    bool transposes = true;     ///< false where the transposition is switched off
     bool solo = false;
     bool mute = false;
     bool sounding = true; ///< false while mute or another track's solo silences it

@@ -57,6 +57,9 @@ TransportBar::TransportBar(const Icons& icons, const Actions& actions, const UiT
     addGap();
     addButton("loop", actions.loop);
     addButton("metronome", actions.metronome);
+    addGap();
+    addButton("undo", actions.undo);
+    addButton("redo", actions.redo);
     layout->addSpacing(16);
     layout->addWidget(m_song, 1);
     m_song->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -21,6 +21,8 @@ public:
         QAction& stop;
         QAction& loop;
         QAction& metronome;
+        QAction& undo;
+        QAction& redo;
     };
 
     /// Icons, actions and texts outlive the bar.
