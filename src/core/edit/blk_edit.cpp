@@ -176,13 +176,10 @@ bool mayRemove(CEditor& editor, const CBlk& blk)
 {
     if (blk.GetType() != blktype::real || !hasGhost(editor, blk)) return true;
     StepFlags& flags = editor.flags();
-    if (flags.askGhostDelete) {
-        const bool yes = editor.user().ask(static_cast<int>(TextId::askDeleteLinks));
-        // Outside of a step nothing ends the answer's time, so that a No counts for this block alone.
-        flags.keepGhosts = !yes && editor.IsUndoOpen();
-        flags.askGhostDelete = !yes && !flags.keepGhosts;
-        return yes;
-    }
+    if (flags.keepGhosts && editor.IsUndoOpen()) return false;
+    if (!flags.askGhostDelete) return true;
+    flags.keepGhosts = !editor.user().ask(static_cast<int>(TextId::askDeleteLinks));
+    flags.askGhostDelete = flags.keepGhosts;
     return !flags.keepGhosts;
 }
 
