@@ -48,46 +48,128 @@ std::vector<Entry>::iterator behind(std::vector<Entry>& model, std::uint32_t tim
                             [](std::uint32_t t, const Entry& entry) { return t < entry.time; });
 }
 
-TEST(RealBlk, RandomEditsKeepOrderPositionsAndIndex)
-{
-    test::Dice dice(7);
+/// A real block beside a plain list that is kept by the letter of the rules.
+class RealBlkEdits : public testing::TestWithParam<std::uint32_t> {
+protected:
+    using At = std::vector<Entry>::iterator;
+
+    std::uint32_t anyTime() { return dice.below(GetParam()); }
+    At any() { return model.begin() + dice.below(static_cast<std::uint32_t>(model.size())); }
+
+    void insert(std::uint32_t time)
+    {
+        const POSITION pos = real.InsEvnt(note(time, 60));
+        ASSERT_NE(pos, nullptr);
+        model.insert(behind(model, time), {time, List<CEvnt>::get(pos)});
+    }
+
+    void insertFrom(At hint, std::uint32_t time)
+    {
+        CEvnt* e = nullptr;
+        real.New(&e);
+        POSITION from = hint->event;
+        real.Sort(from, time, e);
+        e->SetTime(time);
+        EXPECT_EQ(from, e);
+        model.insert(behind(model, time), {time, e});
+    }
+
+    void move(At at, std::uint32_t time)
+    {
+        CEvnt* e = at->event;
+        EXPECT_EQ(real.Sort(time, e), e) << "a position outlives a move";
+        model.erase(at);
+        model.insert(behind(model, time), {time, e});
+    }
+
+    /// Takes a run of events out and back, each behind what stood before it; some only after a change in between.
+    void restore(At at)
+    {
+        struct Taken {
+            CEvnt* event;
+            POSITION before;
+        };
+        std::vector<Taken> taken;
+        const std::vector<Entry> whole = model;
+        for (std::uint32_t n = dice.between(1, 20); n > 0 && at != model.end(); --n) {
+            taken.push_back({at->event, at->event->prev});
+            real.RemoveAt(at->event);
+            at = model.erase(at);
+        }
+        if (dice.oneIn(3)) {
+            insert(anyTime());
+            for (; !taken.empty(); taken.pop_back()) {
+                CEvnt* e = taken.back().event;
+                real.Restore(e, taken.back().before);
+                const auto place = std::find_if(model.begin(), model.end(), [e](const Entry& entry) {
+                    return List<CEvnt>::next(e) == entry.event;
+                });
+                model.insert(place, {e->GetTime(), e});
+                ASSERT_TRUE(std::ranges::is_sorted(model, {}, &Entry::time));
+            }
+            return;
+        }
+        for (; !taken.empty(); taken.pop_back()) real.Restore(taken.back().event, taken.back().before);
+        model = whole;
+    }
+
+    test::Dice dice{7};
     EvntPool pool;
-    CRealBlk real(pool);
+    CRealBlk real{pool};
     std::vector<Entry> model;
-    for (int step = 0; step < 6000; ++step) {
-        const std::uint32_t time = dice.below(500);
-        const int what = static_cast<int>(dice.below(8));
-        if (model.empty() || what < 4) {
-            const POSITION pos = real.InsEvnt(note(time, 60));
-            ASSERT_NE(pos, nullptr);
-            model.insert(behind(model, time), {time, List<CEvnt>::get(pos)});
+};
+
+TEST_P(RealBlkEdits, KeepOrderPositionsAndIndex)
+{
+    for (int step = 0; step < 4000; ++step) {
+        const std::uint32_t time = anyTime();
+        const std::uint32_t what = model.empty() ? 0 : dice.below(8);
+        if (what < 3) {
+            insert(time);
+        } else if (what == 3) {
+            const At hint = any();
+            insertFrom(hint, hint->time + dice.below(GetParam() - hint->time));
         } else if (what < 6) {
-            const auto at =
-                model.begin() + static_cast<std::ptrdiff_t>(dice.below(static_cast<std::uint32_t>(model.size())));
-            CEvnt* e = at->event;
-            EXPECT_EQ(real.Sort(time, e), e) << "a position outlives a move";
-            model.erase(at);
-            model.insert(behind(model, time), {time, e});
+            move(any(), time);
         } else if (what == 6) {
-            const auto at =
-                model.begin() + static_cast<std::ptrdiff_t>(dice.below(static_cast<std::uint32_t>(model.size())));
+            const At at = any();
             ASSERT_TRUE(real.Del(at->event));
             model.erase(at);
         } else {
-            CEvnt* e = nullptr;
-            real.New(&e);
-            POSITION from = real.GetHeadPos();
-            real.Sort(from, time, e);
-            e->SetTime(time);
-            EXPECT_EQ(from, e);
-            model.insert(behind(model, time), {time, e});
+            ASSERT_NO_FATAL_FAILURE(restore(any()));
         }
-        const std::uint32_t asked = dice.below(520);
-        const auto found = std::lower_bound(model.begin(), model.end(), asked,
-                                            [](const Entry& entry, std::uint32_t t) { return entry.time < t; });
+        const std::uint32_t asked = dice.below(GetParam() + 20);
+        const auto found = std::ranges::lower_bound(model, asked, {}, &Entry::time);
         ASSERT_EQ(real.GetTimePos(asked), found == model.end() ? nullptr : found->event);
     }
     expectSame(real, model);
+    for (std::size_t left = model.size(); left > 0; --left) { // a sweep pushes the marks before it
+        ASSERT_TRUE(real.Del(real.GetHeadPos()));
+        model.erase(model.begin());
+        const auto found = std::ranges::lower_bound(model, GetParam() / 2, {}, &Entry::time);
+        ASSERT_EQ(real.GetTimePos(GetParam() / 2), found == model.end() ? nullptr : found->event);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Times, RealBlkEdits, testing::Values(3U, 500U, 1000000U));
+
+TEST(RealBlk, AnEventComesBackInOrderWhenItsNeighbourIsGone)
+{
+    EvntPool pool;
+    CRealBlk real(pool);
+    const POSITION a = real.InsEvnt(note(10, 1));
+    const POSITION b = real.InsEvnt(note(10, 2));
+    const POSITION c = real.InsEvnt(note(20, 3));
+    real.RemoveAt(b);
+    real.RemoveAt(a);
+    List<CEvnt>::get(a)->setParked(true);
+    real.Restore(List<CEvnt>::get(b), a);
+    EXPECT_EQ(real.GetHeadPos(), b) << "what stood before it is parked";
+    real.Sort(30, b);
+    real.RemoveAt(c);
+    real.Restore(List<CEvnt>::get(c), b);
+    EXPECT_EQ(real.GetHeadPos(), c) << "what stood before it has moved behind it";
+    real.Delete(List<CEvnt>::get(a));
 }
 
 TEST(RealBlk, EndTimeLooksAtTheTailAndMoveClamps)
