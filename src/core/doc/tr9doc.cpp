@@ -87,8 +87,8 @@ CTR9Doc::Outcome CTR9Doc::read(const std::string& path)
         FileContents file = readFile(path, largestFile, songLength);
         m_fileError = file.error;
         if (file.error != FileError::none) return Outcome::unreadable;
-        const Outcome outcome = readSong(file.bytes);
         const bool hasWaves = file.goesOn;
+        const Outcome outcome = readSong(file.bytes, hasWaves);
         file = {};
         if (outcome != Outcome::loaded && outcome != Outcome::loadedInPart) return outcome;
         m_editor.InitTimeInfo();
@@ -106,12 +106,13 @@ CTR9Doc::Outcome CTR9Doc::read(const std::string& path)
     }
 }
 
-CTR9Doc::Outcome CTR9Doc::readSong(std::vector<std::uint8_t>& buffer)
+CTR9Doc::Outcome CTR9Doc::readSong(std::vector<std::uint8_t>& buffer, bool wavesFollow)
 {
     const auto length = static_cast<std::uint32_t>(buffer.size());
     buffer.resize(buffer.size() + bufferTail);
-    const _EDT_FILE file = m_ports.files.recognise(buffer, length);
+    _EDT_FILE file = m_ports.files.recognise(buffer, length);
     if (file.kind == 0) return Outcome::notSupported;
+    file.wavesFollow = wavesFollow;
     if (!m_editor.InitEditor()) {
         m_ports.user.message(TextId::editorInitializeError, MessageKind::error);
         return Outcome::notSupported;

@@ -89,7 +89,7 @@ private:
 
     bool open(const std::string& file, const RecoverableSong* recovered);
     Outcome read(const std::string& path);
-    Outcome readSong(std::vector<std::uint8_t>& buffer);
+    Outcome readSong(std::vector<std::uint8_t>& buffer, bool wavesFollow);
     bool startNewSong();
     void handOver();
     void detachSong();
