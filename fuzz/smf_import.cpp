@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Any bytes, opened as a song file: recognised, loaded, given their maps, and put in order.
+// Any bytes, opened as a standard MIDI file: recognised, loaded, given their maps, and put in order.
 #include "base/strings.h"
 #include "core/edit/editor.h"
+#include "files/recognise.h"
 #include "files/song_formats.h"
 
 #include <algorithm>
@@ -53,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Strings strings(Language::english);
     SongFormats reader(strings);
     const _EDT_FILE file = reader.recognise({buffer.get(), size + 16}, static_cast<std::uint32_t>(size));
-    if (file.kind == 0) return 0;
+    if (file.kind == filekind::unknown || file.kind == filekind::native) return 0;
     CEditor editor(quiet.with(document, reader));
     if (editor.Load(file) == LoadResult::failed) {
         demand(editor.InitEditor());
