@@ -25,6 +25,9 @@ public:
         return true;
     }
 
+    /// The song as a file of this kind.
+    bool save(std::uint8_t kind, ByteSink& out) { return m_reader.save(kind, m_editor, out); }
+
     [[nodiscard]] const CEditor& editor() const { return m_editor; }
     [[nodiscard]] std::uint32_t notes() const
     {
