@@ -50,6 +50,7 @@ bool CEditor::BlkDel(POSITION trk, POSITION blk) { return blk_edit::remove(*this
 
 void CEditor::BlkDelGhost(POSITION, POSITION blk)
 {
+    StopSeq();
     if (blk) blk_edit::removeGhosts(*this, *List<CBlk>::get(blk));
 }
 
