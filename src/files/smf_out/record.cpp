@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "files/smf_out/record.h"
 
+#include <algorithm>
+
 namespace tessaro {
 
 namespace {

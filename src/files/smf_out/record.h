@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 namespace tessaro {
@@ -29,12 +27,6 @@ struct SmfRecord {
 using RecordList = std::vector<SmfRecord>;
 
 [[nodiscard]] inline bool isEarlier(const SmfRecord& a, const SmfRecord& b) noexcept { return a.time < b.time; }
-
-/// Time ends at the last tick.
-[[nodiscard]] inline std::uint32_t later(std::uint32_t time, std::uint32_t ticks) noexcept
-{
-    return time + std::min(ticks, std::numeric_limits<std::uint32_t>::max() - time);
-}
 
 /// Puts a pitch that left 0 to 127 back by octaves.
 [[nodiscard]] constexpr std::uint8_t foldPitch(int pitch) noexcept

@@ -3,6 +3,7 @@
 
 #include "core/edit/editor.h"
 #include "core/model/meta.h"
+#include "core/model/tick.h"
 #include "files/smf_out/stages.h"
 
 #include <string>
@@ -126,7 +127,7 @@ void SongMerger::forEvnts(int number, Take&& take)
         m_score.SetCollLocation(number, top);
         for (POSITION pos = blk->GetHeadPos(); pos; pos = pos->next) {
             const CEvnt& e = *List<CEvnt>::get(pos);
-            take(e, later(top, e.GetTime()));
+            take(e, tick::later(top, e.GetTime()));
         }
     }
 }

@@ -2,7 +2,9 @@
 #include "files/smf_out/stages.h"
 
 #include "core/model/evnt.h"
+#include "core/model/tick.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace tessaro {
@@ -17,7 +19,7 @@ bool hasEnd(const SmfRecord& r) noexcept { return status::kind(r.status) == stat
 
 SmfRecord noteEnd(const SmfRecord& note) noexcept
 {
-    return {.time = later(note.time, note.gate), .status = note.status, .post1 = note.post1};
+    return {.time = tick::later(note.time, note.gate), .status = note.status, .post1 = note.post1};
 }
 
 /// Appends all records from tick `from` to, not including, `end`, `from` becoming `time`.
@@ -26,7 +28,7 @@ void copySpan(const RecordList& source, std::uint32_t from, RecordList::const_it
 {
     for (auto r = std::lower_bound(source.begin(), source.end(), SmfRecord{.time = from}, isEarlier); r < end; ++r) {
         destination.push_back(*r);
-        destination.back().time = later(time, r->time - from);
+        destination.back().time = tick::later(time, r->time - from);
     }
 }
 
@@ -69,7 +71,7 @@ void Repeat(const RecordList& source, std::span<const RepeatJump> jumps, RecordL
         const auto end = std::lower_bound(source.begin(), source.end(), SmfRecord{.time = jump.from}, isEarlier);
         copySpan(source, from, end, time, destination);
         if (jump.from == jump.to) return;
-        if (jump.from > from) time = later(time, jump.from - from);
+        if (jump.from > from) time = tick::later(time, jump.from - from);
         from = jump.to;
     }
     copySpan(source, from, source.end(), time, destination);
@@ -88,7 +90,7 @@ void UnpackSyng(RecordList& list)
     for (std::size_t i = 0; i < count; ++i) {
         if (!isSyng(list[i])) continue;
         SmfRecord note = list[i];
-        note.time = later(note.time, packedStep);
+        note.time = tick::later(note.time, packedStep);
         note.status = status::note | status::channel(note.status);
         note.event = nullptr;
         list.push_back(note);
@@ -106,7 +108,7 @@ void UnpackNote(RecordList& list)
         out.push_back(list[i]);
         if (hasEnd(list[i])) sounding.start(i);
     }
-    sounding.endUntil(std::numeric_limits<std::uint32_t>::max(), out);
+    sounding.endUntil(tick::latest, out);
     list.swap(out);
 }
 
@@ -117,11 +119,11 @@ void UnpackVce(RecordList& list)
         if (!isVoice(list[i])) continue;
         const SmfRecord voice = list[i];
         const std::uint8_t ch = status::channel(voice.status);
-        list.push_back({.time = later(voice.time, packedStep),
+        list.push_back({.time = tick::later(voice.time, packedStep),
                         .status = static_cast<std::uint8_t>(status::control | ch),
                         .post1 = 0x20,
                         .post2 = voice.post2});
-        list.push_back({.time = later(voice.time, 2 * packedStep),
+        list.push_back({.time = tick::later(voice.time, 2 * packedStep),
                         .status = static_cast<std::uint8_t>(status::program | ch),
                         .post1 = voice.post3});
     }
