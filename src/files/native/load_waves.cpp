@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t chunkFields = 14;
+constexpr std::size_t headSize = 14;
 constexpr std::uint32_t longestName = 0xFFFF;
 constexpr std::size_t longestStem = 200; ///< leaves room for a number and the ending in a file name
 constexpr std::string_view folderName = "Temp";
@@ -80,8 +80,8 @@ bool WaveLoader::load(const std::string& path, std::uint64_t offset)
     m_in.open(path, std::ios::binary);
     m_in.seekg(static_cast<std::streamoff>(offset));
 
-    std::array<std::uint8_t, chunkFields> head{};
-    if (!read(reinterpret_cast<char*>(head.data()), chunkFields)) return false;
+    std::array<std::uint8_t, headSize> head{};
+    if (!read(reinterpret_cast<char*>(head.data()), headSize)) return false;
     ByteReader fields(head);
     if (fields.chars(4) != chunkid::waves) return false;
     fields.skip(4);
