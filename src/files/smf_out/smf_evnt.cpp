@@ -5,7 +5,9 @@
 #include "core/model/evnt.h"
 #include "core/model/meta.h"
 
-#include <array>
+#include <initializer_list>
+#include <span>
+#include <stdexcept>
 
 namespace tessaro {
 
@@ -15,6 +17,7 @@ void put(ByteWriter& out, std::initializer_list<std::uint8_t> bytes) { out.bytes
 
 void putBody(ByteWriter& out, std::span<const std::uint8_t> body)
 {
+    if (body.size() >> 28U != 0) throw std::length_error("the body of an event is too long for a file");
     out.vlq(static_cast<std::uint32_t>(body.size()));
     out.bytes(body);
 }

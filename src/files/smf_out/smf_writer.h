@@ -55,7 +55,7 @@ private:
 };
 
 /// Writes the song as a file of kind 1, 2, 3 or 6, as the document numbers them. False when the sink refuses, when
-/// memory is out, and for another kind.
+/// memory is out, when an event is too long for a file, and for another kind.
 [[nodiscard]] TESSARO_API bool saveSmf(std::uint8_t kind, CEditor& editor, const Strings& strings, ScorePlayout& score,
                                        ByteSink& sink);
 
