@@ -3,6 +3,7 @@
 
 #include "core/model/realblk.h"
 #include "files/native/event_form.h"
+#include "files/native/native_chunks.h"
 
 #include <algorithm>
 
@@ -10,11 +11,9 @@ namespace tessaro {
 
 namespace {
 
-constexpr std::size_t longestData = 0x0FFF'FFFF; ///< what a variable-length quantity can tell
-
 bool CnvData(std::span<const std::uint8_t> data, ByteWriter& out)
 {
-    if (data.size() > longestData) return false;
+    if (data.size() > native::longestData) return false;
     out.vlq(static_cast<std::uint32_t>(data.size()));
     out.bytes(data);
     return true;

@@ -21,7 +21,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t headSize = 14;
-constexpr std::uint32_t longestName = 0xFFFF;
 constexpr std::size_t longestStem = 200; ///< leaves room for a number and the ending in a file name
 constexpr std::string_view folderName = "Temp";
 
@@ -107,7 +106,7 @@ bool WaveLoader::makeTemp()
 bool WaveLoader::LoadWave()
 {
     std::uint32_t size = 0;
-    if (!number(size) || size > longestName || size > m_left) return false;
+    if (!number(size) || size > native::longestData || size > m_left) return false;
     std::string name(size, '\0');
     std::uint32_t length = 0;
     if (!read(name.data(), size) || !number(length) || length > m_left) return false;

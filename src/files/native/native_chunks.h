@@ -33,6 +33,7 @@ inline constexpr std::size_t headerReserve = 54;
 inline constexpr std::size_t trkReserve = 19;
 inline constexpr std::size_t blkReserve = 18;
 inline constexpr std::size_t styleReserve = 32;
+inline constexpr std::uint32_t longestData = 0x0FFF'FFFF; ///< that a variable-length quantity can tell
 inline constexpr std::uint8_t wavesVersion = 1;
 inline constexpr std::uint32_t wavePiece = 8192; ///< of sound data held at a time
 } // namespace native

@@ -174,13 +174,14 @@ void NativeWriter::beginChunk(std::string_view id)
 
 bool NativeWriter::endChunk()
 {
-    if (m_bytes.size() > std::numeric_limits<std::uint32_t>::max()) return false;
+    if (!m_fits || m_bytes.size() > std::numeric_limits<std::uint32_t>::max()) return false;
     m_out.endLength(m_length);
     return m_sink.write(m_bytes);
 }
 
 void NativeWriter::text(const std::string& text)
 {
+    m_fits = m_fits && text.size() <= native::longestData;
     m_out.vlq(static_cast<std::uint32_t>(text.size()));
     m_out.chars(text);
 }

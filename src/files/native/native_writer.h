@@ -58,6 +58,7 @@ private:
     std::vector<std::uint8_t> m_bytes; ///< of the chunk at hand
     ByteWriter m_out{m_bytes};
     std::size_t m_length = 0;
+    bool m_fits = true; ///< no text so far was too long
     std::unordered_map<const CRealBlk*, std::uint32_t> m_index;
 };
 
