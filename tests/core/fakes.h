@@ -113,7 +113,8 @@ struct FakeFiles final : SongFiles {
         return file;
     }
     LoadResult load(const _EDT_FILE&, CEditor& editor) override { return fill(editor); }
-    bool save(std::uint8_t, CEditor&, ByteSink&) override { return false; }
+    bool writes = false; ///< songs without a byte
+    bool save(std::uint8_t, CEditor&, ByteSink&) override { return writes; }
 };
 
 /// A view that keeps the codes it hears; the payload is read during the call by `read`.

@@ -13,7 +13,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <new>
+#include <exception>
 #include <utility>
 
 namespace tessaro {
@@ -130,8 +130,8 @@ try {
     m_taken = changes;
     m_hasCopy = true;
     return job;
-} catch (const std::bad_alloc&) {
-    fail(FileError::tooLarge);
+} catch (const std::exception&) {
+    fail(FileError::failed);
     return std::nullopt;
 }
 
@@ -162,7 +162,7 @@ void Autosave::doWaiting()
 }
 
 bool Autosave::carryOut(const Job& job)
-{
+try {
     if (!job.bytes) {
         removeRecoveryCopy(job.copy);
         std::erase(m_standing, job.copy);
@@ -178,6 +178,8 @@ bool Autosave::carryOut(const Job& job)
     const std::string record = job.record.encode();
     replace(recordPathOf(job.copy), {reinterpret_cast<const std::uint8_t*>(record.data()), record.size()});
     return true;
+} catch (const std::exception&) {
+    return fail(FileError::failed);
 }
 
 bool Autosave::replace(const std::string& path, std::span<const std::uint8_t> bytes)

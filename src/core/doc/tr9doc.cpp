@@ -31,7 +31,11 @@ CTR9Doc::~CTR9Doc()
     m_editor.removeObserver(this);
 }
 
-void CTR9Doc::onHint(const HintObserver*, int, CEditor*) { ++m_changes; }
+void CTR9Doc::onHint(const HintObserver*, int code, CEditor*)
+{
+    const bool ofDevices = code == hint::sysSetupChng || code == hint::allTrkPort;
+    if (!ofDevices) ++m_changes;
+}
 
 void CTR9Doc::SetModifiedFlag(bool modified)
 {

@@ -6,8 +6,8 @@
 #include "core/doc/recovery.h"
 #include "core/doc/tr9doc.h"
 
+#include <exception>
 #include <filesystem>
-#include <new>
 
 namespace tessaro {
 
@@ -83,7 +83,7 @@ FileError CTR9Doc::write(const std::string& path, std::uint8_t kind)
         if (file.error() != FileError::none) return file.error();
         if (m_ports.files.save(kind, m_editor, file)) return file.commit();
         return file.error() != FileError::none ? file.error() : FileError::failed;
-    } catch (const std::bad_alloc&) {
+    } catch (const std::exception&) { // memory is out, or a sound file cannot be looked at
         return FileError::failed;
     }
 }
@@ -134,7 +134,9 @@ std::string CTR9Doc::shownName(const std::string& path) const
 SongRecord CTR9Doc::origin() const
 {
     SongRecord record;
-    record.path = m_path;
+    std::error_code error;
+    if (!m_path.empty()) record.path = std::filesystem::absolute(m_path, error).string();
+    if (error) record.path = m_path;
     record.kind = m_kind;
     return record;
 }
@@ -150,11 +152,14 @@ void CTR9Doc::KeepCopy()
         m_ports.user.status(filled(m_ports.strings(TextId::copyFailed), m_ports.strings(textOf(error))));
 }
 
-/// The song goes: its own copy stays unless nothing of it is needed any more.
+/// The song goes. Unless it is saved, or the user said that it may go, a copy of its last state stays.
 void CTR9Doc::leaveCopies()
 {
     if (!m_ports.autosave) return;
-    if (!m_modified || m_givenUp == m_changes) m_ports.autosave->drop();
+    if (!m_modified || m_givenUp == m_changes)
+        m_ports.autosave->drop();
+    else
+        m_ports.autosave->keepNow(m_editor, origin(), m_changes);
     m_ports.autosave->nextSong();
 }
 

@@ -195,6 +195,9 @@ TEST(Application, RecentFilesFollowWhatOpensAndDropWhatIsGone)
     EXPECT_EQ(b.app.GetRecentFiles().paths(), (std::vector{two}));
     EXPECT_EQ(b.doc.GetPathName(), two) << "the song stays";
     EXPECT_EQ(ProfileStore(b.folder / "tessaro.ini").getString("Recent File List", "File1", ""), two);
+    b.files.writes = true;
+    EXPECT_TRUE(b.doc.Save(b.folder / "three.mid", 2));
+    EXPECT_EQ(b.app.GetRecentFiles().paths(), (std::vector{b.folder / "three.mid", two}));
 }
 
 TEST(Application, DevicesThatComeDuringTheStartWaitForItsEnd)
