@@ -3,6 +3,7 @@
 
 #include "app/program.h"
 #include "base/manual_clock.h"
+#include "core/edit/undo_scope.h"
 #include "realtime/loom/midi_system.h"
 #include "views/tracks/track_list_view.h"
 #include "views/tracks/track_pane.h"
@@ -11,6 +12,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -54,11 +56,17 @@ protected:
         program.reset();
         store.reset();
         store = std::make_unique<ProfileStore>(path("tessaro.ini").toStdString());
-        program = std::make_unique<Program>(
-            clock, midi, *store, strings,
-            ProgramFolders{path("").toStdString(), {}, QStringLiteral(TESSARO_SOURCE_DIR "/data/icons")},
-            [] { return QStringLiteral("devices"); });
+        program = std::make_unique<Program>(clock, midi, *store, strings,
+                                            ProgramFolders{path("").toStdString(),
+                                                           {},
+                                                           QStringLiteral(TESSARO_SOURCE_DIR "/data/icons"),
+                                                           path("recovery").toStdString()},
+                                            [] { return QStringLiteral("devices"); });
         program->user().showBox = [this](const QString& line, MessageKind) { boxes << line; };
+        program->user().saveBox = [this](const QString& line) {
+            boxes << line;
+            return saveAnswer;
+        };
         ASSERT_TRUE(program->start(commandLine));
         ASSERT_TRUE(QTest::qWaitForWindowActive(&frame()));
     }
@@ -94,11 +102,31 @@ protected:
         frame().followPlay(milliseconds);
     }
 
+    TrackListView& list() { return frame().trackPane().list(); }
+    QModelIndex cell(int row, TrackColumn column) { return frame().trackModel().index(row, static_cast<int>(column)); }
     void clickCell(int row, TrackColumn column)
     {
-        TrackListView& list = frame().trackPane().list();
-        const QRect cell = list.visualRect(frame().trackModel().index(row, static_cast<int>(column)));
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, cell.center());
+        QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, list().visualRect(cell(row, column)).center());
+    }
+
+    /// Lets this act on the next dialog that waits for the user.
+    template <class Dialog, class Act>
+    void onDialog(Act act)
+    {
+        QTimer::singleShot(0, &frame(), [this, act] {
+            if (auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget()))
+                act(*dialog);
+            else
+                onDialog<Dialog>(act);
+        });
+    }
+
+    /// A change that can be undone.
+    void deleteFirstBlock(int track)
+    {
+        const UndoScope step(editor(), strings(TextId::undoBlockDelete).data());
+        const POSITION trk = editor().GetTrkPos(track);
+        ASSERT_TRUE(step && editor().BlkDel(trk, editor().GetHeadBlkPos(trk)));
     }
 
     static inline const QString song = QStringLiteral(TESSARO_SOURCE_DIR "/examples/harbour-lights.mid");
@@ -108,6 +136,7 @@ protected:
     ManualClock clock;
     CountingMidi midi;
     QStringList boxes;
+    SaveAnswer saveAnswer = SaveAnswer::cancel; ///< to the question before a song goes
     std::unique_ptr<ProfileStore> store;
     std::unique_ptr<Program> program;
 };

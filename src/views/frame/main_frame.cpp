@@ -44,7 +44,7 @@ namespace {
 constexpr int panelInterval = 100; // ms
 constexpr int followInterval = 33;
 constexpr int deviceInterval = 2000;
-constexpr int copyInterval = 1000; ///< between two looks whether a copy of unsaved work is due
+constexpr int copyInterval = 1000;         ///< between two looks whether a copy of unsaved work is due
 constexpr std::uint32_t longestStep = 960; ///< ticks between two looks at the lights, unless the position jumped
 constexpr QSize usualSize(1280, 800);
 constexpr int listWidth = 432;
@@ -111,8 +111,8 @@ void CMainFrame::layOut()
 {
     auto* body = new QWidget(this);
     m_bar = new TransportBar(m_parts.icons,
-                             {m_actions.top, m_actions.play, m_actions.stop, m_actions.loop, m_actions.metronome, m_actions.undo,
-                              m_actions.redo},
+                             {m_actions.top, m_actions.play, m_actions.stop, m_actions.loop, m_actions.metronome,
+                              m_actions.undo, m_actions.redo},
                              m_parts.text, body);
     m_stack = new QStackedWidget(body);
     m_empty = new EmptyHint(m_parts.icons.icon(QStringLiteral("song")));

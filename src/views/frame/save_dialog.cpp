@@ -5,7 +5,10 @@
 #include "views/text/ui_text.h"
 
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QSplitter>
+#include <QTreeView>
 
 #include <algorithm>
 #include <array>
@@ -53,6 +56,18 @@ SaveDialog::SaveDialog(const SaveChoice& proposed, const QString& folder, const 
     setDirectory(proposed.path.empty() ? folder : file.absolutePath());
     selectFile(proposed.path.empty() ? withExtensionOfRow(text(TextId::songUntitled), first) : file.fileName());
     connect(this, &QFileDialog::filterSelected, this, [this] { rowChosen(); });
+    makeRoom();
+}
+
+/// The toolkit's own columns cut off names of places, and times.
+void SaveDialog::makeRoom()
+{
+    resize(800, 500);
+    if (auto* splitter = findChild<QSplitter*>(QStringLiteral("splitter"))) splitter->setSizes({160, 640});
+    if (const auto* files = findChild<QTreeView*>(QStringLiteral("treeView"))) {
+        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
 }
 
 int SaveDialog::row() const { return static_cast<int>(nameFilters().indexOf(selectedNameFilter())); }

@@ -27,6 +27,7 @@ public:
     [[nodiscard]] int row() const;
 
 private:
+    void makeRoom();
     void rowChosen();
 };
 

@@ -93,6 +93,8 @@ void RecoveryPanel::setSongs(const std::vector<RecoverableSong>& songs)
         item->setText(1, m_text(TextId::recoveryTime).arg(line.time));
         item->setText(2, m_text(TextId::recoveryLength).arg(line.length));
         item->setToolTip(0, songText(song.record.path));
+        for (int column = 0; column < m_list->columnCount(); ++column)
+            item->setSizeHint(column, {fontMetrics().horizontalAdvance(item->text(column)) + 24, rowHeight()});
     }
     const int last = m_list->topLevelItemCount() - 1;
     if (last >= 0) m_list->setCurrentItem(m_list->topLevelItem(std::min(chosen, last)));
@@ -113,9 +115,11 @@ void RecoveryPanel::retranslate()
 void RecoveryPanel::fitHeight()
 {
     const int rows = std::clamp(m_list->topLevelItemCount(), 1, mostRows);
-    const int rowHeight = m_list->topLevelItemCount() > 0 ? m_list->sizeHintForRow(0) : fontMetrics().height();
-    m_list->setFixedHeight(std::max(rows * rowHeight + 2, m_open->sizeHint().height()));
+    m_list->setFixedHeight(rows * rowHeight());
+    for (QPushButton* button : {m_open, m_discard, m_later}) button->setFixedHeight(rowHeight());
 }
+
+int RecoveryPanel::rowHeight() const { return fontMetrics().height() + 12; }
 
 void RecoveryPanel::withChosen(const std::function<void(std::size_t)>& act) const
 {

@@ -54,6 +54,7 @@ protected:
 private:
     void withChosen(const std::function<void(std::size_t)>& act) const;
     void fitHeight();
+    [[nodiscard]] int rowHeight() const;
     void drawIcon();
 
     const Icons& m_icons;

@@ -48,7 +48,8 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        return keepsKey(event) || QComboBox::eventFilter(watched, event);
+        keepsKey(event); // and lets the opened list see it
+        return QComboBox::eventFilter(watched, event);
     }
 
 private:

@@ -130,8 +130,8 @@ QVariant TrackListModel::data(const QModelIndex& index, int role) const
                 m_text(on ? TextId::stateOn : TextId::stateOff));
         }
         return column == TrackColumn::name || column == TrackColumn::number
-            ? cellText(r, column)
-            : QStringLiteral("%1: %2").arg(headerText(column), cellText(r, column));
+                 ? cellText(r, column)
+                 : QStringLiteral("%1: %2").arg(headerText(column), cellText(r, column));
     case Qt::CheckStateRole:
         if (!isSwitch(index)) return {};
         return (column == TrackColumn::mute ? r.mute : r.solo) ? Qt::Checked : Qt::Unchecked;

@@ -10,7 +10,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QTimer>
+
+#include <utility>
 
 namespace tessaro {
 namespace {
@@ -182,15 +183,22 @@ void TrackListView::mouseDoubleClickEvent(QMouseEvent* event)
     // Two quick clicks on a switch are two clicks.
     if (event->button() == Qt::LeftButton && toggleAt(event->position().toPoint())) return;
     QTableView::mouseDoubleClickEvent(event);
-    if (auto* ports = qobject_cast<QComboBox*>(indexWidget(currentIndex())))
-        QTimer::singleShot(0, ports, &QComboBox::showPopup);
+    m_opensList = true;
+}
+
+void TrackListView::mouseReleaseEvent(QMouseEvent* event)
+{
+    QTableView::mouseReleaseEvent(event);
+    auto* ports = qobject_cast<QComboBox*>(indexWidget(currentIndex()));
+    if (std::exchange(m_opensList, false) && ports) ports->showPopup();
 }
 
 void TrackListView::keyPressEvent(QKeyEvent* event)
 {
     const QModelIndex current = currentIndex();
     const auto toggle = [&](TrackColumn column) { m_table.toggle(current.siblingAtColumn(static_cast<int>(column))); };
-    if (current.isValid() && event->modifiers() == Qt::NoModifier) {
+    const bool editing = state() == EditingState; // then keys come here that the editor has no use for
+    if (current.isValid() && !editing && event->modifiers() == Qt::NoModifier) {
         switch (event->key()) {
         case Qt::Key_M: toggle(TrackColumn::mute); return;
         case Qt::Key_S: toggle(TrackColumn::solo); return;
@@ -212,9 +220,9 @@ void TrackListView::finishEditing()
 
 void TrackListView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
 {
-    const int step = hint == QAbstractItemDelegate::EditNextItem       ? 1
-                     : hint == QAbstractItemDelegate::EditPreviousItem ? -1
-                                                                       : 0;
+    const int step = hint == QAbstractItemDelegate::EditNextItem     ? 1
+                   : hint == QAbstractItemDelegate::EditPreviousItem ? -1
+                                                                     : 0;
     QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
     if (step == 0) return;
     if (const QModelIndex next = editableBeside(currentIndex(), step); next.isValid()) {

@@ -25,6 +25,7 @@ public:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
@@ -35,6 +36,7 @@ private:
     bool toggleAt(const QPoint& place);
 
     TrackListModel& m_table;
+    bool m_opensList = false; ///< a double click on a port has still to be let go
 };
 
 } // namespace tessaro

@@ -11,12 +11,12 @@ class CEditor;
 
 /// What the list shows of one track.
 struct TrackRow {
-    int track = 0;    ///< 1 to 100
-    std::string name; ///< bytes as the song holds them
-    int port = 0;     ///< from 0
-    int channel = 0;  ///< from 0
-    int transpose = 0;          ///< semitones
-    bool transposes = true;     ///< false where the transposition is switched off
+    int track = 0;          ///< 1 to 100
+    std::string name;       ///< bytes as the song holds them
+    int port = 0;           ///< from 0
+    int channel = 0;        ///< from 0
+    int transpose = 0;      ///< semitones
+    bool transposes = true; ///< false where the transposition is switched off
     bool solo = false;
     bool mute = false;
     bool sounding = true; ///< false while mute or another track's solo silences it

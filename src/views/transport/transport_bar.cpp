@@ -39,9 +39,9 @@ TransportBar::TransportBar(const Icons& icons, const Actions& actions, const UiT
         layout->addWidget(new ToolButton(icons, QString::fromLatin1(icon), action, this));
     };
     const auto addGap = [&] {
-        layout->addSpacing(12);
+        layout->addSpacing(8);
         layout->addWidget(new Divider(this));
-        layout->addSpacing(12);
+        layout->addSpacing(8);
     };
     addButton("top", actions.top);
     addButton("play", actions.play);
@@ -60,7 +60,7 @@ TransportBar::TransportBar(const Icons& icons, const Actions& actions, const UiT
     addGap();
     addButton("undo", actions.undo);
     addButton("redo", actions.redo);
-    layout->addSpacing(16);
+    layout->addSpacing(8);
     layout->addWidget(m_song, 1);
     m_song->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     retranslate();
