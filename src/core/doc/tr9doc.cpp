@@ -15,7 +15,7 @@ constexpr std::uint8_t nativeWithWaves = 5;
 
 EditorPorts editorPorts(CTR9Doc& doc, const DocumentPorts& p)
 {
-    return {doc, p.files, p.user, p.progress, p.transport, p.waveLengths, p.waveOutput, p.score};
+    return {doc, p.files, p.user, p.progress, p.transport, p.waveLengths, p.waveOutput, p.score, &p.strings};
 }
 
 } // namespace

@@ -594,8 +594,8 @@ private:
     bool redoCore();
     void clearMapFlags() noexcept;
     void hintMaps();
-    template <class Changes, class Apply>
-    bool applyAll(Changes&& changes, Apply&& apply);
+    template <class At, class Apply>
+    bool applyAll(At first, At end, Apply&& apply);
     void changeChSolo(std::uint8_t port, std::uint8_t ch, bool on);
     void changeChMute(std::uint8_t port, std::uint8_t ch, bool on);
     void clearTrkSolo();

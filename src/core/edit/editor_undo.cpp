@@ -4,8 +4,8 @@
 #include "core/edit/undo_apply.h"
 
 #include <algorithm>
+#include <iterator>
 #include <new>
-#include <ranges>
 #include <unordered_set>
 
 namespace tessaro {
@@ -131,14 +131,14 @@ void CEditor::hintMaps()
     if (m_flags.keyChanged) HintKeyChng();
 }
 
-template <class Changes, class Apply>
-bool CEditor::applyAll(Changes&& changes, Apply&& apply)
+template <class At, class Apply>
+bool CEditor::applyAll(At first, At end, Apply&& apply)
 {
-    const auto count = static_cast<std::uint32_t>(std::ranges::size(changes));
+    const auto count = static_cast<std::uint32_t>(std::distance(first, end));
     const std::uint32_t stride = count / 100 + 1;
     SetPrgDlg(0, count, TextId::progressUndo);
     std::uint32_t done = 0;
-    const bool all = std::ranges::all_of(changes, [&](CUndo& change) {
+    const bool all = std::all_of(first, end, [&](CUndo& change) {
         if (++done % stride == 0) SetPrgDlgPos(done);
         return apply(*this, change);
     });
@@ -146,9 +146,9 @@ bool CEditor::applyAll(Changes&& changes, Apply&& apply)
     return all;
 }
 
-bool CEditor::Undo(CUndoNode* node) { return applyAll(std::views::reverse(node->changes), undo_apply::undo); }
+bool CEditor::Undo(CUndoNode* node) { return applyAll(node->changes.rbegin(), node->changes.rend(), undo_apply::undo); }
 
-bool CEditor::Redo(CUndoNode* node) { return applyAll(node->changes, undo_apply::redo); }
+bool CEditor::Redo(CUndoNode* node) { return applyAll(node->changes.begin(), node->changes.end(), undo_apply::redo); }
 
 bool CEditor::Undo(CUndo* change) { return undo_apply::undo(*this, *change); }
 

@@ -4,7 +4,6 @@
 #include "core/edit/editor.h"
 #include "core/model/meta.h"
 
-#include <ranges>
 #include <utility>
 
 namespace tessaro::undo_apply {
@@ -170,7 +169,8 @@ bool resizeBlk(CEditor& editor, CUndo& c)
 bool unmergeBlk(CEditor& editor, CUndo& c)
 {
     CRealBlk& real = realOf(c.blk);
-    for (auto& [evnt, before] : std::views::reverse(c.more->evnts)) takeEvnt(editor, real, evnt, before);
+    auto& evnts = c.more->evnts;
+    for (auto last = evnts.rbegin(); last != evnts.rend(); ++last) takeEvnt(editor, real, last->first, last->second);
     swapEnd(editor, c);
     editor.HintBlkUpdate(c.trk, c.blk);
     return true;

@@ -32,7 +32,7 @@ public:
 
 private:
     /// Events from mark to mark: no more than twice as many once a question has passed there.
-    static constexpr std::size_t stride = 64;
+    static constexpr std::size_t stride = 32;
 
     struct Mark {
         std::uint32_t time;

@@ -101,7 +101,7 @@ public:
 private:
     static std::uint32_t shifted(std::uint32_t time, std::int64_t delta) noexcept;
     /// How far a search looks around before it asks the index.
-    static constexpr int nearby = 64;
+    static constexpr int nearby = 8;
 
     void link(CEvnt* e, CEvnt* before) noexcept;
     /// The last event not later than `time`, null for none, searched from an event.
