@@ -10,6 +10,12 @@ inline constexpr int exitSuccess = 0;
 inline constexpr int exitFailure = 1; ///< a file failed; its reason is on standard error
 inline constexpr int exitUsage = 2;
 
+struct ConvertOptions {
+    std::string file;
+    std::string out;
+    std::string kind; ///< a name of fileKindOf; empty where OUT's ending tells
+};
+
 struct SimulateOptions {
     std::string file;
     std::string from; ///< positions; empty where not given
@@ -38,6 +44,7 @@ struct PlayOptions {
 // The commands: each prints or writes, and answers the program's exit code.
 int runInfo(const std::string& file);
 int runDump(const std::string& file);
+int runConvert(const ConvertOptions& options);
 int runSimulate(const SimulateOptions& options);
 int runRender(const RenderOptions& options);
 int runPlay(const PlayOptions& options);

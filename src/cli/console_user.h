@@ -13,6 +13,8 @@ public:
     /// Lines begin with the program's name and, behind it, that of the file at work.
     explicit ConsoleUser(std::string file) : m_file(std::move(file)) {}
 
+    void setFile(std::string file) { m_file = std::move(file); }
+
     using UserPort::message;
     void message(int stringId, MessageKind kind) override;
     void sentence(std::string_view text, MessageKind kind) override;

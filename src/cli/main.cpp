@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/commands.h"
+#include "cli/file_kind.h"
 #include "cli/position.h"
 #include "cli/track_list.h"
 
@@ -41,6 +42,15 @@ int main(int argc, char** argv)
     CLI::App* dump = app.add_subcommand("dump", "Print the whole song, one JSON object a line");
     addSong(dump, file);
     dump->callback([&] { result = runDump(file); });
+
+    ConvertOptions convert;
+    CLI::App* convertCommand = app.add_subcommand("convert", "Write a song as a file of another kind");
+    convertCommand->add_option("IN", convert.file, "Song to read")->required();
+    convertCommand->add_option("OUT", convert.out, "File to write")->required();
+    convertCommand
+        ->add_option("--kind", convert.kind, "What to write; without it OUT's ending tells: .TQM native, .MID format 1")
+        ->check(CLI::IsMember(fileKindNames()));
+    convertCommand->callback([&] { result = runConvert(convert); });
 
     SimulateOptions simulate;
     CLI::App* simulateCommand =

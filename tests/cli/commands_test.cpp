@@ -71,6 +71,12 @@ protected:
         return write("small.mid", bytes);
     }
 
+    std::string bytesOf(const std::string& name) const
+    {
+        std::ifstream in(path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+
     static std::string example() { return std::string(TESSARO_SOURCE_DIR) + "/examples/harbour-lights.mid"; }
 
 private:
@@ -262,6 +268,40 @@ TEST_F(Commands, RenderWritesSound)
     if (result.exit != 0 && result.err.find("SoundFont") != std::string::npos) GTEST_SKIP() << result.err;
     ASSERT_EQ(result.exit, 0) << result.err;
     EXPECT_GT(fs::file_size(path("out.wav")), 22050U * 4 * 2);
+}
+
+/// What dump prints but its first line, which has the kind.
+std::string songOf(const std::string& dump) { return dump.substr(dump.find('\n')); }
+
+TEST_F(Commands, ConvertWritesEveryKind)
+{
+    const std::string song = example();
+    const std::string before = songOf(run("dump " + song).out);
+    ASSERT_EQ(run("convert " + song + " " + path("own.tqm")).exit, 0);
+    const Outcome native = run("dump " + path("own.tqm"));
+    EXPECT_EQ(songOf(native.out), before) << "nothing is lost";
+    EXPECT_NE(native.out.find("{\"song\":{\"kind\":4,"), std::string::npos);
+    ASSERT_EQ(run("convert " + path("own.tqm") + " " + path("again.TQM")).exit, 0);
+    EXPECT_EQ(bytesOf("own.tqm"), bytesOf("again.TQM"));
+
+    const std::map<std::string, int> kinds{{"smf0", 1}, {"smf1", 2}, {"zp", 3}, {"tqm", 4}, {"tqmwave", 4}, {"vb", 2}};
+    for (const auto& [name, kind] : kinds) {
+        ASSERT_EQ(run("convert " + song + " " + path(name) + " --kind " + name).exit, 0) << name;
+        const std::string line = "{\"song\":{\"kind\":" + std::to_string(kind) + ",";
+        EXPECT_EQ(run("dump " + path(name)).out.compare(0, line.size(), line), 0) << name;
+    }
+}
+
+TEST_F(Commands, ConvertRefusesWhatItCannotDo)
+{
+    EXPECT_EQ(run("convert " + smallSong() + " " + path("song.wav")).exit, 2) << "an ending that tells nothing";
+    EXPECT_EQ(run("convert " + smallSong() + " " + path("song.mid") + " --kind mp3").exit, 2);
+    EXPECT_EQ(run("convert " + smallSong()).exit, 2);
+    EXPECT_EQ(run("convert " + path("none.mid") + " " + path("out.mid")).exit, 1);
+    const Outcome noFolder = run("convert " + smallSong() + " " + path("missing/out.mid"));
+    EXPECT_EQ(noFolder.exit, 1);
+    EXPECT_NE(noFolder.err.find("ｾｰﾌﾞに失敗しました。"), std::string::npos) << noFolder.err;
+    EXPECT_EQ(run("convert --help").exit, 0);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <new>
+#include <vector>
 
 namespace tessaro::blk_events {
 
@@ -207,15 +208,13 @@ bool offset(CEditor& editor, POSITION trk, POSITION pos, std::int64_t delta)
     if (!isSource(trk, pos)) return false;
     if (delta == 0) return true;
     const CBlk& blk = blkAt(pos);
-    // From the side that they go to, so that an event meets none that has yet to move.
-    const bool forward = delta > 0;
-    CEvnt* e = List<CEvnt>::get(forward ? blk.GetTailPos() : blk.GetHeadPos());
-    while (e) {
-        CEvnt* moved = e;
-        e = forward ? List<CEvnt>::prev(e) : List<CEvnt>::next(e);
-        const std::uint32_t from = tick::later(blk.GetTimeTop(), moved->GetTime());
-        editor.SetLocation(trk, pos, moved, tick::shifted(from, delta));
-    }
+    // From the side that they go to, so that an event meets none that has yet to move; each once, also when it comes to
+    // stand behind others that wait.
+    std::vector<CEvnt*> events;
+    for (CEvnt* e = blk.GetRealBlk()->events().head(); e; e = List<CEvnt>::next(e)) events.push_back(e);
+    if (delta > 0) std::reverse(events.begin(), events.end());
+    for (CEvnt* e : events)
+        editor.SetLocation(trk, pos, e, tick::shifted(tick::later(blk.GetTimeTop(), e->GetTime()), delta));
     return true;
 }
 

@@ -27,7 +27,7 @@ bool isMeta(const _EDT_EVNT& rec, std::uint8_t type) noexcept
     return rec.status == status::metaEvent && rec.metaType == type;
 }
 
-bool isRest(std::uint8_t st) noexcept { return status::kind(st) == status::rest; }
+bool isRest(const _EDT_EVNT& rec) noexcept { return status::kind(rec.status) == status::rest; }
 bool isNote(std::uint8_t st) noexcept { return status::kind(st) == status::note; }
 
 bool isImmovable(const CEvnt& e) noexcept { return e.isMeta(meta::timeSignature) || e.isMeta(meta::copyright); }
@@ -89,7 +89,7 @@ POSITION insertSignature(CEditor& editor, POSITION trk, POSITION blk, _EDT_EVNT 
 
 void recordInsertion(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt)
 {
-    if (isRest(evntAt(evnt).GetStatus())) return;
+    if (isRest(evntAt(evnt))) return;
     if (!editor.history().SetUndoEvntIns(trk, blk, evnt))
         editor.user().message(TextId::notUndoable, MessageKind::warning);
 }
@@ -109,7 +109,7 @@ bool rewritten(const CEvnt& event, const _EDT_EVNT& rec, CEvnt& fresh) noexcept
 
 void replace(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, CEvnt& fresh)
 {
-    if (!isRest(fresh.GetStatus())) editor.history().SetUndoEvntChng(trk, blk, evnt);
+    if (!isRest(fresh)) editor.history().SetUndoEvntChng(trk, blk, evnt);
     evntAt(evnt).swapWith(fresh);
 }
 
@@ -124,7 +124,7 @@ void setGate(CEditor& editor, POSITION trk, POSITION blk, POSITION note, std::ui
 void sortTo(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, std::uint32_t time)
 {
     CBlk& block = *List<CBlk>::get(blk);
-    if (!isRest(evntAt(evnt).GetStatus())) editor.history().SetUndoEvntMove(trk, blk, evnt);
+    if (!isRest(evntAt(evnt))) editor.history().SetUndoEvntMove(trk, blk, evnt);
     block.Sort(std::max(time, block.GetTimeTop()) - block.GetTimeTop(), evnt);
     editor.HintLocationChng(trk, blk, evnt, evnt);
     if (evntAt(evnt).isMeta(meta::keySignature)) editor.HintKeyChng();
@@ -187,7 +187,7 @@ POSITION insert(CEditor& editor, POSITION trk, POSITION blk, const _EDT_EVNT& re
     }
     const POSITION evnt = linkRaised(*block, rec);
     if (!evnt) return nullptr;
-    if (isRest(rec.status))
+    if (isRest(rec))
         editor.HintInsRest(trk, blk, evnt);
     else
         editor.HintInsEvnt(trk, blk, evnt);
@@ -210,7 +210,7 @@ bool overwrite(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const
     editor.StopSeq();
     CEvnt& event = evntAt(evnt);
     CEvnt fresh; // afterwards what the event was
-    if (isRest(rec.status) != isRest(event.GetStatus())) return false;
+    if (isRest(rec) != isRest(event)) return false;
     if (isMeta(rec, meta::timeSignature) != event.isMeta(meta::timeSignature)) return false;
     if (!rewritten(event, rec, fresh)) return false;
 
@@ -249,7 +249,7 @@ void removeRecorded(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt)
     if (!source(blk) || !evnt) return;
     const CEvnt& event = evntAt(evnt);
     if (event.GetTime() == 0 && (event.isMeta(meta::timeSignature) || event.isMeta(meta::tempo))) return;
-    if (!isRest(event.GetStatus())) editor.history().SetUndoEvntDel(trk, blk, evnt);
+    if (!isRest(event)) editor.history().SetUndoEvntDel(trk, blk, evnt);
     remove(editor, trk, blk, evnt);
 }
 
@@ -272,12 +272,12 @@ void remove(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt)
 
 bool insertRest(CEditor& editor, POSITION trk, POSITION blk, const _EDT_EVNT& rec)
 {
-    return isRest(rec.status) && insertRecorded(editor, trk, blk, rec);
+    return isRest(rec) && insertRecorded(editor, trk, blk, rec);
 }
 
 bool removeRest(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt)
 {
-    if (!source(blk) || !evnt || !isRest(evntAt(evnt).GetStatus())) return false;
+    if (!source(blk) || !evnt || !isRest(evntAt(evnt))) return false;
     editor.StopSeq();
     remove(editor, trk, blk, evnt);
     List<CBlk>::get(blk)->resetPlayState();

@@ -28,7 +28,7 @@ void noteMaps(CEditor& editor, const CEvnt& e) noexcept
 
 void takeEvnt(CEditor& editor, CRealBlk& real, POSITION evnt, POSITION& before)
 {
-    before = evnt->prev;
+    before = CRealBlk::placeOf(evnt);
     real.RemoveAt(evnt);
     editor.history().AddTailUndoEvnt(evntAt(evnt));
 }
@@ -105,7 +105,7 @@ bool moveEvnt(CEditor& editor, CUndo& c)
 {
     CEvnt* e = evntAt(c.evnt);
     const std::uint32_t time = std::exchange(c.time, e->GetTime());
-    const POSITION before = std::exchange(c.before, c.evnt->prev);
+    const POSITION before = std::exchange(c.before, CRealBlk::placeOf(c.evnt));
     CRealBlk& real = realOf(c.blk);
     real.RemoveAt(c.evnt);
     e->SetTime(time);

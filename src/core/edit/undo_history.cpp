@@ -84,7 +84,7 @@ bool UndoHistory::recordEvnt(UndoKind kind, POSITION trk, POSITION blk, POSITION
         change.trk = trk;
         change.blk = blk;
         change.evnt = evnt;
-        change.before = evnt->prev;
+        change.before = CRealBlk::placeOf(evnt);
         change.time = List<CEvnt>::get(evnt)->GetTime();
     });
 }
@@ -186,9 +186,9 @@ bool UndoHistory::SetUndoBlkMerge(POSITION trk, POSITION blk)
 
 bool UndoHistory::SetUndoBlkMerge(POSITION, POSITION, POSITION evnt)
 {
-    if (!m_open) return true;
+    if (!m_open || isRest(*List<CEvnt>::get(evnt))) return true;
     try {
-        node(m_index)->changes.back().more->evnts.emplace_back(evnt, evnt->prev);
+        node(m_index)->changes.back().more->evnts.emplace_back(evnt, CRealBlk::placeOf(evnt));
         return true;
     } catch (const std::bad_alloc&) {
         return m_editor.ErrCloseUndoNode();
@@ -245,8 +245,7 @@ bool UndoHistory::SetUndoStyleMove(POSITION oldStyle, POSITION style)
 
 void UndoHistory::retire(CEvnt* event) noexcept
 {
-    const bool isKnownRest = status::kind(event->GetStatus()) == status::rest && !m_nodes.empty();
-    if (m_open || isKnownRest)
+    if (m_open && !isRest(*event))
         AddTailUndoEvnt(event);
     else
         m_pool.destroy(event);

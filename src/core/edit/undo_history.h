@@ -81,25 +81,17 @@ public:
 
     // Parking ---------------------------------------------------------------------------------------------
 
-    /// Take an object that was just unlinked from the song: parked while a step records, otherwise deleted. A Rest
-    /// is kept as long as recorded steps may know it.
+    /// Take an object that was just unlinked from the song: parked while a step records, otherwise deleted. A Rest,
+    /// which no record names, is deleted in any case.
     void retire(CEvnt* event) noexcept;
     void retire(CBlk* blk) noexcept;
     void retire(CStyleBlk* style) noexcept;
 
-    void AddTailUndoEvnt(CEvnt* event) noexcept
-    {
-        m_evnts.addTail(event);
-        event->setParked(true);
-    }
+    void AddTailUndoEvnt(CEvnt* event) noexcept { m_evnts.addTail(event); }
     void AddTailUndoBlk(CBlk* blk) noexcept { m_blks.addTail(blk); }
     void AddTailUndoStyle(CStyleBlk* style) noexcept { m_styles.addTail(style); }
     /// Unlink only.
-    void RemoveUndoEvnt(POSITION event) noexcept
-    {
-        m_evnts.remove(List<CEvnt>::get(event));
-        List<CEvnt>::get(event)->setParked(false);
-    }
+    void RemoveUndoEvnt(POSITION event) noexcept { m_evnts.remove(List<CEvnt>::get(event)); }
     void RemoveUndoBlk(POSITION blk) noexcept { m_blks.remove(List<CBlk>::get(blk)); }
     void RemoveUndoStyle(POSITION style) noexcept { m_styles.remove(List<CStyleBlk>::get(style)); }
     [[nodiscard]] POSITION GetTailUndoEvnt() const noexcept { return m_evnts.tail(); }

@@ -128,10 +128,6 @@ public:
     /// Releases the payload.
     void GmemFree() noexcept;
 
-    /// What the lists note on an event; no part of its value.
-    /// Whether it stands outside of the song, kept for undo.
-    [[nodiscard]] bool isParked() const noexcept { return m_parked; }
-    void setParked(bool on) noexcept { m_parked = on; }
     /// Whether the index of its real block goes by it.
     [[nodiscard]] bool isMarked() const noexcept { return m_marked; }
     void setMarked(bool on) noexcept { m_marked = on; }
@@ -154,9 +150,10 @@ private:
     std::uint8_t m_post3 = 0;
     std::uint8_t m_post4 = 0;
     std::uint8_t m_metaType = 0;
-    bool m_parked = false;
     bool m_marked = false;
 };
+
+[[nodiscard]] inline bool isRest(const CEvnt& e) noexcept { return status::kind(e.GetStatus()) == status::rest; }
 
 static_assert(sizeof(CEvnt) <= 40);
 

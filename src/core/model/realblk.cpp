@@ -149,16 +149,19 @@ POSITION CRealBlk::Sort(std::uint32_t time, POSITION pos) noexcept
     return pos;
 }
 
-void CRealBlk::Restore(CEvnt* e, POSITION before) noexcept
+POSITION CRealBlk::placeOf(POSITION evnt) noexcept
 {
-    const CEvnt* last = evntAt(before);
-    const CEvnt* following = last ? List<CEvnt>::next(last) : m_events.head();
-    const bool fits = (!last || (!last->isParked() && last->GetTime() <= e->GetTime()))
-                   && (!following || following->GetTime() >= e->GetTime());
-    if (fits)
-        link(e, evntAt(before));
-    else
-        Add(e->GetTime(), e);
+    const CEvnt* before = List<CEvnt>::prev(evntAt(evnt));
+    while (before && isRest(*before)) before = List<CEvnt>::prev(before);
+    return const_cast<CEvnt*>(before);
+}
+
+void CRealBlk::Restore(CEvnt* e, POSITION place) noexcept
+{
+    CEvnt* before = evntAt(place);
+    const auto following = [this, &before] { return before ? List<CEvnt>::next(before) : m_events.head(); };
+    while (following() && isRest(*following()) && following()->GetTime() <= e->GetTime()) before = following();
+    link(e, before);
 }
 
 template <class Fill>

@@ -52,9 +52,10 @@ public:
     void InsertAfter(POSITION pos, CEvnt* e) noexcept;
     void InsertBefore(POSITION pos, CEvnt* e) noexcept;
 
-    /// Takes an event back that was unlinked from this list: behind `before`, null for the head, where order allows,
-    /// otherwise behind all events of its time.
-    void Restore(CEvnt* e, POSITION before) noexcept;
+    /// What an event stands behind, null at the head. Rests do not count: they come and go without a record.
+    [[nodiscard]] static POSITION placeOf(POSITION evnt) noexcept;
+    /// Takes an event back to the place that `placeOf` named when it left, in front of the next event but a Rest.
+    void Restore(CEvnt* e, POSITION place) noexcept;
 
     /// Sorted insertion, searched from the tail: behind all events of the same time. `time` is the time
     /// the event has or is about to get. The event stands in no list.
