@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/file_kind.h"
 
+#include "files/recognise.h"
+
 #include <algorithm>
 #include <array>
 #include <filesystem>
@@ -11,8 +13,6 @@ namespace {
 
 /// In the order of the kinds' numbers, from 1.
 constexpr std::array<const char*, 6> names{"smf0", "smf1", "zp", "tqm", "tqmwave", "vb"};
-constexpr std::uint8_t format1 = 2;
-constexpr std::uint8_t native = 4;
 
 } // namespace
 
@@ -28,8 +28,8 @@ std::optional<std::uint8_t> fileKindOf(const std::string& name, const std::strin
     std::string ending = std::filesystem::path(path).extension().string();
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-    if (ending == ".TQM") return native;
-    if (ending == ".MID") return format1;
+    if (ending == ".TQM") return filekind::native;
+    if (ending == ".MID") return filekind::smf1;
     return std::nullopt;
 }
 

@@ -2,6 +2,7 @@
 #include "cli/edit_bench.h"
 
 #include "cli/dump.h"
+#include "files/recognise.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -96,6 +97,47 @@ std::string EditBench::looseDump()
         kept += line + '\n';
     }
     return kept;
+}
+
+std::string EditBench::savedDump()
+{
+    std::istringstream in(dump());
+    std::string kept;
+    for (std::string line; std::getline(in, line);) {
+        const bool isRest = numberOf(line, "st") >= 0 && numberOf(line, "st") < 16;
+        if (isRest || line.compare(0, 6, "style ") == 0) continue;
+        if (line.compare(0, 17, "{\"blk\":0,\"trk\":0,") == 0 || line.compare(0, 8, "{\"song\":") == 0)
+            cutNumber(line, "end");
+        kept += line + '\n';
+    }
+    for (const CStyleBlk* style = editor.styles().blks().head(); style; style = List<CStyleBlk>::next(style))
+        kept += std::to_string(style->GetTimeTop()) + ' ' + std::to_string(style->GetTimeEnd()) + ' '
+              + style->GetSectionName() + '\n';
+    return kept;
+}
+
+std::vector<std::uint8_t> EditBench::save()
+{
+    editor.InitUndoNode();
+    editor.RemoveScratch();
+    editor.RemoveScratchScr();
+    std::vector<std::uint8_t> file;
+    VectorSink out(file);
+    if (!files.save(filekind::native, editor, out)) file.clear();
+    return file;
+}
+
+bool EditBench::load(std::vector<std::uint8_t> file)
+{
+    const auto length = static_cast<std::uint32_t>(file.size());
+    file.resize(file.size() + 16);
+    const _EDT_FILE found = files.recognise(file, length);
+    if (found.kind != filekind::native || !editor.InitEditor()) return false;
+    if (editor.Load(found) != LoadResult::complete) return false;
+    editor.InitTimeInfo();
+    editor.BlkSize(found.kind);
+    editor.PackSysex();
+    return true;
 }
 
 std::string EditBench::faults()

@@ -7,6 +7,7 @@
 #include "support/random.h"
 
 #include <string>
+#include <vector>
 
 namespace tessaro::test {
 
@@ -50,6 +51,11 @@ struct EditBench {
     /// What undo leaves alone by rule is left out too: ends of blocks that grew to hold an event, types that empty
     /// tracks took, rests.
     [[nodiscard]] std::string looseDump();
+    /// What a native file keeps of the song: all but rests, and the master block ends with its last event.
+    [[nodiscard]] std::string savedDump();
+    /// As the document saves and loads a native song.
+    [[nodiscard]] std::vector<std::uint8_t> save();
+    bool load(std::vector<std::uint8_t> file);
     /// Broken invariants of the song's lists, empty when all is well.
     [[nodiscard]] std::string faults();
 };

@@ -79,6 +79,31 @@ TEST_P(History, GivesBackEveryByte) { run(true, 250); }
 
 TEST_P(History, GivesBackAllButWhatHasNoUndo) { run(false, 250); }
 
+/// Saves as the document does it, twice; what a fresh editor reads from the file is the song.
+TEST_P(History, SavesInBetweenKeepTheSong)
+{
+    RandomEdits edits(bench, false);
+    edits.makeSong();
+    for (int round = 0; round < 12; ++round) {
+        for (int i = 0; i < 15; ++i) {
+            const UndoScope scope(bench.editor, "step");
+            edits.edit();
+        }
+        if (bench.dice.oneIn(2)) bench.editor.UndoNode(static_cast<int>(bench.dice.below(12)));
+        const std::vector<std::uint8_t> file = bench.save();
+        ASSERT_EQ(bench.faults(), "");
+        ASSERT_EQ(bench.editor.GetUndoRedoCount(), 0);
+        EditBench reader(0);
+        ASSERT_TRUE(reader.load(file));
+        ASSERT_EQ(reader.faults(), "");
+        const std::string read = reader.savedDump();
+        if (read != bench.savedDump()) FAIL() << differences(read, bench.savedDump());
+        const std::vector<std::uint8_t> second = reader.save();
+        ASSERT_TRUE(reader.load(second));
+        ASSERT_TRUE(reader.save() == second) << "the same bytes from the second save on";
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Songs, History, testing::Range(0U, 12U));
 
 } // namespace
