@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace tessaro::test {
 
 namespace {
@@ -206,6 +208,8 @@ TEST(NativeFile, ScoreChunksAreCarried)
     const Bytes saved = bench.save();
     ASSERT_TRUE(bench.load(saved));
     EXPECT_EQ(saved, bench.save());
+    const Bytes midi = bench.save(1);
+    EXPECT_EQ(std::search(midi.begin(), midi.end(), link.begin() + 4, link.end()), midi.end()) << "means nothing there";
 
     ASSERT_TRUE(bench.load(SmfBytes(file).raw(score).raw({'X', 'Y'}).bytes())) << "what is no chunk stays behind";
     EXPECT_TRUE(endsWith(bench.save(), score));

@@ -96,7 +96,7 @@ private:
 
     [[nodiscard]] FileError write(const std::string& path, std::uint8_t kind);
     void tellFailure(const std::string& path, FileError error);
-    void tellWhereTheWorkIs();
+    [[nodiscard]] std::string whereTheWorkIs();
     [[nodiscard]] std::string shownName(const std::string& path) const;
     [[nodiscard]] SongRecord origin() const;
     void leaveCopies();

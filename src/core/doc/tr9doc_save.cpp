@@ -91,27 +91,20 @@ FileError CTR9Doc::write(const std::string& path, std::uint8_t kind)
 void CTR9Doc::tellFailure(const std::string& path, FileError error)
 {
     const std::string cause(m_ports.strings(causeOf(error)));
-    m_ports.user.sentence(shownName(path) + ": " + cause, MessageKind::error);
+    m_ports.user.sentence(shownName(path) + ": " + cause + '\n' + whereTheWorkIs(), MessageKind::error);
     m_ports.user.message(TextId::saveFailed, MessageKind::error);
-    tellWhereTheWorkIs();
 }
 
-void CTR9Doc::tellWhereTheWorkIs()
+/// A sentence; where the song's file is gone a copy of the work is made.
+std::string CTR9Doc::whereTheWorkIs()
 {
-    const auto tell = [this](TextId id, const std::string& path, MessageKind kind) {
-        m_ports.user.sentence(filled(m_ports.strings(id), toUtf8(path)), kind);
-    };
     struct stat status {};
-    if (!m_path.empty() && disk().stat(m_path, status) == 0) {
-        tell(TextId::songStillAt, m_path, MessageKind::info);
-        return;
-    }
+    if (!m_path.empty() && disk().stat(m_path, status) == 0)
+        return filled(m_ports.strings(TextId::songStillAt), toUtf8(m_path));
     const std::string copy =
         m_ports.autosave ? m_ports.autosave->keepNow(m_editor, origin(), m_changes) : std::string();
-    if (copy.empty())
-        tell(TextId::workNotKept, "", MessageKind::warning);
-    else
-        tell(TextId::workKeptAt, copy, MessageKind::info);
+    if (copy.empty()) return std::string(m_ports.strings(TextId::workNotKept));
+    return filled(m_ports.strings(TextId::workKeptAt), toUtf8(copy));
 }
 
 bool CTR9Doc::SaveModified()

@@ -55,7 +55,6 @@ std::uint64_t countEvnts(const Song& song) noexcept
 SongMerger::SongMerger(CEditor& editor, ScorePlayout& score)
     : m_editor(editor)
     , m_score(score)
-    , m_hasLinks(editor.score().any())
     , m_evnts(countEvnts(editor.song()))
 {
     m_editor.SetPrgDlgRangeSpd();
@@ -138,7 +137,7 @@ void SongMerger::mergeBlks(int number, ScrPart part, RecordList& main, ListOf&& 
 {
     forEvnts(number, [&](const CEvnt& e, std::uint32_t time) {
         advance();
-        if (!m_hasLinks || !m_editor.GetScrArtIndex(e))
+        if (!e.isMeta(meta::sequencer) || !m_editor.GetScrArtIndex(e))
             Merge(number, e, time, listOf(e));
         else if (number != 0 || !m_score.isTempoMark(e))
             MergeScr(number, e, time, part, main);
@@ -191,10 +190,11 @@ void SongMerger::MergeScr(int number, const CEvnt& link, std::uint32_t time, Scr
 
 void SongMerger::MergeScrTempo(RecordList& list)
 {
-    if (!m_hasLinks) return;
+    if (!m_editor.score().any()) return;
     for (int number = 0; number < trackCount; ++number)
         forEvnts(number, [&](const CEvnt& e, std::uint32_t time) {
-            if (m_editor.GetScrArtIndex(e)) MergeScr(number, e, time, ScrPart::tempos, list);
+            if (e.isMeta(meta::sequencer) && m_editor.GetScrArtIndex(e))
+                MergeScr(number, e, time, ScrPart::tempos, list);
         });
 }
 

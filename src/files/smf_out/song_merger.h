@@ -57,7 +57,6 @@ private:
 
     CEditor& m_editor;
     ScorePlayout& m_score;
-    bool m_hasLinks;
     std::vector<RepeatJump> m_jumps;
     std::vector<ScoreEvnt> m_scoreEvnts;
     std::uint64_t m_evnts = 0; ///< of the song

@@ -85,8 +85,9 @@ TEST(Saving, AFailureNamesTheCauseAndWhereTheOldSongIs)
         disk.failingCall = disk.calls + 3; // making the new file
         disk.failure = code;
         EXPECT_FALSE(b.doc.Save());
-        EXPECT_EQ(b.user.sentences, (Sentences{std::string("song.mid: ") + cause,
-                                               "The song as last saved still stands in " + folder / "song.mid" + "."}));
+        EXPECT_EQ(b.user.sentences,
+                  Sentences{std::string("song.mid: ") + cause + "\nThe song as last saved still stands in "
+                            + folder / "song.mid" + "."});
         EXPECT_EQ(b.user.messages, std::vector{911});
         EXPECT_EQ(disk.seen[folder / "song.mid"]->seen, "old");
         EXPECT_EQ(b.doc.GetEditor().GetUndoRedoCount(), 0) << "undo is gone even so";
@@ -106,14 +107,15 @@ TEST(Saving, WhenTheOldSongIsGoneTooACopyIsMadeAtOnce)
     b.add('B');
     std::filesystem::remove_all(folder / "usb");
     EXPECT_FALSE(b.doc.Save());
-    EXPECT_EQ(b.user.sentences[0], "song.mid: Bad path");
     EXPECT_EQ(b.copies(), Sentences{"4AB"});
-    EXPECT_TRUE(b.user.sentences[1].starts_with("A copy of your work is kept in " + folder / "recovery"));
+    const std::string told = "song.mid: Bad path\nA copy of your work is kept in " + folder / "recovery";
+    EXPECT_TRUE(b.user.sentences[0].starts_with(told)) << b.user.sentences[0];
     EXPECT_TRUE(b.doc.IsModified());
 
     b.files.writes = false; // not even a copy
     EXPECT_FALSE(b.doc.Save());
-    EXPECT_EQ(b.user.sentences.back(), "The song is not saved anywhere yet. Save it to another place.");
+    EXPECT_EQ(b.user.sentences.back(),
+              "song.mid: Bad path\nThe song is not saved anywhere yet. Save it to another place.");
     EXPECT_EQ(b.copies(), Sentences{"4AB"}) << "the last copy stays";
 }
 
