@@ -188,6 +188,8 @@ TESSARO_TEXT(commandBack, 10029, "再生を始めた位置へ(&B)", "&Back to Wh
 TESSARO_TEXT(commandSave, 10030, "上書き保存(&S)", "&Save")
 TESSARO_TEXT(commandSaveAs, 10031, "名前を付けて保存(&A)…", "Save &As…")
 TESSARO_TEXT(commandEditCell, 10032, "トラックの設定を変更", "Edit a Cell of the Track List")
+TESSARO_TEXT(commandTrackUp, 10033, "トラックを上へ移動(&P)", "Move Track U&p")
+TESSARO_TEXT(commandTrackDown, 10034, "トラックを下へ移動(&N)", "Move Track Dow&n")
 
 TESSARO_TEXT(captionLocation, 10040, "小節:拍:ティック", "Bar:Beat:Tick")
 TESSARO_TEXT(captionClock, 10041, "時間", "Time")

@@ -37,6 +37,10 @@ protected:
         QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, place);
         QTest::mouseRelease(list().viewport(), Qt::LeftButton, {}, place);
     }
+    QString name(int row)
+    {
+        return QString::fromStdString(frame().trackModel().rows()[static_cast<std::size_t>(row)].name);
+    }
     bool isEditing() { return list().indexWidget(list().currentIndex()); }
 
     static void wheel(QWidget& widget, int degrees)
@@ -206,6 +210,24 @@ TEST_F(TrackEditingTest, SavingTakesWhatIsHalfTyped)
     EXPECT_FALSE(frame().close());
     EXPECT_EQ(trk(1).GetName(), "half");
     EXPECT_TRUE(frame().isWindowModified());
+}
+
+TEST_F(TrackEditingTest, TracksMoveByKeyAndComeBackByUndo)
+{
+    const auto names = [this] { return QStringList{name(0), name(1), name(2)}; };
+    list().setFocus();
+    list().setCurrentIndex(cell(1, TrackColumn::name));
+    QTest::keyClick(&list(), Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(names(), (QStringList{"Piano", "Flute", "Fingered Bass"}));
+    EXPECT_EQ(list().currentIndex().row(), 0) << "the row goes along";
+    QTest::keyClick(&list(), Qt::Key_Up, Qt::AltModifier); // no further
+    QTest::keyClick(&list(), Qt::Key_Down, Qt::AltModifier);
+    QTest::keyClick(&list(), Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(names(), (QStringList{"Flute", "Fingered Bass", "Piano"}));
+    EXPECT_EQ(editor().GetUndoRedoCount(), 3);
+    for (int i = 0; i < 3; ++i) QTest::keyClick(&list(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(names(), (QStringList{"Flute", "Piano", "Fingered Bass"}));
+    EXPECT_FALSE(frame().isWindowModified());
 }
 
 } // namespace

@@ -29,6 +29,8 @@ FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& te
         {saveAs, TextId::commandSaveAs, nullptr, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)},
         {undo, TextId::menuUndo, "undo", QKeySequence(Qt::CTRL | Qt::Key_Z)},
         {redo, TextId::menuRedo, "redo", QKeySequence(Qt::CTRL | Qt::Key_Y)},
+        {trackUp, TextId::commandTrackUp, nullptr, QKeySequence(Qt::ALT | Qt::Key_Up)},
+        {trackDown, TextId::commandTrackDown, nullptr, QKeySequence(Qt::ALT | Qt::Key_Down)},
         {quit, TextId::commandQuit, nullptr, QKeySequence(Qt::CTRL | Qt::Key_Q)},
         {play, TextId::commandPlay, "play", QKeySequence(Qt::Key_Space)},
         {stop, TextId::commandStop, "stop", QKeySequence(Qt::Key_Period)},
@@ -86,7 +88,10 @@ void FrameActions::fillMenuBar(QMenuBar& bar)
     file->addSeparator();
     file->addAction(&quit);
 
-    add(bar, TextId::menuEdit)->addActions({&undo, &redo});
+    QMenu* edit = add(bar, TextId::menuEdit);
+    edit->addActions({&undo, &redo});
+    edit->addSeparator();
+    edit->addActions({&trackUp, &trackDown});
 
     QMenu* transport = add(bar, TextId::menuTransport);
     transport->addActions({&play, &stop, &top, &back});

@@ -31,6 +31,8 @@ public:
     QAction quit;
     QAction undo;
     QAction redo;
+    QAction trackUp; ///< of the row with the focus
+    QAction trackDown;
     QAction top;
     QAction play; ///< checked while the song plays
     QAction stop;

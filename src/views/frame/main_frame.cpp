@@ -6,6 +6,7 @@
 #include "core/doc/tr9app.h"
 #include "core/doc/tr9doc.h"
 #include "core/edit/hint_board.h"
+#include "core/edit/undo_scope.h"
 #include "core/ports/settings_store.h"
 #include "realtime/loom/loom.h"
 #include "realtime/transport/realtime_messages.h"
@@ -144,6 +145,8 @@ void CMainFrame::connectActions()
     on(m_actions.saveAs, [this] { m_files.saveAs(); });
     on(m_actions.undo, [this] { undo(&CEditor::UndoNode); });
     on(m_actions.redo, [this] { undo(&CEditor::RedoNode); });
+    on(m_actions.trackUp, [this] { moveTrack(-1); });
+    on(m_actions.trackDown, [this] { moveTrack(1); });
     on(m_actions.quit, [this] { close(); });
     on(m_actions.play, [this, &panel] {
         panel.SpaceKey();
@@ -372,6 +375,22 @@ void CMainFrame::undo(bool (CEditor::*step)())
 {
     if (m_status->busy()) return;
     (editor().*step)();
+    showState();
+}
+
+void CMainFrame::moveTrack(int step)
+{
+    m_pane->list().finishEditing();
+    const QModelIndex current = m_pane->list().currentIndex();
+    const QModelIndex other = current.siblingAtRow(current.row() + step);
+    if (m_status->busy() || !other.isValid()) return;
+    const int after = m_table.row(other).track - (step < 0 ? 1 : 0);
+    {
+        const UndoScope scope(editor(), m_parts.text.plain(TextId::undoTrackMove).toStdString());
+        if (scope) editor().SetTrkArrange(m_table.row(current).track, after);
+    }
+    refreshRows();
+    m_pane->list().setCurrentIndex(other);
     showState();
 }
 

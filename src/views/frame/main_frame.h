@@ -103,6 +103,8 @@ private:
     void setName(int track, const QString& name);
     void setSetting(int track, TrackColumn setting, int value);
     void undo(bool (CEditor::*step)());
+    /// Swaps the track of the current row with the one above, -1, or below, 1.
+    void moveTrack(int step);
     void openRecovered(std::size_t index);
     void discardRecovered(std::size_t index);
     void showRecovery();
