@@ -3,6 +3,7 @@
 
 #include "base/strings.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace tessaro::cli {
@@ -17,9 +18,11 @@ void ConsoleUser::message(int stringId, MessageKind kind)
     sentence(line, kind);
 }
 
-void ConsoleUser::sentence(std::string_view line, MessageKind)
+void ConsoleUser::sentence(std::string_view text, MessageKind)
 {
-    std::fprintf(stderr, "tessaro-cli: %s: %.*s\n", m_file.c_str(), static_cast<int>(line.size()), line.data());
+    std::string line(text);
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    std::fprintf(stderr, "tessaro-cli: %s: %s\n", m_file.c_str(), line.c_str());
 }
 
 } // namespace tessaro::cli
