@@ -126,7 +126,16 @@ void RandomEdits::fit(_EDT_EVNT& rec, const CBlk& blk) const
 void RandomEdits::blkNew()
 {
     const std::uint32_t top = anyTime();
-    editor().BlkNew(anyTrk(), top, top + dice().between(1, 8) * 480);
+    const std::uint32_t end = top + dice().between(1, 8) * 480;
+    const POSITION trk = anyTrk();
+    const bool mayTakeType = !m_inside || trkOf(trk)->GetType() == trktype::midi;
+    switch (dice().below(4)) {
+    case 0: editor().BlkRec(trk, top, end); break;
+    case 1:
+        if (mayTakeType) editor().BlkRealRec(trk, top, end);
+        break;
+    default: editor().BlkNew(trk, top, end); break;
+    }
 }
 
 void RandomEdits::blkCopy()
@@ -150,7 +159,11 @@ void RandomEdits::blkMove()
 void RandomEdits::blkDel()
 {
     const Place place = anyBlk();
-    if (place.blk) editor().BlkDel(place.trk, place.blk);
+    if (!place.blk) return;
+    if (dice().oneIn(4))
+        editor().BlkDelGhost(place.trk, place.blk);
+    else
+        editor().BlkDel(place.trk, place.blk);
 }
 
 void RandomEdits::blkApp()
@@ -312,7 +325,10 @@ void RandomEdits::styleNew()
     const std::uint32_t top = anyTime();
     style->SetTime(top, top + dice().between(1, 4) * 960);
     style->SetSectionName(std::to_string(dice().below(1000)));
-    editor().StyleNew(top, style);
+    if (dice().oneIn(2))
+        editor().StyleNew(top, style);
+    else
+        editor().StyleRec(top, style);
 }
 
 void RandomEdits::styleEdit()
