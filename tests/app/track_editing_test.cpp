@@ -226,7 +226,7 @@ TEST_F(TrackEditingTest, TracksMoveByKeyAndComeBackByUndo)
     EXPECT_EQ(names(), (QStringList{"Flute", "Fingered Bass", "Piano"}));
     EXPECT_EQ(editor().GetUndoRedoCount(), 3);
     for (int i = 0; i < 3; ++i) QTest::keyClick(&list(), Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(names(), (QStringList{"Flute", "Piano", "Fingered Bass"}));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return names() == QStringList{"Flute", "Piano", "Fingered Bass"}; }));
     EXPECT_FALSE(frame().isWindowModified());
 }
 

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/frame/main_frame.h"
 
-#include "base/text.h"
 #include "core/doc/recovery.h"
 #include "core/doc/tr9app.h"
 #include "core/doc/tr9doc.h"
 #include "core/edit/hint_board.h"
-#include "core/edit/undo_scope.h"
 #include "core/ports/settings_store.h"
 #include "realtime/loom/loom.h"
 #include "realtime/transport/realtime_messages.h"
@@ -62,6 +60,7 @@ CMainFrame::CMainFrame(const FrameParts& parts)
     : m_parts(parts)
     , m_actions(*this, parts.icons, parts.text)
     , m_files(*this, m_parts)
+    , m_tracks(m_parts.document.GetEditor(), parts.text)
     , m_table(parts.text)
 {
     setWindowIcon(m_parts.icons.picture(QStringLiteral("tessaro")));
@@ -191,10 +190,14 @@ void CMainFrame::connectChoices()
 
 void CMainFrame::connectTracks()
 {
-    m_table.onMute = [this](int track, bool on) { setMute(track, on); };
-    m_table.onSolo = [this](int track, bool on) { setSolo(track, on); };
-    m_table.onName = [this](int track, const QString& name) { setName(track, name); };
-    m_table.onSetting = [this](int track, TrackColumn setting, int value) { setSetting(track, setting, value); };
+    m_table.onMute = [this](int track, bool on) { m_tracks.setMute(track, on); };
+    m_table.onSolo = [this](int track, bool on) { m_tracks.setSolo(track, on); };
+    m_table.onName = [this](int track, const QString& name) { m_tracks.setName(track, name); };
+    m_table.onSetting = [this](int track, TrackColumn what, int value) { m_tracks.setSetting(track, what, value); };
+    m_tracks.onChanged = [this] {
+        refreshRows();
+        showState();
+    };
     m_table.portNames = [this] { return portNames(); };
     m_pane->overview().onLocate = [this](std::uint32_t tick) {
         if (!m_status->busy()) m_parts.panel.SetLocation(static_cast<long>(tick));
@@ -340,37 +343,6 @@ void CMainFrame::onHint(const HintObserver*, int code, CEditor*)
     }
 }
 
-void CMainFrame::setMute(int track, bool on)
-{
-    editor().SetTrkMute(track, on);
-    editor().SetTrkSoloMute();
-}
-
-void CMainFrame::setSolo(int track, bool on)
-{
-    editor().SetTrkSolo(track, on);
-    editor().SetTrkSoloMute();
-}
-
-void CMainFrame::setName(int track, const QString& name)
-{
-    editor().SetTrkName(track, fromUtf8(name.toStdString()));
-    refreshRows(); // no hint tells of it
-    showState();
-}
-
-void CMainFrame::setSetting(int track, TrackColumn setting, int value)
-{
-    switch (setting) {
-    case TrackColumn::port: editor().SetTrkPort(track, static_cast<std::uint8_t>(value)); break;
-    case TrackColumn::channel: editor().SetTrkCh(track, static_cast<std::uint8_t>(value)); break;
-    case TrackColumn::transpose: editor().SetTrkTranspose(track, value); break;
-    default: return;
-    }
-    refreshRows();
-    showState();
-}
-
 void CMainFrame::undo(bool (CEditor::*step)())
 {
     if (m_status->busy()) return;
@@ -384,14 +356,8 @@ void CMainFrame::moveTrack(int step)
     const QModelIndex current = m_pane->list().currentIndex();
     const QModelIndex other = current.siblingAtRow(current.row() + step);
     if (m_status->busy() || !other.isValid()) return;
-    const int after = m_table.row(other).track - (step < 0 ? 1 : 0);
-    {
-        const UndoScope scope(editor(), m_parts.text.plain(TextId::undoTrackMove).toStdString());
-        if (scope) editor().SetTrkArrange(m_table.row(current).track, after);
-    }
-    refreshRows();
+    m_tracks.move(m_table.row(current).track, m_table.row(other).track);
     m_pane->list().setCurrentIndex(other);
-    showState();
 }
 
 void CMainFrame::showState()

@@ -8,6 +8,7 @@
 #include "views/frame/frame_actions.h"
 #include "views/frame/frame_parts.h"
 #include "views/frame/status_line.h"
+#include "views/frame/track_commands.h"
 #include "views/tracks/lights.h"
 #include "views/tracks/note_starts.h"
 #include "views/tracks/track_list_model.h"
@@ -98,10 +99,6 @@ private:
     void announceSong();
     void toggleLoop();
     void markLoop(std::uint32_t start, std::uint32_t end);
-    void setMute(int track, bool on);
-    void setSolo(int track, bool on);
-    void setName(int track, const QString& name);
-    void setSetting(int track, TrackColumn setting, int value);
     void undo(bool (CEditor::*step)());
     /// Swaps the track of the current row with the one above, -1, or below, 1.
     void moveTrack(int step);
@@ -115,6 +112,7 @@ private:
     FrameParts m_parts;
     FrameActions m_actions;
     FileCommands m_files;
+    TrackCommands m_tracks;
     std::unique_ptr<RecoveryList> m_recoverable; ///< null when nothing is offered
     TrackListModel m_table;
     Lights m_lights;

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/frame/track_commands.h"
+
+#include "base/text.h"
+#include "core/edit/undo_scope.h"
+#include "views/text/ui_text.h"
+
+namespace tessaro {
+
+void TrackCommands::setMute(int track, bool on)
+{
+    m_editor.SetTrkMute(track, on);
+    m_editor.SetTrkSoloMute();
+}
+
+void TrackCommands::setSolo(int track, bool on)
+{
+    m_editor.SetTrkSolo(track, on);
+    m_editor.SetTrkSoloMute();
+}
+
+void TrackCommands::setName(int track, const QString& name)
+{
+    m_editor.SetTrkName(track, fromUtf8(name.toStdString()));
+    onChanged(); // no hint tells of it
+}
+
+void TrackCommands::setSetting(int track, TrackColumn setting, int value)
+{
+    switch (setting) {
+    case TrackColumn::port: m_editor.SetTrkPort(track, static_cast<std::uint8_t>(value)); break;
+    case TrackColumn::channel: m_editor.SetTrkCh(track, static_cast<std::uint8_t>(value)); break;
+    case TrackColumn::transpose: m_editor.SetTrkTranspose(track, value); break;
+    default: return;
+    }
+    onChanged();
+}
+
+void TrackCommands::move(int track, int place)
+{
+    const int after = place < track ? place - 1 : place;
+    {
+        const UndoScope scope(m_editor, m_text.plain(TextId::undoTrackMove).toStdString());
+        if (scope) m_editor.SetTrkArrange(track, after);
+    }
+    onChanged();
+}
+
+} // namespace tessaro
