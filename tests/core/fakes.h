@@ -31,6 +31,20 @@ struct FakeUser final : UserPort {
     void status(std::string_view text) override { statuses.emplace_back(text); }
 };
 
+/// Keeps what the progress bar showed.
+struct FakeProgress final : ProgressPort {
+    int begun = 0;
+    int ended = 0;
+    std::vector<std::uint32_t> positions;
+    std::vector<std::string> texts;
+
+    void begin() override { ++begun; }
+    void range(std::uint32_t, std::uint32_t) override {}
+    void pos(std::uint32_t position) override { positions.push_back(position); }
+    void text(std::string_view line) override { texts.emplace_back(line); }
+    void end() override { ++ended; }
+};
+
 /// A transport that plays when told so, and counts what the editor asks.
 struct FakeTransport final : Transport {
     bool playing = false;
@@ -133,13 +147,19 @@ struct FakeView final : HintObserver {
 
 /// An editor with fakes where tests look, and null objects elsewhere.
 struct EditorBench {
+    explicit EditorBench(ScoreLinks* links = nullptr)
+        : editor({document, files, user, progress, transport, waves, quiet.waveOutput, links ? *links : quiet.score})
+    {
+    }
+
     QuietPorts quiet;
     FakeUser user;
+    FakeProgress progress;
     FakeTransport transport;
     FakeDocument document;
     FakeWaves waves;
     FakeFiles files;
-    CEditor editor{{document, files, user, quiet.progress, transport, waves, quiet.waveOutput, quiet.score}};
+    CEditor editor;
 };
 
 /// A record of a channel event; `time` is block-relative.

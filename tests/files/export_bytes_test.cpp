@@ -9,13 +9,6 @@ namespace {
 
 const Bytes eot{0x00, 0xFF, 0x2F, 0x00};
 
-Bytes join(std::initializer_list<Bytes> parts)
-{
-    Bytes all;
-    for (const Bytes& part : parts) all.insert(all.end(), part.begin(), part.end());
-    return all;
-}
-
 Bytes port(std::uint8_t p) { return {0x00, 0xFF, 0x7F, 0x04, 0x43, 0x00, 0x01, p}; }
 
 /// The chunks of a format 1 file, each with its end of track.
@@ -174,9 +167,7 @@ TEST(ExportBytes, ASinkThatRefusesFailsTheSave)
         bool write(std::span<const std::uint8_t>) override { return false; }
     } full;
     ExportRig rig;
-    Strings strings(Language::english);
-    SongFormats formats(strings);
-    for (const std::uint8_t kind : Bytes{1, 2, 3, 6}) EXPECT_FALSE(formats.save(kind, rig.editor(), full));
+    for (const std::uint8_t kind : Bytes{1, 2, 3, 6}) EXPECT_FALSE(rig.files.save(kind, rig.editor, full));
 }
 
 } // namespace

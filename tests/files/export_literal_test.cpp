@@ -195,7 +195,7 @@ TEST(ExportLiteral, MergingPutsEachEventWhereAWalkWould)
         ExportRig rig;
         randomBlks(rig, dice);
         NullScorePlayout score;
-        SongMerger merger(rig.editor(), score);
+        SongMerger merger(rig.editor, score);
         RecordList upward;
         merger.MergeAll(upward);
         ZpLists downward;

@@ -7,32 +7,24 @@
 
 namespace tessaro::test {
 
-ExportRig::ExportRig(ScoreLinks* links)
-    : m_editor({*this, m_formats, *this, m_quiet.progress, m_quiet.transport, m_quiet.waveLengths, m_quiet.waveOutput,
-                links ? *links : m_quiet.score})
+ExportRig::ExportRig(ScoreLinks* links) : NativeBench({}, links)
 {
+    strings.setLanguage(Language::english);
     master().Remove();
 }
 
 CRealBlk& ExportRig::blk(int number, std::uint32_t top)
 {
-    CRealBlk& real = *m_editor.NewAddTailRealBlk();
+    CRealBlk& real = *editor.NewAddTailRealBlk();
     trk(number).NewAdd(top, &real, blktype::real);
     return real;
 }
 
-Bytes ExportRig::save(std::uint8_t kind)
+Bytes ExportRig::save(std::uint8_t as, ScorePlayout& playout)
 {
     Bytes file;
     VectorSink sink(file);
-    return m_formats.save(kind, m_editor, sink) ? file : Bytes{};
-}
-
-Bytes ExportRig::save(std::uint8_t kind, ScorePlayout& score)
-{
-    Bytes file;
-    VectorSink sink(file);
-    return saveSmf(kind, m_editor, m_strings, score, sink) ? file : Bytes{};
+    return saveSmf(as, editor, strings, playout, sink) ? file : Bytes{};
 }
 
 void addBody(CRealBlk& real, std::uint32_t time, std::uint8_t status, const std::vector<std::uint8_t>& posts,

@@ -70,11 +70,8 @@ public:
     {
         before = m_importer.load(file);
         if (!before.loaded) return false;
-        Strings strings(Language::english);
-        SongFormats formats(strings);
-        Bytes saved;
-        VectorSink sink(saved);
-        EXPECT_TRUE(formats.save(kind, m_importer.editor(), sink));
+        const Bytes saved = m_importer.save(kind);
+        EXPECT_FALSE(saved.empty());
         after = m_importer.load(saved);
         return true;
     }

@@ -70,10 +70,10 @@ TEST(ExportScore, RepeatsAreWrittenOut)
     score.legal = false;
     const Bytes plain = rig.save(1);
     EXPECT_EQ(rig.save(1, score), plain);
-    EXPECT_EQ(rig.sentences,
+    EXPECT_EQ(rig.user.sentences,
               std::vector<std::string>{"Illegal repeat event location !!!!\nrepeat events are not expand"});
     rig.save(2, score);
-    EXPECT_EQ(rig.sentences.size(), 2U) << "once a save";
+    EXPECT_EQ(rig.user.sentences.size(), 2U) << "once a save";
 }
 
 TEST(ExportScore, NotesUnderOctaveLinesSoundTwice)
@@ -98,7 +98,7 @@ TEST(ExportScore, LinksGiveWhatTheirEntriesSound)
 {
     FakeLinks links;
     ExportRig rig(&links);
-    CRealBlk& entry = *rig.editor().NewAddTailRealBlk();
+    CRealBlk& entry = *rig.editor.NewAddTailRealBlk();
     addMeta(entry, 0, 0x51, Bytes{6, 0, 0});
     addShort(entry, 0, 0x90, {60, 1}, 5);
     addShort(entry, 20, 0x90, {62, 2}, 5);
@@ -115,22 +115,17 @@ TEST(ExportScore, LinksGiveWhatTheirEntriesSound)
 
     const Bytes text{0, 0xFF, 0x01, 1, 'm'};
     const Bytes tempo{0xFF, 0x51, 3, 6, 0, 0};
-    const auto with = [](const std::vector<Bytes>& parts) {
-        Bytes all;
-        for (const Bytes& part : parts) all.insert(all.end(), part.begin(), part.end());
-        return all;
-    };
     const Bytes tail{0, 0xB1, 7, 2, 5, 0x91, 60, 0, 0, 0xB1, 7, 3, 15, 0x91, 62, 2, 5, 0x91, 62, 0, 0, 0xFF, 0x2F, 0};
     // In one chunk the master's tempo mark is left out.
-    EXPECT_EQ(rig.save(1, score), smf0(with({text, {10, 0xB1, 7, 1, 0}, tempo, {0, 0x91, 60, 1}, tail})));
+    EXPECT_EQ(rig.save(1, score), smf0(join({text, {10, 0xB1, 7, 1, 0}, tempo, {0, 0x91, 60, 1}, tail})));
     // With a chunk for each track all tempos go to the first one, and nothing else of that mark.
     EXPECT_EQ(rig.save(2, score),
-              smf1({with({text, {0}, tempo, {10}, tempo, {0, 0xFF, 0x2F, 0}}),
-                    with({{0, 0xFF, 0x7F, 4, 0x43, 0, 1, 0, 10, 0xB1, 7, 1, 0, 0x91, 60, 1}, tail})}));
+              smf1({join({text, {0}, tempo, {10}, tempo, {0, 0xFF, 0x2F, 0}}),
+                    join({{0, 0xFF, 0x7F, 4, 0x43, 0, 1, 0, 10, 0xB1, 7, 1, 0, 0x91, 60, 1}, tail})}));
     // A score that plays nothing out leaves its links silent.
     NullScorePlayout silent;
     EXPECT_EQ(rig.save(1, silent),
-              smf0(with({text, {10, 0xB1, 7, 1, 0, 0xB1, 7, 2, 5, 0xB1, 7, 3, 0, 0xFF, 0x2F, 0}})));
+              smf0(join({text, {10, 0xB1, 7, 1, 0, 0xB1, 7, 2, 5, 0xB1, 7, 3, 0, 0xFF, 0x2F, 0}})));
 }
 
 } // namespace

@@ -205,8 +205,8 @@ TEST(Zp, AddsMetasInTheirPlaces)
     EXPECT_EQ((std::vector<std::uint32_t>{6, 2, 6, 7}), types);
     EXPECT_EQ((Bytes{'b'}), blockOf(song, 1).events.at(1).data);
     EXPECT_EQ(10U, blockOf(song, 1).end);
-    ASSERT_EQ(3U, importer.texts.size());
-    EXPECT_EQ("ZP ｶﾗｵｹﾒｯｾｰｼﾞﾛｰﾄﾞ中 ...", importer.texts[2]);
+    ASSERT_EQ(3U, importer.progress.texts.size());
+    EXPECT_EQ("ZP ｶﾗｵｹﾒｯｾｰｼﾞﾛｰﾄﾞ中 ...", importer.progress.texts[2]);
     EXPECT_FALSE(importer.load(zp({0, 0x90, 60, 9})).loaded);
 }
 
@@ -216,11 +216,11 @@ TEST(Import, TellsItsProgress)
     for (int i = 0; i < 600; ++i) events = std::move(events) + Bytes{0, 0xC0, 1};
     Importer importer;
     importer.load(smf0(events));
-    EXPECT_EQ((std::vector<std::uint32_t>{22, 22 + 256 * 3, 22 + 512 * 3}), importer.positions);
-    EXPECT_EQ("SMF 0 ﾛｰﾄﾞ中 ...", importer.texts.back());
+    EXPECT_EQ((std::vector<std::uint32_t>{22, 22 + 256 * 3, 22 + 512 * 3}), importer.progress.positions);
+    EXPECT_EQ("SMF 0 ﾛｰﾄﾞ中 ...", importer.progress.texts.back());
     importer.load(smf1({{}, {}, {}}));
-    EXPECT_EQ((std::vector<std::uint32_t>{0, 1, 2}), importer.positions);
-    EXPECT_EQ("SMF 1 ﾛｰﾄﾞ中 ...", importer.texts.back());
+    EXPECT_EQ((std::vector<std::uint32_t>{0, 1, 2}), importer.progress.positions);
+    EXPECT_EQ("SMF 1 ﾛｰﾄﾞ中 ...", importer.progress.texts.back());
 }
 
 TEST(Import, RefusesBrokenEvents)

@@ -39,6 +39,13 @@ std::string eventLine(const CEvnt& e)
 
 } // namespace
 
+NativeBench::NativeBench(std::string appDirectory, ScoreLinks* links)
+    : files(strings, std::move(appDirectory))
+    , editor({document, files, user, progress, quiet.transport, quiet.waveLengths, quiet.waveOutput,
+              links ? *links : score})
+{
+}
+
 bool NativeBench::load(const Bytes& file, bool wavesFollow)
 {
     // Exactly as long as the file and its tail, so that the sanitizers see a read too far.
@@ -48,7 +55,9 @@ bool NativeBench::load(const Bytes& file, bool wavesFollow)
     found.wavesFollow = wavesFollow;
     kind = found.kind;
     editor.InitEditor();
-    if (kind == 0 || editor.Load(found) == LoadResult::failed) return false;
+    const LoadResult result = kind == 0 ? LoadResult::failed : editor.Load(found);
+    partial = result == LoadResult::partial;
+    if (result == LoadResult::failed) return false;
     editor.InitTimeInfo();
     editor.BlkSize(kind);
     editor.PackSysex();

@@ -14,7 +14,7 @@ namespace tessaro::test {
 
 /// An editor that opens and saves song files held in memory, as a document does.
 struct NativeBench {
-    explicit NativeBench(std::string appDirectory = {}) : files(strings, std::move(appDirectory)) {}
+    explicit NativeBench(std::string appDirectory = {}, ScoreLinks* links = nullptr);
 
     /// True when the song stands; its kind is in `kind`.
     bool load(const Bytes& file, bool wavesFollow = false);
@@ -30,11 +30,12 @@ struct NativeBench {
     SongFormats files;
     QuietPorts quiet;
     FakeUser user;
+    FakeProgress progress;
     FakeDocument document;
     CarriedScore score;
-    CEditor editor{
-        {document, files, user, quiet.progress, quiet.transport, quiet.waveLengths, quiet.waveOutput, score}};
+    CEditor editor;
     std::uint8_t kind = 0;
+    bool partial = false; ///< not all of the file found a track
 };
 
 /// The bytes of a track's chunk: settings with a type, port, channel and transposition, an empty name, and blocks.

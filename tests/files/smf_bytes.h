@@ -50,6 +50,13 @@ private:
     Bytes m_bytes;
 };
 
+inline Bytes join(std::initializer_list<Bytes> parts)
+{
+    SmfBytes all;
+    for (const Bytes& part : parts) all.raw(part);
+    return all.bytes();
+}
+
 inline Bytes smf0(const Bytes& events, std::uint32_t division = 480)
 {
     return SmfBytes().header(0, 1, division).chunk(events).bytes();

@@ -12,7 +12,6 @@
 
 #include <deque>
 #include <fstream>
-#include <iterator>
 #include <limits>
 #include <optional>
 
@@ -81,12 +80,6 @@ struct SavingWindows final : NullAppWindows {
     }
     void titleChanged() override { ++titles; }
 };
-
-inline std::string contents(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 /// A document with its copies of unsaved work, on folders that the test gives.
 struct SavingBench {

@@ -14,17 +14,6 @@ using Codes = std::vector<int>;
 constexpr int askDeleteLinks = 921;
 constexpr std::uint32_t latestTick = 0xFFFFFFFF;
 
-struct FakeProgress final : ProgressPort {
-    int begun = 0;
-    int ended = 0;
-    std::vector<std::uint32_t> shown;
-    void begin() override { ++begun; }
-    void range(std::uint32_t, std::uint32_t) override {}
-    void pos(std::uint32_t position) override { shown.push_back(position); }
-    void text(std::string_view) override {}
-    void end() override { ++ended; }
-};
-
 /// Text events that begin with 'L' link to a score entry; a copy is numbered.
 struct FakeScore final : ScoreLinks {
     int copies = 0;
@@ -43,16 +32,13 @@ struct FakeScore final : ScoreLinks {
     bool save(ByteSink&) const override { return true; }
 };
 
-struct Bench {
-    QuietPorts quiet;
-    FakeUser user;
-    FakeTransport transport;
-    FakeDocument document;
-    FakeWaves waves;
-    FakeFiles files;
-    FakeProgress progress;
+struct Linked {
     FakeScore score;
-    CEditor editor{{document, files, user, progress, transport, waves, quiet.waveOutput, score}};
+};
+
+struct Bench : Linked, EditorBench {
+    Bench() : EditorBench(&score) {}
+
     FakeView view;
     POSITION one = trk(1);
     POSITION two = trk(2);
@@ -246,7 +232,7 @@ TEST(BlockEdit, DivisionCutsWhatReachesOverIt)
     EXPECT_EQ(Bench::blk(ghost).GetTimeEnd(), 480U);
     EXPECT_EQ(Codes(b.view.codes.begin(), b.view.codes.begin() + 2), (Codes{hint::blkReSize, hint::blkDiv}));
     EXPECT_EQ(b.progress.begun, b.progress.ended);
-    EXPECT_TRUE(std::ranges::is_sorted(b.progress.shown.begin(), b.progress.shown.begin() + 3));
+    EXPECT_TRUE(std::ranges::is_sorted(b.progress.positions.begin(), b.progress.positions.begin() + 3));
 
     expectUndoable(b.editor, [&] { EXPECT_TRUE(b.editor.BlkDiv(b.one, blk, 1100)); });
     EXPECT_EQ(picture(*Bench::blk(blk).GetRealBlk()), " 0:144,60,100");

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/fakes.h"
 #include "core/model/blk.h"
 #include "core/model/realblk.h"
 #include "core/model/trk.h"
@@ -12,16 +13,7 @@
 namespace tessaro {
 namespace {
 
-_EDT_EVNT note(std::uint32_t time, std::uint8_t key, std::uint32_t gate = 10)
-{
-    _EDT_EVNT rec;
-    rec.status = 0x90;
-    rec.post1 = key;
-    rec.post2 = 100;
-    rec.time = time;
-    rec.gateTime = gate;
-    return rec;
-}
+_EDT_EVNT note(std::uint32_t time, std::uint8_t key, std::uint32_t gate = 10) { return test::noteRec(time, gate, key); }
 
 struct Entry {
     std::uint32_t time;
