@@ -12,9 +12,11 @@ namespace tessaro::test {
 inline std::string picture(const CRealBlk& real)
 {
     std::string out;
-    for (const CEvnt* e = real.events().head(); e; e = List<CEvnt>::next(e))
+    for (const CEvnt* e = real.events().head(); e; e = List<CEvnt>::next(e)) {
         out += ' ' + std::to_string(e->GetTime()) + ':' + std::to_string(e->GetStatus()) + ','
              + std::to_string(e->GetPost1()) + ',' + std::to_string(e->GetGateTime());
+        for (const std::uint8_t byte : e->payload()) out += '/' + std::to_string(byte);
+    }
     return out;
 }
 

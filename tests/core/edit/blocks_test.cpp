@@ -110,7 +110,7 @@ TEST(BlockEdit, CopiesAreIndependentAndGhostsAreNot)
 
     expectUndoable(b.editor, [&] { EXPECT_TRUE(b.editor.BlkCopy(b.one, source, b.two, 5000)); });
     const CBlk& copy = *List<CTrk>::get(b.two)->blocks().head();
-    EXPECT_EQ(b.look(2), "[riff 1 5000-6920 0:144,60,300 480:144,61,300 480:255,0,0 960:144,62,300]");
+    EXPECT_EQ(b.look(2), "[riff 1 5000-6920 0:144,60,300 480:144,61,300 480:255,0,0/76/1 960:144,62,300]");
     EXPECT_EQ(List<CEvnt>::get(copy.GetRealBlk()->GetPos(2))->payload()[1], 1) << "a score entry of its own";
 
     POSITION ghost = nullptr;

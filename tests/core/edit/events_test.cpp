@@ -2,11 +2,11 @@
 #include "core/edit/undo_scope.h"
 #include "core/fakes.h"
 #include "core/model/meta.h"
+#include "core/song_picture.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
 
 namespace tessaro::test {
 namespace {
@@ -28,6 +28,7 @@ struct Bench : EditorBench {
 
     Bench()
     {
+        List<CBlk>::get(masterBlk)->SetTimeEnd(96000);
         e.NewBlk(1, top);
         blk = e.GetHeadBlkPos(1);
         block()->SetTimeEnd(2880);
@@ -66,16 +67,11 @@ struct Bench : EditorBench {
         return evnt;
     }
 
-    /// The events of a block in list order.
-    [[nodiscard]] static std::string picture(POSITION of)
+    [[nodiscard]] POSITION signatureAt(std::uint32_t time) const
     {
-        std::ostringstream out;
-        for (CEvnt* ev = List<CEvnt>::get(List<CBlk>::get(of)->GetHeadPos()); ev; ev = List<CEvnt>::next(ev)) {
-            out << ev->GetTime() << ':' << +ev->GetStatus() << '/' << +ev->GetPost1() << '+' << ev->GetGateTime();
-            for (const std::uint8_t b : ev->payload()) out << ' ' << +b;
-            out << '\n';
-        }
-        return out.str();
+        for (CEvnt* ev = e.song().masterReal()->events().head(); ev; ev = List<CEvnt>::next(ev))
+            if (ev->isMeta(meta::timeSignature) && ev->GetTime() == time) return ev;
+        return nullptr;
     }
     [[nodiscard]] std::vector<std::uint32_t> times(std::uint8_t type) const
     {
@@ -84,25 +80,6 @@ struct Bench : EditorBench {
         for (const CEvnt* ev = real.events().head(); ev; ev = List<CEvnt>::next(ev))
             if (ev->isMeta(type)) all.push_back(ev->GetTime());
         return all;
-    }
-
-    /// Does an edit of the block in one step, and sees that undo and redo give the lists back, event by event.
-    template <class Edit>
-    void undoable(POSITION of, Edit&& edit)
-    {
-        const std::string before = picture(of);
-        {
-            const UndoScope step(e, "step");
-            edit();
-        }
-        const std::string after = picture(of);
-        EXPECT_NE(before, after);
-        for (int i = 0; i < 2; ++i) {
-            ASSERT_TRUE(e.UndoNode());
-            EXPECT_EQ(picture(of), before);
-            ASSERT_TRUE(e.RedoNode());
-            EXPECT_EQ(picture(of), after);
-        }
     }
 };
 
@@ -177,13 +154,102 @@ TEST(Events, SignaturesStandOnBarLinesOneATick)
     EXPECT_EQ(b.at(moved).GetTime(), 3U * 1920) << "from the middle of measure 3 to measure 4";
     b.putMaster(b.signature(3 * 1920 + 1440, 5));
     EXPECT_EQ(b.times(meta::timeSignature), (std::vector<std::uint32_t>{0, 5760, 7200}));
-    b.undoable(b.masterBlk, [&] {
+    expectUndoable(b.e, [&] {
         // The second one at a tick replaces the first: the one behind it was counted in the replaced measure.
         ASSERT_TRUE(b.e.InsEvnt(b.master, b.masterBlk, b.signature(5760, 7)));
     });
     EXPECT_EQ(b.times(meta::timeSignature), (std::vector<std::uint32_t>{0, 5760, 5760 + 7 * 480}));
     POSITION none = nullptr;
     EXPECT_FALSE(b.e.InsEvnt(b.master, b.masterBlk, b.signature(latest, 4), none)) << "no bar line is left";
+}
+
+TEST(Events, LaterSignaturesKeepTheirMeasures)
+{
+    using Times = std::vector<std::uint32_t>;
+    using Codes = std::vector<int>;
+    struct Case {
+        const char* what;
+        void (*edit)(Bench&);
+        Times times;
+        Codes codes;
+    };
+    const Case cases[] = {
+        {"the first one overwritten; its record moves it nowhere",
+         [](Bench& b) { b.e.SetEvnt(b.master, b.masterBlk, b.signatureAt(0), b.signature(777, 5)); },
+         {0, 4800, 7680},
+         {hint::evntChng, hint::tsChng}},
+        {"the last one overwritten",
+         [](Bench& b) { b.e.SetEvnt(b.master, b.masterBlk, b.signatureAt(6720), b.signature(6720, 7, 3)); },
+         {0, 3840, 6720},
+         {hint::evntChng, hint::measChng}},
+        {"one more: the measure between is one of 2/4 now",
+         [](Bench& b) { b.e.InsEvnt(b.master, b.masterBlk, b.signature(1920, 2)); },
+         {0, 1920, 2880, 5760},
+         {hint::tsChng}},
+        {"a second one at a tick, of the same length",
+         [](Bench& b) { b.e.InsEvnt(b.master, b.masterBlk, b.signature(3840, 6, 3)); },
+         {0, 3840, 6720},
+         {hint::delEvnt, hint::insEvnt, hint::measChng}},
+        {"one deleted: its measures are those of the one before",
+         [](Bench& b) { b.e.DeleteEvnt(b.master, b.masterBlk, b.signatureAt(3840)); },
+         {0, 7680},
+         {hint::delEvnt, hint::tsChng}},
+        {"the last one deleted",
+         [](Bench& b) { b.e.DeleteEvnt(b.master, b.masterBlk, b.signatureAt(6720)); },
+         {0, 3840},
+         {hint::delEvnt, hint::measChng}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        Bench b;
+        b.putMaster(b.signature(3840, 3));
+        b.putMaster(b.signature(6720, 4));
+        for (const std::uint32_t time : {3840U, 4000U}) b.putMaster(b.meta(meta::text, time, {'x'}));
+        expectUndoable(b.e, [&] {
+            c.edit(b);
+            EXPECT_EQ(b.view.codes, c.codes);
+            EXPECT_EQ(b.e.flags().measChanged, c.codes == (Codes{hint::evntChng, hint::measChng}));
+        });
+        EXPECT_EQ(b.times(meta::timeSignature), c.times);
+        EXPECT_EQ(b.times(meta::text), (Times{3840, 4000})) << "other events stay";
+        _EDT_MEAS at;
+        b.e.TimeToMeas(c.times.back(), at);
+        EXPECT_EQ(at.meas, c.times.back() == 3840 ? 3U : 5U);
+    }
+}
+
+TEST(Events, AShiftOfSignaturesIsRecordedAsDeletionsAndThenInsertions)
+{
+    Bench b;
+    b.putMaster(b.signature(3840, 3));
+    b.putMaster(b.signature(6720, 4));
+    const auto times = [&] { return b.times(meta::timeSignature); };
+    const POSITION last = b.signatureAt(6720);
+    b.e.ChngTs(b.master, b.masterBlk, last, 6720, 4, 2, &b.at(last));
+    EXPECT_TRUE(b.view.codes.empty()) << "the same values change nothing";
+    b.e.UpdateTs(b.master, b.masterBlk, b.signatureAt(3840), 480);
+    EXPECT_EQ(b.e.GetUndoRedoCount(), 0) << "outside of a step nothing is recorded";
+    expectUndoable(b.e, [&] { b.e.UpdateTs(b.master, b.masterBlk, b.signatureAt(4320), -5000); });
+    CUndoNode* step = nullptr;
+    ASSERT_TRUE(b.e.GetUndoNode(0, &step));
+    std::vector<UndoKind> kinds;
+    for (const CUndo& change : step->changes) kinds.push_back(change.kind);
+    EXPECT_EQ(kinds, (std::vector{UndoKind::evntDel, UndoKind::evntDel, UndoKind::evntIns, UndoKind::evntIns}));
+    EXPECT_EQ(times(), (std::vector<std::uint32_t>{0, 0, 2200})) << "times stop at 0";
+
+    CEvnt* odd = nullptr; // a body that only files have
+    CRealBlk& real = *b.e.song().masterReal();
+    real.New(&odd);
+    const std::uint8_t one[] = {3};
+    ASSERT_TRUE(odd->SetMeta(1920, meta::timeSignature, 1, one, 0));
+    real.Add(1920, odd);
+    b.e.ChngTs(b.master, b.masterBlk, odd, 1920, 4, 2, odd);
+    b.e.UpdateTs(b.master, b.masterBlk, odd, 1920);
+    EXPECT_EQ(times(), (std::vector<std::uint32_t>{0, 0, 1920, 4120}));
+    _EDT_EVNT rec;
+    real.GetEvnt(odd, rec);
+    b.e.DelTs(b.master, b.masterBlk, odd, rec);
+    EXPECT_EQ(times(), (std::vector<std::uint32_t>{0, 0, 4120}));
 }
 
 TEST(Events, ReTimingIsUndoneExactlyAtEqualTicks)
@@ -197,19 +263,14 @@ TEST(Events, ReTimingIsUndoneExactlyAtEqualTicks)
         b.putMaster(b.meta(meta::text, t, {'a'}));
         b.putMaster(b.meta(meta::text, t, {'b'}));
     }
-    const auto signatureAt = [&](std::uint32_t time) -> POSITION {
-        for (CEvnt* ev = b.e.song().masterReal()->events().head(); ev; ev = List<CEvnt>::next(ev))
-            if (ev->isMeta(meta::timeSignature) && ev->GetTime() == time) return ev;
-        return nullptr;
-    };
-    b.undoable(b.masterBlk, [&] { b.e.InsEvnt(b.master, b.masterBlk, b.signature(0, 5)); });
-    b.undoable(b.masterBlk, [&] { b.e.SetEvnt(b.master, b.masterBlk, signatureAt(0), b.signature(0, 4)); });
-    b.undoable(b.masterBlk, [&] { b.e.DeleteEvnt(b.master, b.masterBlk, signatureAt(1920)); });
+    expectUndoable(b.e, [&] { b.e.InsEvnt(b.master, b.masterBlk, b.signature(0, 5)); });
+    expectUndoable(b.e, [&] { b.e.SetEvnt(b.master, b.masterBlk, b.signatureAt(0), b.signature(0, 4)); });
+    expectUndoable(b.e, [&] { b.e.DeleteEvnt(b.master, b.masterBlk, b.signatureAt(1920)); });
     EXPECT_EQ(b.times(meta::timeSignature), (std::vector<std::uint32_t>{0, 5760, 7680})) << "still measures 4 and 5";
-    b.undoable(b.masterBlk, [&] {
+    expectUndoable(b.e, [&] {
         b.e.InsEvnt(b.master, b.masterBlk, b.signature(3000, 6, 3));
         b.e.InsEvnt(b.master, b.masterBlk, b.signature(3840, 2));
-        b.e.DeleteEvnt(b.master, b.masterBlk, signatureAt(3840)->prev);
+        b.e.DeleteEvnt(b.master, b.masterBlk, b.signatureAt(3840)->prev);
     });
     while (b.e.GetUndoRedoIndex() >= 0) ASSERT_TRUE(b.e.UndoNode());
     EXPECT_EQ(b.times(meta::timeSignature), (std::vector<std::uint32_t>{0, 1920, 4800, 6720}));
@@ -221,13 +282,13 @@ TEST(Events, OverwritingIsUndoneAndRefusedAsAWhole)
     const POSITION note = b.put(noteRec(1000, 10));
     const POSITION text = b.put(b.meta(meta::text, 1000, {'x'}));
     b.view.codes.clear();
-    b.undoable(b.blk, [&] {
+    expectUndoable(b.e, [&] {
         ASSERT_TRUE(b.e.SetEvnt(b.trk, b.blk, note, noteRec(1000, 20, 61)));
         // Another time is a move as well, behind what stands there.
         ASSERT_TRUE(b.e.SetEvnt(b.trk, b.blk, note, noteRec(1040, 20, 62)));
     });
     EXPECT_EQ(text->next, note);
-    const std::string before = b.picture(b.blk);
+    const std::string before = picture(b.e);
     const int steps = b.e.GetUndoRedoCount();
     {
         const UndoScope step(b.e, "refused");
@@ -236,29 +297,14 @@ TEST(Events, OverwritingIsUndoneAndRefusedAsAWhole)
         EXPECT_FALSE(b.e.SetEvnt(b.ghostTrk, b.ghost, note, noteRec(9600, 30)));
         EXPECT_FALSE(b.e.SetEvnt(b.trk, b.blk, nullptr, noteRec(1000, 30)));
     }
-    EXPECT_EQ(b.picture(b.blk), before);
+    EXPECT_EQ(picture(b.e), before);
     EXPECT_EQ(b.e.GetUndoRedoCount(), steps) << "nothing was recorded";
     // A record may borrow from the very event that it overwrites.
     _EDT_EVNT own;
     b.at(text).Get(own);
     own.time += top;
     EXPECT_TRUE(b.e.SetEvnt(b.trk, b.blk, text, own));
-    EXPECT_EQ(b.picture(b.blk), before);
-}
-
-TEST(Events, OverwritingMasterEventsTellsTheMaps)
-{
-    Bench b;
-    b.putMaster(b.signature(1920, 3));
-    const POSITION key = b.putMaster(b.meta(meta::keySignature, 0, {1, 0}));
-    const POSITION first = b.e.GetHeadEvntPos(0, 0);
-    b.view.codes.clear();
-    ASSERT_TRUE(b.e.SetEvnt(b.master, b.masterBlk, first, b.signature(777, 5)));
-    EXPECT_EQ(b.times(meta::timeSignature), (std::vector<std::uint32_t>{0, 2400})) << "never moved by its record";
-    EXPECT_EQ(b.view.codes, (std::vector{hint::evntChng, hint::tsChng}));
-    b.e.flags() = {};
-    ASSERT_TRUE(b.e.SetEvnt(b.master, b.masterBlk, key, b.meta(meta::keySignature, 0, {2, 0})));
-    EXPECT_TRUE(b.e.flags().keyChanged);
+    EXPECT_EQ(picture(b.e), before);
 }
 
 TEST(Events, MovesWarnOnceAStepOfWhatStays)
@@ -268,13 +314,16 @@ TEST(Events, MovesWarnOnceAStepOfWhatStays)
     const POSITION signature = b.putMaster(b.signature(1920, 3));
     const POSITION copyright = b.putMaster(b.meta(meta::copyright, 0, {'c'}));
     const POSITION key = b.putMaster(b.meta(meta::keySignature, 0, {1, 0}));
-    b.undoable(b.masterBlk, [&] {
+    expectUndoable(b.e, [&] {
         EXPECT_FALSE(b.e.SetLocation(b.master, b.masterBlk, signature, 0));
         EXPECT_FALSE(b.e.SetLocation(b.master, b.masterBlk, copyright, 480));
         b.view.codes.clear();
         EXPECT_TRUE(b.e.SetLocation(b.master, b.masterBlk, tempo, 1920));
         EXPECT_TRUE(b.e.SetLocation(b.master, b.masterBlk, key, 1));
         EXPECT_TRUE(std::count(b.view.codes.begin(), b.view.codes.end(), hint::keyChng));
+        b.e.flags() = {};
+        EXPECT_TRUE(b.e.SetEvnt(b.master, b.masterBlk, key, b.meta(meta::keySignature, 0, {2, 0})));
+        EXPECT_TRUE(b.e.flags().keyChanged);
     });
     EXPECT_EQ(b.user.messages, (std::vector{925}));
     EXPECT_EQ(signature->next, tempo) << "behind what stands at that tick";
@@ -298,7 +347,7 @@ TEST(Events, TheFirstSignatureAndTempoStay)
         b.e.DeleteEvnt(b.trk, b.blk, nullptr);
     }
     EXPECT_EQ(b.e.GetUndoRedoCount(), 0);
-    b.undoable(b.masterBlk, [&] { b.e.DeleteEvnt(b.master, b.masterBlk, later); });
+    expectUndoable(b.e, [&] { b.e.DeleteEvnt(b.master, b.masterBlk, later); });
     EXPECT_EQ(b.times(meta::tempo), (std::vector<std::uint32_t>{0}));
 }
 
@@ -335,15 +384,16 @@ TEST(Events, RecordingLeavesTheTransportAlone)
 {
     Bench b;
     b.transport.playing = true;
-    b.undoable(b.blk, [&] {
-        ASSERT_TRUE(b.e.RecEvnt(b.trk, b.blk, noteRec(0, 2400)));
+    ASSERT_TRUE(b.e.RecEvnt(b.trk, b.blk, noteRec(0, 2400)));
+    expectUndoable(b.e, [&] {
+        ASSERT_TRUE(b.e.RecEvnt(b.trk, b.blk, noteRec(0, 100)));
         EXPECT_TRUE(b.transport.playing);
-        ASSERT_TRUE(b.e.RecSetEvnt(b.trk, b.blk, b.block()->GetHeadPos(), noteRec(top + 7, 9000, 61)));
+        ASSERT_TRUE(b.e.RecSetEvnt(b.trk, b.blk, b.block()->GetTailPos(), noteRec(top + 7, 9000, 61)));
         EXPECT_TRUE(b.transport.playing);
     });
     EXPECT_EQ(b.block()->GetTimeEnd(), 3360U) << "an insertion grows the block, overwriting does not";
     EXPECT_EQ(b.e.GetBlkTimeEnd(2, 0), 9600U + 2400);
-    EXPECT_EQ(b.at(b.block()->GetHeadPos()).GetTime(), 0U);
+    EXPECT_EQ(b.at(b.block()->GetTailPos()).GetTime(), 0U);
 
     b.view.codes.clear();
     const POSITION quick = CEditor::RealRecEvnt(b.block(), noteRec(0, 9000));
@@ -366,7 +416,7 @@ TEST(Events, NotesOfOnePitchJoin)
     EXPECT_FALSE(b.e.NoteApp(b.trk, b.blk, other, early));
     EXPECT_FALSE(b.e.NoteApp(b.trk, b.blk, early, early));
     EXPECT_FALSE(b.e.NoteApp(b.ghostTrk, b.ghost, late, early));
-    b.undoable(b.blk, [&] { ASSERT_TRUE(b.e.NoteApp(b.trk, b.blk, late, early)); });
+    expectUndoable(b.e, [&] { ASSERT_TRUE(b.e.NoteApp(b.trk, b.blk, late, early)); });
     EXPECT_EQ(b.at(early).GetGateTime(), 500U);
     const POSITION inner = b.put(noteRec(1100, 10));
     ASSERT_TRUE(b.e.NoteApp(b.trk, b.blk, inner, early));
@@ -380,7 +430,7 @@ TEST(Events, NotesDivideStrictlyInside)
     const POSITION note = b.put(noteRec(1000, 100));
     for (const std::uint32_t t : {999U, 1000U, 1100U, 1101U}) EXPECT_FALSE(b.e.NoteDiv(b.trk, b.blk, note, t)) << t;
     EXPECT_FALSE(b.e.NoteDiv(b.ghostTrk, b.ghost, note, 9700));
-    b.undoable(b.blk, [&] { ASSERT_TRUE(b.e.NoteDiv(b.trk, b.blk, note, 1001)); });
+    expectUndoable(b.e, [&] { ASSERT_TRUE(b.e.NoteDiv(b.trk, b.blk, note, 1001)); });
     EXPECT_EQ(b.at(note).GetGateTime(), 1U);
     EXPECT_EQ(b.at(note->next).GetTime(), 41U);
     EXPECT_EQ(b.at(note->next).GetGateTime(), 99U);
