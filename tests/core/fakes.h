@@ -116,10 +116,12 @@ struct FakeWaves final : WaveLengths {
 /// Recognises what the test says, and fills the song by a function of the test.
 struct FakeFiles final : SongFiles {
     std::uint8_t kind = 2;
+    std::vector<std::uint8_t> behind; ///< what a reader found behind the file
     std::function<LoadResult(CEditor&)> fill = [](CEditor&) { return LoadResult::complete; };
 
     _EDT_FILE recognise(std::span<std::uint8_t> buffer, std::uint32_t length) override
     {
+        behind.assign(buffer.begin() + length, buffer.end());
         _EDT_FILE file;
         file.kind = kind;
         file.fileLength = length;

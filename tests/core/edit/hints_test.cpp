@@ -191,30 +191,5 @@ TEST(Hints, ABroadcastSparesItsSenderAndSurvivesItsViews)
     EXPECT_TRUE(second.codes.empty());
 }
 
-TEST(EditSteps, TheTransportRunsOnWhenTheStepEnds)
-{
-    HintBench b;
-    b.transport.playing = true;
-    ASSERT_TRUE(b.editor.OpenUndoNode("step"));
-    EXPECT_FALSE(b.editor.OpenUndoNode("inner"));
-    b.editor.SetTrkArrange(3, 1);
-    b.editor.SetTrkArrange(4, 1);
-    EXPECT_FALSE(b.transport.playing);
-    EXPECT_FALSE(b.document.modified);
-    b.editor.CloseUndoNode();
-    EXPECT_TRUE(b.transport.playing);
-    EXPECT_TRUE(b.document.modified);
-    EXPECT_FALSE(b.editor.GetModifyLock()) << "a step can be taken back";
-
-    b.document.modified = false;
-    b.editor.OpenUndoNode("empty");
-    b.editor.CloseUndoNode();
-    EXPECT_FALSE(b.document.modified);
-    b.transport.playing = false;
-    b.editor.StopSeq();
-    b.editor.PlaySeq();
-    EXPECT_FALSE(b.transport.playing) << "what did not run is not started";
-}
-
 } // namespace
 } // namespace tessaro::test

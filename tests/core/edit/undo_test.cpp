@@ -125,18 +125,38 @@ TEST(Undo, TheModifiedMarkFollowsTheHistory)
     b.editor.SetModify();
     b.editor.UndoNode();
     EXPECT_TRUE(b.document.modified) << "a change without undo stands";
+
+    Bench cleared;
+    EXPECT_FALSE(cleared.editor.ClearUndoRedo());
+    cleared.deleteNote(0);
+    EXPECT_TRUE(cleared.editor.ClearUndoRedo());
+    EXPECT_EQ(cleared.editor.GetUndoRedoCount(), 0);
+    cleared.deleteNote(1);
+    cleared.editor.UndoNode();
+    EXPECT_TRUE(cleared.document.modified) << "so does one whose history is gone";
 }
 
-TEST(Undo, AClearedHistoryKeepsTheMark)
+TEST(Undo, TheTransportStandsStillDuringStepsAndUndo)
 {
     Bench b;
-    EXPECT_FALSE(b.editor.ClearUndoRedo());
-    b.deleteNote(0);
-    EXPECT_TRUE(b.editor.ClearUndoRedo());
-    EXPECT_EQ(b.editor.GetUndoRedoCount(), 0);
-    b.deleteNote(1);
-    b.editor.UndoNode();
+    b.transport.playing = true;
+    b.step([&] {
+        b.editor.SetTrkArrange(3, 1);
+        b.editor.SetTrkArrange(4, 1);
+        EXPECT_FALSE(b.transport.playing);
+        EXPECT_FALSE(b.document.modified);
+    });
+    EXPECT_TRUE(b.transport.playing);
     EXPECT_TRUE(b.document.modified);
+    EXPECT_FALSE(b.editor.GetModifyLock()) << "a step can be taken back";
+    b.transport.calls.clear();
+    b.editor.UndoNode();
+    EXPECT_EQ(b.transport.calls.front(), "stop");
+    EXPECT_EQ(b.transport.calls.back(), "resume");
+    b.transport.playing = false;
+    b.editor.StopSeq();
+    b.editor.PlaySeq();
+    EXPECT_FALSE(b.transport.playing) << "what did not run is not started";
 }
 
 TEST(Undo, ANewStepDropsWhatCouldBeRedone)
@@ -279,15 +299,6 @@ TEST(Undo, AFailureToRecordLetsTheStepGoOn)
     b.editor.DeleteEvnt(b.trk, b.blk, b.notes[1]);
     b.editor.CloseUndoNode();
     EXPECT_EQ(b.block().GetNum(), 3U);
-}
-
-TEST(Undo, TheTransportStandsStill)
-{
-    Bench b;
-    b.deleteNote(0);
-    b.transport.playing = true;
-    b.editor.UndoNode();
-    EXPECT_EQ(b.transport.calls, (std::vector<std::string>{"stop", "resume"}));
 }
 
 TEST(Undo, ViewsHearOfEachKind)
