@@ -31,39 +31,6 @@ TEST(ExportBytes, ASongWithoutEvents)
     EXPECT_TRUE(rig.save(7).empty());
 }
 
-TEST(ExportBytes, TiesFollowTrackBlockAndPlace)
-{
-    ExportRig rig;
-    addMeta(rig.master(), 480, 0x01, "m");
-    CRealBlk& first = rig.blk(1);
-    addShort(first, 0, 0x90, {60, 100}, 480);
-    addShort(first, 480, 0xB0, {1, 11});
-    CRealBlk& shared = rig.blk(1, 480);
-    addShort(shared, 0, 0xB0, {2, 12});
-    rig.trk(2).NewAdd(480, &shared, blktype::ghost);
-
-    const Bytes start{0x00, 0x90, 60, 100, 0x83, 0x60, 0x90, 60, 0};
-    const Bytes text{0x00, 0xFF, 0x01, 0x01, 'm'};
-    const Bytes track1{0x00, 0xB0, 1, 11, 0x00, 0xB0, 2, 12};
-    const Bytes track2{0x00, 0xB1, 2, 12};
-    EXPECT_EQ(rig.save(1), smf0(join({start, text, track1, track2, eot})));
-    EXPECT_EQ(
-        rig.save(3),
-        SmfBytes().raw(smf0(join({start, track2, track1, text, eot}))).chunk(eot, "ZPIH").chunk(eot, "ZPKM").bytes());
-}
-
-TEST(ExportBytes, NoteEnds)
-{
-    ExportRig rig;
-    CRealBlk& real = rig.blk(1, 10);
-    addShort(real, 0, 0x90, {60, 100}, 100);
-    addShort(real, 0, 0x90, {62, 100}, 100);
-    addShort(real, 100, 0x90, {64, 100}, 0); // hangs
-    EXPECT_EQ(
-        rig.save(1),
-        smf0(join({{10, 0x90, 60, 100, 0, 0x90, 62, 100}, {100, 0x90, 62, 0, 0, 0x90, 60, 0, 0, 0x90, 64, 100}, eot})));
-}
-
 TEST(ExportBytes, ChannelAndTranspositionAreTheTracks)
 {
     ExportRig rig;

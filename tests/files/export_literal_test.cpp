@@ -171,6 +171,7 @@ void randomBlks(ExportRig& rig, Dice& dice)
             addShort(real, time, 0xB0, {n, i});
             time += dice.below(9);
         }
+        if (dice.oneIn(4)) rig.trk(static_cast<int>(dice.below(5))).NewAdd(dice.below(30), &real, blktype::ghost);
     }
 }
 
