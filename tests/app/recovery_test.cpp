@@ -11,16 +11,20 @@ namespace {
 
 class RecoveryTest : public WindowTest {
 protected:
+    void keepCopies()
+    {
+        for (int minute = 0; minute < 2; ++minute) {
+            program->document().KeepCopy();
+            advance(60'000);
+        }
+    }
     /// Works on a song for a while, and ends without saving.
     void leaveUnsaved(const QString& file, int transpose)
     {
         saveAnswer = SaveAnswer::discard;
         if (!file.isEmpty()) frame().openFile(file);
         editor().SetTrkTranspose(1, transpose);
-        for (int minute = 0; minute < 2; ++minute) {
-            program->document().KeepCopy();
-            advance(60'000);
-        }
+        keepCopies();
         saveAnswer = SaveAnswer::cancel;
         startProgram({});
     }
@@ -34,10 +38,7 @@ TEST_F(RecoveryTest, NothingIsOfferedWithoutNeed)
 {
     EXPECT_EQ(offered(), 0);
     frame().openFile(song);
-    for (int minute = 0; minute < 2; ++minute) {
-        program->document().KeepCopy();
-        advance(60'000);
-    }
+    keepCopies();
     startProgram({});
     EXPECT_EQ(offered(), 0);
 }

@@ -1,27 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/edit/editor.h"
+#include "core/fakes.h"
 
 namespace tessaro {
 
-/// A document that only remembers whether it was modified.
-struct PlainDocument final : DocumentPort {
-    void SetModifiedFlag(bool modified) override { m_modified = modified; }
-    bool IsModified() const override { return m_modified; }
-    bool m_modified = false;
-};
-
-struct NoFiles final : SongFiles {
-    _EDT_FILE recognise(std::span<std::uint8_t>, std::uint32_t) override { return {}; }
-    LoadResult load(const _EDT_FILE&, CEditor&) override { return LoadResult::failed; }
-    bool save(std::uint8_t, CEditor&, ByteSink&) override { return false; }
-};
-
 /// A song in memory, without engine or files.
 struct SongFixture {
-    PlainDocument document;
-    NoFiles files;
+    test::FakeDocument document;
+    test::FakeFiles files;
     QuietPorts quiet;
     CEditor editor{quiet.with(document, files)};
 
@@ -39,12 +26,8 @@ struct SongFixture {
     /// `time` is absolute.
     static void addNote(CBlk& blk, std::uint32_t time, int key, int velocity, std::uint32_t gate)
     {
-        _EDT_EVNT note;
-        note.status = status::note;
-        note.time = time;
-        note.post1 = static_cast<std::uint8_t>(key);
+        _EDT_EVNT note = test::noteRec(time, gate, static_cast<std::uint8_t>(key));
         note.post2 = static_cast<std::uint8_t>(velocity);
-        note.gateTime = gate;
         blk.InsEvnt(note);
     }
 };
