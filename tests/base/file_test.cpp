@@ -3,11 +3,9 @@
 #include "base/profile.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 
@@ -86,24 +84,6 @@ TEST_F(FileTest, ReplacesAFileAsAWholeOrNotAtAll)
     EXPECT_TRUE(makeFolders(at("a/b/c")));
     EXPECT_TRUE(isWritableFolder(at("a/b/c")));
     EXPECT_FALSE(makeFolders(at("song/b")));
-}
-
-TEST_F(FileTest, AFullDiskLeavesTheOldFile)
-{
-    ASSERT_EQ(write(at("song"), "old"), FileError::none);
-    // A limit on the size of files stands for the full disk; the signal that comes with it is ignored.
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit limit{.rlim_cur = 1000, .rlim_max = before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-    const FileError error = write(at("song"), std::string(5000, 'x'));
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-
-    EXPECT_EQ(error, FileError::tooLarge);
-    EXPECT_EQ(read(at("song")), "old");
-    EXPECT_EQ(fileCount(), 1);
 }
 
 TEST_F(FileTest, FoldersFollowTheEnvironment)

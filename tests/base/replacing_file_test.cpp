@@ -86,6 +86,7 @@ TEST(ReplacingFile, NamesTheReason)
               FileError::hardware);
     EXPECT_EQ(errorWith([](MemoryDisk& d) { d.spoilRead = [](std::string& s) { s.pop_back(); }; }),
               FileError::endsEarly);
+    EXPECT_EQ(fileErrorOf(EFBIG), FileError::tooLarge);
     EXPECT_EQ(causeOf(FileError::hardware), TextId::fileCauseHardware);
     EXPECT_EQ(causeOf(fileErrorOf(ENOSPC)), TextId::fileCauseDiskFull);
     EXPECT_EQ(causeOf(fileErrorOf(EMFILE)), TextId::fileCauseTooManyOpen);

@@ -7,36 +7,6 @@
 namespace tessaro::test {
 namespace {
 
-std::vector<std::uint32_t> times(const CEditor& editor, int trk)
-{
-    std::vector<std::uint32_t> all;
-    _EDT_EVNT rec;
-    for (POSITION pos = editor.GetHeadEvntPos(trk, 0); editor.GetNextEvnt(trk, 0, pos, rec);) all.push_back(rec.time);
-    return all;
-}
-
-TEST(LoadSteps, Format1BlocksBecomeWholeMeasures)
-{
-    EditorBench b;
-    CEditor& e = b.editor;
-    const auto add = [&](int trk, std::uint32_t time, std::uint32_t end) {
-        if (!e.GetHeadBlkPos(trk)) e.NewBlk(trk, 0);
-        e.NewAddTailEvnt(trk, 0, noteRec(time, 10));
-        List<CBlk>::get(e.GetHeadBlkPos(trk))->SetTimeEnd(end);
-    };
-    add(1, 2 * 1920 + 100, 2 * 1920 + 100);
-    add(1, 4 * 1920, 4 * 1920 + 5);
-    add(2, 7, 1920);  // ends on a bar line: the measure that begins there holds the end
-    e.NewBlk(3, 480); // no event
-    e.BlkSize(2);
-    EXPECT_EQ(e.GetBlkTimeTop(1, 0), 2U * 1920);
-    EXPECT_EQ(e.GetBlkTimeEnd(1, 0), 5U * 1920);
-    EXPECT_EQ(times(e, 1), (std::vector<std::uint32_t>{100, 2 * 1920}));
-    EXPECT_EQ(e.GetBlkTimeTop(2, 0), 0U);
-    EXPECT_EQ(e.GetBlkTimeEnd(2, 0), 2U * 1920);
-    EXPECT_EQ(e.GetBlkTimeTop(3, 0), 480U);
-}
-
 TEST(LoadSteps, OtherKindsKeepTheirBlocks)
 {
     EditorBench b;
