@@ -18,10 +18,13 @@ namespace tessaro {
 
 namespace {
 
+/// Null when the server takes no client for as long as a test waits.
 jack_client_t* openClient(const std::string& server, const char* name)
 {
-    return jack_client_open(name, static_cast<jack_options_t>(JackNoStartServer | JackServerName), nullptr,
-                            server.c_str());
+    jack_client_t* client = nullptr;
+    const auto options = static_cast<jack_options_t>(JackNoStartServer | JackServerName);
+    waitFor([&] { return (client = jack_client_open(name, options, nullptr, server.c_str())) != nullptr; });
+    return client;
 }
 
 /// Servers start one at a time: the first of a machine makes the registry that all share, and another one that starts
