@@ -20,7 +20,7 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
     , m_loom(clock, midi)
     , m_smc({m_loom, clock, store, m_wsIni, m_user, strings})
     , m_transport(m_smc)
-    , m_panel(m_smc, store)
+    , m_panel({m_smc, clock, store, m_user, strings, &m_disk})
     , m_messages(m_smc, m_panel, m_media)
     , m_devices(m_smc, midi)
     , m_files(strings, folders.appDirectory)

@@ -72,6 +72,7 @@ private:
     MessageQueue m_queue;
     QSocketNotifier m_queueNotifier;
 
+    SystemFiles m_disk;
     Loom m_loom;
     Smc m_smc;
     SongTransport m_transport;
@@ -84,7 +85,6 @@ private:
     NullWaveLengths m_waveLengths;
     NullWaveOutput m_waveOutput;
     CarriedScore m_score;
-    SystemFiles m_disk;
     const std::string m_recoveryFolder;
     std::unique_ptr<Autosave> m_autosave; ///< null when no copies are kept
     CTR9Doc m_document;

@@ -16,7 +16,7 @@ Player::Player(Clock& clock, MidiSystem& midi, UserPort& user, SendObserver* obs
     , m_reader(m_strings, appDirectory)
     , m_loom(clock, midi)
     , m_smc({m_loom, clock, m_settings, m_settings, user, m_strings})
-    , m_panel(m_smc, m_settings)
+    , m_panel({m_smc, clock, m_settings, user, m_strings})
     , m_transport(m_smc)
     , m_doc({m_reader, user, m_quiet.progress, m_transport, m_quiet.waveLengths, m_quiet.waveOutput, m_score, m_windows,
              m_strings})

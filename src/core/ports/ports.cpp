@@ -7,6 +7,7 @@
 #include "core/ports/score_links.h"
 #include "core/ports/settings_store.h"
 #include "core/ports/song_files.h"
+#include "core/ports/take_keeper.h"
 #include "core/ports/transport.h"
 #include "core/ports/user.h"
 #include "core/ports/wave_lengths.h"
@@ -27,6 +28,7 @@ SettingsStore::~SettingsStore() = default;
 SongFiles::~SongFiles() = default;
 std::uint64_t SongFiles::songLength(const std::string&) { return std::numeric_limits<std::uint64_t>::max(); }
 bool SongFiles::loadWaves(const std::string&, std::uint64_t, CEditor&) { return true; }
+TakeKeeper::~TakeKeeper() = default;
 Transport::~Transport() = default;
 UserPort::~UserPort() = default;
 WaveLengths::~WaveLengths() = default;

@@ -22,6 +22,10 @@ public:
     /// Plays on from the present position: locates there quietly with the panel's chase setting,
     /// sets the panel's loop again and starts.
     virtual void resume() = 0;
+    /// As the stop button: play and a take end for good.
+    virtual void halt() { stop(); }
+    /// Whether a take or step input runs.
+    [[nodiscard]] virtual bool isRecording() const { return false; }
     /// The song position in ticks.
     [[nodiscard]] virtual std::uint32_t playCount() const = 0;
     /// Binds a song, or none with null. The song stays bound until the next call.

@@ -1,12 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/list.h"
+
 #include <cstdint>
 #include <span>
 
 namespace tessaro {
 
+class CBlk;
 class CEditor;
+
+/// The take that playing keeps clear of. User interface thread.
+class TakeInfo {
+public:
+    virtual ~TakeInfo() = default;
+    /// The record button is on, and not for step input.
+    [[nodiscard]] virtual bool recordsInTime() const = 0;
+    /// The block under recording on a track, null for none.
+    [[nodiscard]] virtual const CBlk* GetRecBlk(POSITION trk) const = 0;
+};
 
 /// The score's repeat marks as playing asks them. Set up on the user interface thread before a run, asked by the
 /// feeder once a tick.

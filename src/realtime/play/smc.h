@@ -10,6 +10,7 @@
 #include "realtime/play/feeder.h"
 #include "realtime/play/joins.h"
 #include "realtime/play/play_owners.h"
+#include "realtime/play/take_echo.h"
 #include "realtime/play/track_table.h"
 #include "realtime/rec/record_thread.h"
 
@@ -63,6 +64,9 @@ public:
     void setTempoDisplay(TempoDisplay* display) noexcept { m_tempoDisplay = display; }
     /// Styles, repeats, audio and ottava lines; only while nothing plays.
     void setJoins(const PlayJoins& joins);
+    /// What is kept out of playing for a take. Null for nothing.
+    void setTakeInfo(const TakeInfo* take) noexcept { m_take = take; }
+    [[nodiscard]] TakeEcho& takeEcho() noexcept { return m_echo; }
 
     // Engine, ports and filters
 
@@ -160,6 +164,8 @@ private:
     const Strings& m_strings;
     MessageTarget* m_mainWindow = nullptr;
     TempoDisplay* m_tempoDisplay = nullptr;
+    const TakeInfo* m_take = nullptr;
+    TakeEcho m_echo;
 
     NoRepeats m_noRepeats;
     NoStyles m_noStyles;

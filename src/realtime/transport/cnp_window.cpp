@@ -4,6 +4,7 @@
 #include "base/messages.h"
 #include "core/edit/editor.h"
 #include "core/ports/settings_store.h"
+#include "core/ports/user.h"
 #include "realtime/loom/loom.h"
 #include "realtime/transport/realtime_messages.h"
 
@@ -20,11 +21,13 @@ constexpr int largestTranspose = 127;
 
 CnpObserver::~CnpObserver() = default;
 
-CCnpWindow::CCnpWindow(Smc& smc, SettingsStore& profile)
-    : m_smc(smc)
-    , m_profile(profile)
-    , m_midiChase(profile.getInt(section, midiChaseKey, 0) != 0)
-    , m_viewChase(profile.getInt(section, viewChaseKey, 1) != 0)
+CCnpWindow::CCnpWindow(const RecorderPorts& ports)
+    : m_smc(ports.smc)
+    , m_profile(ports.profile)
+    , m_user(ports.user)
+    , m_recorder(ports)
+    , m_midiChase(m_profile.getInt(section, midiChaseKey, 0) != 0)
+    , m_viewChase(m_profile.getInt(section, viewChaseKey, 1) != 0)
 {
     m_smc.setTempoDisplay(this);
 }
@@ -83,6 +86,41 @@ void CCnpWindow::setPlayButton(bool on)
     if (m_play == on) return;
     m_play = on;
     changed();
+}
+
+void CCnpWindow::StopClicked() { Stop(); }
+
+void CCnpWindow::FastForwardPressed() {}
+
+void CCnpWindow::FastForwardReleased() {}
+
+void CCnpWindow::Wind(int, WindStep) {}
+
+void CCnpWindow::WindReleased() {}
+
+// Recording
+
+void CCnpWindow::ShortCutRECClicked()
+{
+    if (IsRecButton())
+        RecStop();
+    else if (m_mainFrame)
+        m_recorder.arm(*m_mainFrame);
+    changed();
+}
+
+void CCnpWindow::RecStop()
+{
+    m_recorder.end(loop());
+    changed();
+}
+
+void CCnpWindow::received(const LoomRingEntry& entry) { m_recorder.received(entry); }
+
+void CCnpWindow::recordError()
+{
+    Stop();
+    m_user.message(TextId::midiReceiveError, MessageKind::error);
 }
 
 void CCnpWindow::SpaceKey()
@@ -232,6 +270,11 @@ void CCnpWindow::ShortCutMETRONOMEClicked()
     m_metronome = !m_metronome;
     m_smc.loom().setLoomMetroFlg(m_metronome);
     changed();
+}
+
+void CCnpWindow::ShortCutLocDClicked()
+{
+    if (m_observer && m_smc.song()) m_observer->locationWanted();
 }
 
 void CCnpWindow::SetSyncMode(unsigned mode)

@@ -3,6 +3,7 @@
 
 #include "base/export.h"
 #include "realtime/play/smc.h"
+#include "realtime/rec/recorder.h"
 
 #include <cstdint>
 #include <optional>
@@ -18,7 +19,7 @@ class SettingsStore;
 class TESSARO_API CnpObserver {
 public:
     virtual ~CnpObserver();
-    /// Play, loop or metronome button, loop points, sync mode or transposition changed.
+    /// A button, the loop points, sync mode, transposition or the state of recording changed.
     virtual void stateChanged() = 0;
     virtual void locationShown(std::uint32_t tick) = 0;
     /// A text in the location box, until the next location.
@@ -29,6 +30,15 @@ public:
     virtual void timerWanted(bool on) = 0;
     /// Around work that may take seconds.
     virtual void busy(bool on) = 0;
+    /// The location box is to be typed into.
+    virtual void locationWanted() {}
+};
+
+/// How far one repetition of the rewind or forward button goes.
+enum class WindStep {
+    beat,
+    bar,   ///< with Shift
+    faster ///< with Ctrl: further with every repetition
 };
 
 /// The control panel: what the transport's buttons and boxes do, without their looks. The real-time layer holds the
@@ -39,7 +49,7 @@ public:
 class TESSARO_API CCnpWindow final : public TempoDisplay {
 public:
     /// The profile keeps `MIDI Chase` and `View Chase` in section System.
-    CCnpWindow(Smc& smc, SettingsStore& profile);
+    explicit CCnpWindow(const RecorderPorts& ports);
     ~CCnpWindow() override;
     CCnpWindow(const CCnpWindow&) = delete;
     CCnpWindow& operator=(const CCnpWindow&) = delete;
@@ -52,14 +62,42 @@ public:
     void setThinTime(int calls) noexcept { m_thinTime = calls > 0 ? calls : 1; }
 
     void Start();
-    /// Always 1.
+    /// Ends everything: play, a take, fast forward. Always 1.
     int Stop();
-    /// Plays, or stops what plays.
+    /// The stop button: after a take the position goes back to where it began.
+    void StopClicked();
+    /// Plays, or stops what plays; a rest in step input.
     void SpaceKey();
     /// Back to where play began; what plays goes on from there.
     void ESCKey();
+    /// Nothing; always 1.
+    int BSKey() { return 1; }
     void Top();
     void End();
+    void ShortCutTOPClicked() { Top(); }
+
+    /// The fast forward button, held: four times the tempo.
+    void FastForwardPressed();
+    void FastForwardReleased();
+    [[nodiscard]] bool GetFastForward() const noexcept { return m_fastForward; }
+    /// The rewind (-1) or forward (1) button, held: to be called when it goes down and for each repetition after.
+    void Wind(int direction, WindStep step);
+    void WindReleased();
+
+    // Recording
+
+    [[nodiscard]] Recorder& recorder() noexcept { return m_recorder; }
+    /// The record button: arms, or ends what is armed or recorded.
+    void ShortCutRECClicked();
+    [[nodiscard]] bool IsRecButton() const noexcept { return m_recorder.IsRecButton(); }
+    [[nodiscard]] bool IsStepRec() const noexcept { return m_recorder.IsStepRec(); }
+    [[nodiscard]] const CBlk* GetRecBlk(POSITION trk) const { return m_recorder.GetRecBlk(trk); }
+    /// Ends a take if there is one; the song plays on.
+    void RecStop();
+    /// Message 0x432 for the record owner: the entry is taken in and freed.
+    void received(const LoomRingEntry& entry);
+    /// Message 0x434.
+    void recordError();
 
     [[nodiscard]] std::uint32_t GetLocation() const noexcept { return m_location; }
     /// Negative is 0. A playing song goes on from there, once the main frame has had its message.
@@ -78,6 +116,8 @@ public:
     [[nodiscard]] bool GetPlayBtn() const noexcept { return m_play; }
     [[nodiscard]] bool GetMetronome() const noexcept { return m_metronome; }
     void ShortCutMETRONOMEClicked();
+    /// Wants the location box to be typed into.
+    void ShortCutLocDClicked();
     void SetSyncMode(unsigned mode);
     [[nodiscard]] unsigned GetSyncMode() const noexcept { return m_syncMode; }
 
@@ -92,6 +132,8 @@ public:
     /// Global transposition in semitones.
     [[nodiscard]] int GetTranspose() const noexcept { return m_transpose; }
     void SetTranspose(int semitones);
+    void TransposeUp() { SetTranspose(m_transpose + 1); }
+    void TransposeDown() { SetTranspose(m_transpose - 1); }
 
     void DrawLocation(const std::string& text);
     [[nodiscard]] bool GetMIDIChase() const noexcept { return m_midiChase; }
@@ -110,8 +152,12 @@ private:
     void setPlayButton(bool on);
     void changed();
 
+    [[nodiscard]] LoopRange loop() const noexcept { return {m_loop, m_loopStart, m_loopEnd}; }
+
     Smc& m_smc;
     SettingsStore& m_profile;
+    UserPort& m_user;
+    Recorder m_recorder;
     CnpObserver* m_observer = nullptr;
     MessageTarget* m_mainFrame = nullptr;
     std::vector<MessageTarget*> m_views;
@@ -129,6 +175,7 @@ private:
     unsigned m_syncMode = 0;
     bool m_loop = false;
     bool m_play = false;
+    bool m_fastForward = false;
     bool m_metronome = false;
     bool m_midiChase;
     bool m_viewChase;

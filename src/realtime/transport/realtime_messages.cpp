@@ -27,6 +27,11 @@ bool RealtimeMessages::handle(const Message& message)
         else if (m_panel.GetPlayBtn())
             midiSync(message);
         return true;
+    case msg::data:
+        if (message.wParam != 0) return false; // what was played goes to its owners
+        m_panel.received(*reinterpret_cast<const LoomRingEntry*>(message.lParam));
+        return true;
+    case msg::recordError: m_panel.recordError(); return true;
     case msg::mciCommand: m_media.mciSendString(reinterpret_cast<const char*>(message.lParam)); return true;
     case msg::allSoundOff: m_smc.sendAllSoundOff(); return true;
     default: return false;

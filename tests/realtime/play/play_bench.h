@@ -172,7 +172,7 @@ struct PlayBenchOn {
     MainLoop main;
     Loom loom{clock, midi};
     Smc smc{{loom, clock, settings, settings, user, strings}};
-    CCnpWindow panel{smc, settings};
+    CCnpWindow panel{{smc, clock, settings, user, strings}};
     RealtimeMessages table{smc, panel, media};
     SongTransport transport{smc};
     NoDocument document;
