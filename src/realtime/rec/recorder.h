@@ -92,7 +92,7 @@ public:
     void rest();
 
     /// Records what a journal holds into the song at hand, from whose copy it was taken, as the take would have been
-    /// had it ended where the journal ends; then deletes the journal. False when it cannot be read.
+    /// had it ended where the journal ends. The journal stays, it goes with that copy. False when it cannot be read.
     bool restore(const std::string& journal);
 
 private:
