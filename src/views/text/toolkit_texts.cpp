@@ -9,7 +9,7 @@ namespace tessaro {
 namespace {
 
 constexpr int first = static_cast<int>(TextId::toolkitYes);
-constexpr int last = static_cast<int>(TextId::toolkitSidebar);
+constexpr int last = static_cast<int>(TextId::toolkitFindFolder);
 
 } // namespace
 
