@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/doc/settings.h"
 
+#include "core/doc/driver_names.h"
 #include "core/ports/settings_store.h"
 
 #include <algorithm>
@@ -17,14 +18,15 @@ constexpr std::array<std::uint32_t, FilterSwitches::realTime> kindBits = {0x03, 
 
 constexpr int largestBuffer = 1 << 24; ///< bytes of a system exclusive buffer
 
+template <class Holder>
 struct IntKey {
     const char* key;
-    int Settings::*field;
+    int Holder::*field;
     int otherwise;
 };
 
 // What has a plain key and a plain default; the rest is read and written by name below.
-constexpr IntKey plainKeys[] = {
+constexpr IntKey<Settings> setUpKeys[] = {
     {"Midi In Dev", &Settings::midiIn, 0},
     {"Midi Thru Dev", &Settings::midiThru, 0},
     {"Wav In Dev", &Settings::wavIn, 0},
@@ -34,22 +36,37 @@ constexpr IntKey plainKeys[] = {
     {"Sysex Size", &Settings::sysexSize, 8192},
     {"Sysex Out Size", &Settings::sysexOutSize, 8192},
     {"Sysex Out Int", &Settings::sysexOutInt, 2000},
-    {"Metro Port", &Settings::metroPort, 1},
-    {"Metro Midi Ch", &Settings::metroMidiCh, 10},
-    {"Metro Note1", &Settings::metroNote1, 22},
-    {"Metro Note2", &Settings::metroNote2, 21},
-    {"Metro Velocity1", &Settings::metroVelocity1, 90},
-    {"Metro Velocity2", &Settings::metroVelocity2, 90},
-    {"Rec Mode", &Settings::recMode, 0},
-    {"MIDI Chase", &Settings::midiChase, 0},
-    {"View Chase", &Settings::viewChase, 1},
-    {"Real Rec Block Mode", &Settings::realRecBlockMode, 1},
-    {"Real Rec Mode", &Settings::realRecMode, 0},
-    {"Real Rec Punch In Time", &Settings::realRecPunchInTime, 0},
-    {"Real Rec Punch Out Time", &Settings::realRecPunchOutTime, 0},
-    {"Count In Meas", &Settings::countInMeas, 0},
-    {"Count In Play", &Settings::countInPlay, 0},
 };
+
+constexpr IntKey<RecordPlaySettings> recordKeys[] = {
+    {"Rec Mode", &RecordPlaySettings::recMode, 0},
+    {"Real Rec Block Mode", &RecordPlaySettings::blockMode, 1},
+    {"Real Rec Mode", &RecordPlaySettings::realMode, 0},
+    {"Real Rec Punch In Time", &RecordPlaySettings::punchIn, 0},
+    {"Real Rec Punch Out Time", &RecordPlaySettings::punchOut, 0},
+    {"Count In Meas", &RecordPlaySettings::countInMeas, 0},
+    {"Count In Play", &RecordPlaySettings::countInPlay, 0},
+    {"MIDI Chase", &RecordPlaySettings::midiChase, 0},
+    {"View Chase", &RecordPlaySettings::viewChase, 1},
+};
+
+constexpr IntKey<MetronomeSettings> metronomeKeys[] = {
+    {"Metro Port", &MetronomeSettings::port, 1},
+    {"Metro Note1", &MetronomeSettings::note1, 22},
+    {"Metro Note2", &MetronomeSettings::note2, 21},
+    {"Metro Velocity1", &MetronomeSettings::velocity1, 90},
+    {"Metro Velocity2", &MetronomeSettings::velocity2, 90},
+};
+
+void readKeys(const SettingsStore& store, auto& holder, const auto& keys)
+{
+    for (const auto& k : keys) holder.*k.field = store.getInt(section, k.key, k.otherwise);
+}
+
+void writeKeys(SettingsStore& store, const auto& holder, const auto& keys)
+{
+    for (const auto& k : keys) store.setInt(section, k.key, holder.*k.field);
+}
 
 struct FilterKeys {
     const char* prefix;
@@ -65,6 +82,13 @@ constexpr FilterKeys filterKeys[] = {
 };
 
 std::string numbered(const char* key, std::size_t number) { return key + std::to_string(number); }
+
+constexpr const char* inNameKey = "Midi In Dev Name";
+
+std::string outNameKey(std::size_t port) { return numbered("Midi Out Dev", port + 1) + " Name"; }
+
+// Keeps the blanks at either end of a name.
+std::string quoted(const std::string& name) { return name.empty() ? name : '"' + name + '"'; }
 
 bool decidesByController(int control) { return control != 0 && control != 1; }
 
@@ -103,10 +127,9 @@ Settings::Settings() : midiOut(firstPorts, noDriver)
     inController.fill(1);
 }
 
-void Settings::read(const SettingsStore& store, std::size_t midiOutDrivers, std::size_t wavOutDrivers,
-                    const std::string& appDirectory)
+void Settings::read(const SettingsStore& store, const DriverLists& drivers)
 {
-    for (const IntKey& k : plainKeys) this->*k.field = store.getInt(section, k.key, k.otherwise);
+    readKeys(store, *this, setUpKeys);
     for (int Settings::*size : {&Settings::sysexSize, &Settings::sysexOutSize, &Settings::sysexOutInt})
         this->*size = std::clamp(this->*size, 0, largestBuffer);
     for (const FilterKeys& f : filterKeys)
@@ -119,16 +142,42 @@ void Settings::read(const SettingsStore& store, std::size_t midiOutDrivers, std:
             decidesByController(control) ? store.getInt(section, numbered("Midi In Fltr Cntrl", i), 0) : control;
         inController[i] = drop != 0;
     }
-    midiOut = readPorts(store, "Midi Out Port Num", midiOutDrivers, "Midi Out Dev",
+    midiOut = readPorts(store, "Midi Out Port Num", drivers.midiOut.size(), "Midi Out Dev",
                         [](std::size_t port) { return static_cast<int>(port); });
     wavOut = readPorts(store, "Wav Out Port Num", 0, "Wav Out Dev",
-                       [&](std::size_t) { return static_cast<int>(wavOutDrivers); });
-    waveDir = store.getString(section, "Wave Dir", appDirectory);
+                       [&](std::size_t) { return static_cast<int>(drivers.wavOut); });
+    readNames(store, drivers);
+}
+
+void Settings::readNames(const SettingsStore& store, const DriverLists& drivers)
+{
+    midiInName = store.getString(section, inNameKey, "");
+    midiIn = DriverNames(drivers.midiIn).find(midiIn, midiInName, noDriver);
+    const DriverNames outs(drivers.midiOut);
+    midiOutNames.resize(midiOut.size());
+    for (std::size_t i = 0; i < midiOut.size(); ++i) {
+        midiOutNames[i] = store.getString(section, outNameKey(i), "");
+        midiOut[i] = outs.find(midiOut[i], midiOutNames[i], noDriver);
+    }
+}
+
+void Settings::remember(const DriverLists& drivers, const Settings& before)
+{
+    const auto nameOf = [](const DriverNames& names, int now, int then, const std::string& nameThen) {
+        return names.has(now) || names.has(then) ? names.of(now) : nameThen;
+    };
+    midiInName = nameOf(DriverNames(drivers.midiIn), midiIn, before.midiIn, before.midiInName);
+    const DriverNames outs(drivers.midiOut);
+    midiOutNames.assign(midiOut.size(), {});
+    for (std::size_t i = 0; i < midiOut.size(); ++i)
+        midiOutNames[i] = i < before.midiOutNames.size()
+                            ? nameOf(outs, midiOut[i], before.midiOut[i], before.midiOutNames[i])
+                            : outs.of(midiOut[i]);
 }
 
 void Settings::write(SettingsStore& store) const
 {
-    for (const IntKey& k : plainKeys) store.setInt(section, k.key, this->*k.field);
+    writeKeys(store, *this, setUpKeys);
     for (const FilterKeys& f : filterKeys)
         for (std::size_t i = 0; i < f.kinds; ++i)
             store.setInt(section, f.prefix + std::string(kindWords[i]), (this->*f.field).drop[i]);
@@ -136,7 +185,37 @@ void Settings::write(SettingsStore& store) const
         store.setInt(section, numbered("Midi In Fltr Cntrl", i), inController[i]);
     writePorts(store, "Midi Out Port Num", "Midi Out Dev", midiOut);
     writePorts(store, "Wav Out Port Num", "wav Out Dev", wavOut);
+    store.setString(section, inNameKey, quoted(midiInName));
+    for (std::size_t i = 0; i < midiOutNames.size(); ++i)
+        store.setString(section, outNameKey(i), quoted(midiOutNames[i]));
+}
+
+RecordPlaySettings RecordPlaySettings::read(const SettingsStore& store, const std::string& appDirectory)
+{
+    RecordPlaySettings settings;
+    readKeys(store, settings, recordKeys);
+    settings.waveDir = store.getString(section, "Wave Dir", appDirectory);
+    return settings;
+}
+
+void RecordPlaySettings::write(SettingsStore& store) const
+{
+    writeKeys(store, *this, recordKeys);
     store.setString(section, "Wave Dir", waveDir);
+}
+
+MetronomeSettings readMetronome(const SettingsStore& store)
+{
+    MetronomeSettings metronome;
+    readKeys(store, metronome, metronomeKeys);
+    metronome.channel = std::clamp(store.getInt(section, "Metro Midi Ch", 10), 1, 16) - 1;
+    return metronome;
+}
+
+void writeMetronome(SettingsStore& store, const MetronomeSettings& metronome)
+{
+    writeKeys(store, metronome, metronomeKeys);
+    store.setInt(section, "Metro Midi Ch", metronome.channel + 1);
 }
 
 std::uint32_t Settings::inMask() const noexcept

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "base/export.h"
+#include "core/ports/devices.h"
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -34,7 +36,36 @@ struct FilterSwitches {
 /// Mask bit of incoming real-time messages.
 inline constexpr std::uint32_t realTimeFilterBit = 0x1000;
 
-/// The application's settings of section System. A new object holds what is in force before the first
+/// The drivers that are there now.
+struct DriverLists {
+    std::span<const std::string> midiOut;
+    std::span<const std::string> midiIn;
+    std::size_t wavOut = 0; ///< how many
+};
+
+/// The settings of the record and play dialog, of section System. Times are song ticks.
+struct TESSARO_API RecordPlaySettings {
+    int recMode = 0;   ///< 0 real time, 1 step input
+    int blockMode = 1; ///< 1 a take stays a block of its own, 0 it is merged into its neighbour
+    int realMode = 0;  ///< 0 overdub, 1 replace, 2 punch
+    int punchIn = 0;
+    int punchOut = 0;
+    int countInMeas = 0;
+    int countInPlay = 0; ///< 1 plays the song during the count-in
+    std::string waveDir;
+    int midiChase = 0;
+    int viewChase = 1;
+
+    /// The default of the wave folder is `appDirectory`.
+    [[nodiscard]] static RecordPlaySettings read(const SettingsStore& store, const std::string& appDirectory);
+    void write(SettingsStore& store) const;
+    bool operator==(const RecordPlaySettings&) const = default;
+};
+
+[[nodiscard]] TESSARO_API MetronomeSettings readMetronome(const SettingsStore& store);
+TESSARO_API void writeMetronome(SettingsStore& store, const MetronomeSettings& metronome);
+
+/// The settings of the system set-up, of section System. A new object holds what is in force before the first
 /// reading: no devices, everything filtered. Drivers are indices into the device lists.
 struct TESSARO_API Settings {
     static constexpr int noDriver = 0xFF;
@@ -58,31 +89,25 @@ struct TESSARO_API Settings {
     int sysexSize = 8192;
     int sysexOutSize = 8192;
     int sysexOutInt = 2000; ///< milliseconds
-    int metroPort = 1;
-    int metroMidiCh = 10; ///< from 1
-    int metroNote1 = 22;
-    int metroNote2 = 21;
-    int metroVelocity1 = 90;
-    int metroVelocity2 = 90;
-    int recMode = 0;
-    int midiChase = 0;
-    int viewChase = 1;
-    std::string waveDir;
-    int realRecBlockMode = 1;
-    int realRecMode = 0;
-    int realRecPunchInTime = 0;
-    int realRecPunchOutTime = 0;
-    int countInMeas = 0;
-    int countInPlay = 0;
 
-    /// Reads every key. The default of the ports is one for each of the `midiOutDrivers`; of the wave
-    /// directory it is `appDirectory`.
-    void read(const SettingsStore& store, std::size_t midiOutDrivers, std::size_t wavOutDrivers,
-              const std::string& appDirectory);
+    // The names by which the chosen drivers are remembered, see driver_names.h; empty for none. A driver that is away
+    // keeps its name here, and its port has no driver until it is back.
+    std::vector<std::string> midiOutNames; ///< for each port
+    std::string midiInName;
+
+    /// Reads every key. A driver goes by its name where one is remembered, otherwise by its number. The default of the
+    /// ports is one for each MIDI output.
+    void read(const SettingsStore& store, const DriverLists& drivers);
+    /// Takes the names of the drivers chosen now. A port that is without a driver as it was `before` keeps the name
+    /// of then.
+    void remember(const DriverLists& drivers, const Settings& before);
     void write(SettingsStore& store) const;
 
     /// The input mask: its control bit is set only when no controller at all is recorded.
     [[nodiscard]] std::uint32_t inMask() const noexcept;
+
+private:
+    void readNames(const SettingsStore& store, const DriverLists& drivers);
 };
 
 } // namespace tessaro

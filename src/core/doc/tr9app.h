@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/export.h"
+#include "base/strings.h"
 #include "core/doc/command_line.h"
 #include "core/doc/instance_lock.h"
 #include "core/doc/list_settings.h"
@@ -23,6 +24,7 @@
 namespace tessaro {
 
 class CTR9Doc;
+class CTrk;
 class MessageTarget;
 
 /// All that the application object asks of its surroundings; everything outlives it.
@@ -54,15 +56,17 @@ public:
     /// From the end of InitInstance on.
     [[nodiscard]] bool IsStarted() const noexcept { return m_started; }
 
-    // Commands. They stop the transport first.
+    // Commands. They stop the transport first; while a take runs new and open do nothing.
     bool OnFileNew();
     bool OnFileOpen(const std::string& path);
     /// A file that is gone drops from the list, and the song stays.
     bool OnFileRecent(std::size_t index);
     [[nodiscard]] const RecentFiles& GetRecentFiles() const noexcept { return m_recent; }
-    /// Devices came or went: looks for them anew and applies the stored settings. During the start it waits
-    /// for the start's end.
-    void OnDeviceChange();
+    /// Devices came or went. A removal stops the song and releases all of them; an arrival looks for them anew and
+    /// applies the stored settings. During the start it waits for the start's end.
+    void OnDeviceChange(std::uint64_t event);
+    static constexpr std::uint64_t deviceArrival = 0x8000;
+    static constexpr std::uint64_t deviceRemoval = 0x8004;
 
     [[nodiscard]] std::uint32_t GetVersion() const noexcept { return 0x02000300; }
     [[nodiscard]] const std::string& GetAppDirectory() const noexcept { return m_ports.appDirectory; }
@@ -110,23 +114,47 @@ public:
     [[nodiscard]] int GetSysexSize() const noexcept { return m_settings.sysexSize; }
     [[nodiscard]] int GetSysexOutSize() const noexcept { return m_settings.sysexOutSize; }
     [[nodiscard]] int GetSysexOutInt() const noexcept { return m_settings.sysexOutInt; }
-    [[nodiscard]] int GetRecMode() const noexcept { return m_settings.recMode; }
-    [[nodiscard]] int GetMIDIChase() const noexcept { return m_settings.midiChase; }
-    [[nodiscard]] int GetViewChase() const noexcept { return m_settings.viewChase; }
-    [[nodiscard]] int GetSysRecRtrBlkMode() const noexcept { return m_settings.realRecBlockMode; }
-    [[nodiscard]] int GetSysRecRtrMode() const noexcept { return m_settings.realRecMode; }
-    [[nodiscard]] int GetSysRecPunchInTime() const noexcept { return m_settings.realRecPunchInTime; }
-    [[nodiscard]] int GetSysRecPunchOutTime() const noexcept { return m_settings.realRecPunchOutTime; }
-    [[nodiscard]] int GetCountInMeas() const noexcept { return m_settings.countInMeas; }
-    [[nodiscard]] int GetCountInPlay() const noexcept { return m_settings.countInPlay; }
-    [[nodiscard]] const std::string& GetWaveDirectory() const noexcept { return m_settings.waveDir; }
+    [[nodiscard]] int GetRecMode() const { return GetRecordSettings().recMode; }
+    [[nodiscard]] int GetMIDIChase() const { return GetRecordSettings().midiChase; }
+    [[nodiscard]] int GetViewChase() const { return GetRecordSettings().viewChase; }
+    [[nodiscard]] int GetSysRecRtrBlkMode() const { return GetRecordSettings().blockMode; }
+    [[nodiscard]] int GetSysRecRtrMode() const { return GetRecordSettings().realMode; }
+    [[nodiscard]] int GetSysRecPunchInTime() const { return GetRecordSettings().punchIn; }
+    [[nodiscard]] int GetSysRecPunchOutTime() const { return GetRecordSettings().punchOut; }
+    [[nodiscard]] int GetCountInMeas() const { return GetRecordSettings().countInMeas; }
+    [[nodiscard]] int GetCountInPlay() const { return GetRecordSettings().countInPlay; }
+    [[nodiscard]] std::string GetWaveDirectory() const { return GetRecordSettings().waveDir; }
+    /// As they stand in the store, which others write to as well.
+    [[nodiscard]] RecordPlaySettings GetRecordSettings() const;
+    [[nodiscard]] MetronomeSettings GetMetronome() const { return readMetronome(m_ports.store); }
     [[nodiscard]] const Settings& GetSettings() const noexcept { return m_settings; }
     [[nodiscard]] ListSettings& GetListSettings() noexcept { return m_list; }
-    /// The chase switches are kept at once.
+
+    // What these take is kept at once.
     void SetMIDIChase(bool on);
     void SetViewChase(bool on);
-    /// Takes new settings, applies them to the devices and keeps them.
+    /// The panel's chase switches and the loop are the caller's to set.
+    void SetRecordSettings(const RecordPlaySettings& settings);
+    void SetMetronome(const MetronomeSettings& metronome);
+    int SetWavIn(int driver);
+    int SetWavInFmt(int row);
+    /// The OK of the system set-up: applies new settings to the devices. The names of drivers are taken from the lists.
     void SetSettings(const Settings& settings);
+
+    // Devices. Nothing plays while they change.
+    /// The buffer of MIDI in, in bytes. 0, and no change, below 512.
+    int SetSysexSize(int size);
+    /// The piece in which a long message goes out, and the pause behind each piece in milliseconds. 0 below 512, and
+    /// when an output does not open, which is shown.
+    int SetSysexOut(int size, int interval);
+    /// For the detection of modules: one output, on port 0, one input and no thru, whatever the settings say. Always 1.
+    int OpenMidiDev(int out, int in);
+    /// Stops the song and closes every output, thru and the input.
+    void CloseMidiDev();
+    /// Opens what the settings say again.
+    void RecoverMidiDev();
+    /// Lets thru follow the armed track: for every change of a record switch.
+    void UpdateMidiThru();
 
     unsigned SendShortMsg(short port, std::uint8_t status, std::uint8_t data1, std::uint8_t data2);
     unsigned SendLongMsg(short port, std::span<const std::uint8_t> data);
@@ -146,8 +174,22 @@ private:
     };
 
     void enumerateDrivers();
+    void readShortNames();
+    [[nodiscard]] DriverLists driverLists() const { return {m_midiOut.names, m_midiIn.names, m_wavOut.names.size()}; }
     void startEngine();
     void applyDevices();
+    bool applyOutPorts();
+    void applyOutFilter();
+    void applyThruPort();
+    bool applyInPort();
+    void applyMetronome();
+    [[nodiscard]] bool sounds(int port) const;
+    [[nodiscard]] const CTrk* thruTrk() const;
+    [[nodiscard]] int thruTransOf(const CTrk& trk) const;
+    void need(bool done, TextId complaint);
+    void releaseDevices();
+    void bringDevicesBack();
+    void keep(std::string_view key, int value);
     void readSettings();
     bool processShellCommand(const CommandLine& commandLine);
     void keepRecent(const std::string& path);

@@ -71,6 +71,7 @@ public:
     void KeepCopy();
 
     void StopTransport();
+    [[nodiscard]] bool IsRecording() const { return m_ports.transport.isRecording(); }
 
     void SetModifiedFlag(bool modified) override;
     [[nodiscard]] bool IsModified() const override { return m_modified; }

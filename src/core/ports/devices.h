@@ -21,6 +21,8 @@ struct MetronomeSettings {
     int note2 = 21;
     int velocity1 = 90;
     int velocity2 = 90;
+
+    bool operator==(const MetronomeSettings&) const = default;
 };
 
 enum class EngineStart { started, noMemory, noTimer };
@@ -39,6 +41,9 @@ public:
     [[nodiscard]] virtual std::vector<std::string> midiInNames() const = 0;
     [[nodiscard]] virtual std::vector<std::string> waveInNames() const = 0;
     [[nodiscard]] virtual std::vector<std::string> waveOutNames() const = 0;
+
+    /// Whether a person can hear what is sent to this output driver; not so for a cable that only leads back.
+    [[nodiscard]] virtual bool sounds([[maybe_unused]] int driver) const { return true; }
 
     /// Starts the engine without open devices. A second call does nothing and answers `started`.
     virtual EngineStart startEngine() = 0;

@@ -509,7 +509,7 @@ void CMainFrame::handle(const Message& message)
         return;
     }
     stopPlay();
-    m_parts.app.OnDeviceChange();
+    m_parts.app.OnDeviceChange(message.wParam);
     showDevices();
 }
 

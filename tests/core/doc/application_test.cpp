@@ -203,7 +203,7 @@ TEST(Application, RecentFilesFollowWhatOpensAndDropWhatIsGone)
 TEST(Application, DevicesThatComeDuringTheStartWaitForItsEnd)
 {
     Bench b;
-    b.windows.onPanel = [&] { b.app.OnDeviceChange(); };
+    b.windows.onPanel = [&] { b.app.OnDeviceChange(CTR9App::deviceArrival); };
     ASSERT_TRUE(b.app.InitInstance({}));
     EXPECT_EQ(std::count(b.log.begin(), b.log.end(), "enumerate"), 2);
     EXPECT_EQ(b.log.back(), "wavePorts");
@@ -211,7 +211,7 @@ TEST(Application, DevicesThatComeDuringTheStartWaitForItsEnd)
     b.folder.write("DrvShortName.ini", "[Midi Out]\nPort B=B\n");
     FakeView view;
     b.doc.GetEditor().addObserver(&view);
-    b.app.OnDeviceChange();
+    b.app.OnDeviceChange(CTR9App::deviceArrival);
     EXPECT_EQ(b.devices.ports.size(), 3U);
     EXPECT_EQ(b.app.GetDrvShortName(2), "B");
     EXPECT_EQ(b.app.GetDrvShortName(1), "Port A");

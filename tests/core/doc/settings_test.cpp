@@ -10,6 +10,9 @@
 namespace tessaro::test {
 namespace {
 
+const std::vector<std::string> threeOuts = {"Synth", "Port A", "Port B"};
+const std::vector<std::string> oneIn = {"Keys"};
+
 TEST(Settings, BeforeTheFirstReadingNothingIsOpenAndAllIsFiltered)
 {
     const Settings s;
@@ -29,7 +32,7 @@ TEST(Settings, AnEmptyStoreGivesTheDefaults)
     const ScratchFolder folder;
     const ProfileStore store(folder / "none.ini");
     Settings s;
-    s.read(store, 3, 2, "/app/");
+    s.read(store, {threeOuts, oneIn, 2});
     EXPECT_EQ(s.midiOut, (std::vector<std::int32_t>{0, 1, 2})) << "a port for each driver";
     EXPECT_TRUE(s.wavOut.empty());
     EXPECT_EQ(s.midiIn, 0);
@@ -37,11 +40,12 @@ TEST(Settings, AnEmptyStoreGivesTheDefaults)
     EXPECT_EQ(s.outFilter.drop[FilterSwitches::realTime], 1) << "real-time messages stay in";
     EXPECT_EQ(s.inMask(), 0U);
     EXPECT_EQ(s.inController[5], 0);
-    EXPECT_EQ(s.metroMidiCh, 10);
-    EXPECT_EQ(s.viewChase, 1);
-    EXPECT_EQ(s.midiChase, 0);
-    EXPECT_EQ(s.realRecBlockMode, 1);
-    EXPECT_EQ(s.waveDir, "/app/");
+    EXPECT_EQ(readMetronome(store).channel, 9);
+    const RecordPlaySettings record = RecordPlaySettings::read(store, "/app/");
+    EXPECT_EQ(record.viewChase, 1);
+    EXPECT_EQ(record.midiChase, 0);
+    EXPECT_EQ(record.blockMode, 1);
+    EXPECT_EQ(record.waveDir, "/app/");
 }
 
 TEST(Settings, ControllersAreReadOneByOneOnlyForTheMixedSwitch)
@@ -52,7 +56,7 @@ TEST(Settings, ControllersAreReadOneByOneOnlyForTheMixedSwitch)
     Settings s;
     for (const auto& [control, seven, eight, bit] : {std::tuple(0, 0, 0, 0U), {1, 1, 1, 8U}, {2, 1, 0, 0U}}) {
         store.setInt("System", "Midi In Fltr Cntrl", control);
-        s.read(store, 0, 0, "");
+        s.read(store, {});
         EXPECT_EQ(s.inController[7], seven) << control;
         EXPECT_EQ(s.inController[8], eight) << control;
         EXPECT_EQ(s.inMask(), bit) << control;
@@ -66,7 +70,7 @@ TEST(Settings, StrangeValuesStayWithinBounds)
                  "[SYSTEM]\nmidi out port num=5000\nWav Out Port Num=-3\nSysex Size=-1\nsysex out size=2000000000\n");
     const ProfileStore store(folder / "t.ini");
     Settings s;
-    s.read(store, 1, 7, "");
+    s.read(store, {threeOuts, oneIn, 7});
     EXPECT_EQ(s.midiOut.size(), 128U);
     EXPECT_TRUE(s.wavOut.empty());
     EXPECT_EQ(s.sysexSize, 0);
@@ -78,28 +82,30 @@ TEST(Settings, WhatIsWrittenIsReadBackByAnotherProcess)
     const ScratchFolder folder;
     const std::string path = folder / "new/deep/tessaro.ini";
     Settings s;
+    const RecordPlaySettings record{1, 0, 2, 960, 1920, 4, 1, "/waves and more", 1, 0};
+    const MetronomeSettings metronome{3, 15, 60, 61, 70, 33};
     {
         ProfileStore store(path);
-        s.read(store, 2, 4, "/app/");
+        s.read(store, {threeOuts, oneIn, 4});
         s.midiOut = {1, 0, 9};
         s.wavOut = {3, 4};
         s.thruFilter.drop[FilterSwitches::pitch] = 1;
         s.inFilter.drop[FilterSwitches::control] = 2;
         s.inController[127] = 1;
-        s.metroVelocity2 = 33;
-        s.waveDir = "/waves and more";
         s.write(store);
+        record.write(store);
+        writeMetronome(store, metronome);
     }
     const ProfileStore store(path);
     Settings back;
-    back.read(store, 2, 4, "/app/");
+    back.read(store, {threeOuts, oneIn, 4});
     EXPECT_EQ(back.midiOut, s.midiOut);
     EXPECT_EQ(back.wavOut, s.wavOut);
     EXPECT_EQ(back.thruFilter.mask(), 0x40U);
     EXPECT_EQ(back.inController, s.inController);
-    EXPECT_EQ(back.metroVelocity2, 33);
-    EXPECT_EQ(back.waveDir, s.waveDir);
-    EXPECT_EQ(store.getInt("sYSTEM", "REC MODE", 5), 0);
+    EXPECT_EQ(RecordPlaySettings::read(store, ""), record);
+    EXPECT_EQ(readMetronome(store), metronome);
+    EXPECT_EQ(store.getInt("sYSTEM", "REC MODE", 5), 1);
 }
 
 TEST(ProfileStore, AFileThatCannotBeReadIsNotOverwritten)
