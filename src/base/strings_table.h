@@ -281,6 +281,9 @@ TESSARO_TEXT(toolkitDirectory, 10229, "フォルダー:", "Directory:")
 TESSARO_TEXT(toolkitChoose, 10230, "選択(&C)", "&Choose")
 TESSARO_TEXT(toolkitFindFolder, 10231, "フォルダーを選ぶ", "Find Directory")
 
+// recording
+TESSARO_TEXT(undoRecording, 10300, "ﾚｺｰﾃﾞｨﾝｸﾞ", "Recording")
+
 // transport, recording and the computer's keys, as the main window shows them
 TESSARO_TEXT(commandRecord, 10320, "録音(&R)", "&Record")
 TESSARO_TEXT(commandRewind, 10321, "巻き戻し(&W)", "Re&wind")
