@@ -258,6 +258,13 @@ bool CTR9App::sounds(int port) const
 
 void CTR9App::readSettings() { m_settings.read(m_ports.store, driverLists()); }
 
+void CTR9App::PrepareSystemSetup()
+{
+    stopTransport();
+    enumerateDrivers();
+    readSettings();
+}
+
 void CTR9App::SetSettings(const Settings& settings)
 {
     stopTransport();

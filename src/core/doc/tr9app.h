@@ -138,6 +138,8 @@ public:
     void SetMetronome(const MetronomeSettings& metronome);
     int SetWavIn(int driver);
     int SetWavInFmt(int row);
+    /// Before the system set-up is shown: stops the song and looks for drivers anew. What is open stays open.
+    void PrepareSystemSetup();
     /// The OK of the system set-up: applies new settings to the devices. The names of drivers are taken from the lists.
     void SetSettings(const Settings& settings);
 
