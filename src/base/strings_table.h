@@ -246,6 +246,7 @@ TESSARO_TEXT(recoveryOpen, 10134, "復元(&R)", "&Recover")
 TESSARO_TEXT(recoveryDiscard, 10135, "破棄(&D)…", "&Discard…")
 TESSARO_TEXT(recoveryLater, 10136, "後で(&L)", "&Later")
 TESSARO_TEXT(recoveryAskDiscard, 10137, "「%1」(%2) を破棄しますか？\n破棄した曲は元に戻せません。", "Discard %1, %2?\nIt cannot be brought back.")
+TESSARO_TEXT(recoveryTake, 10138, "録音の途中まで", "with the take that was under way")
 
 // what the toolkit says by itself; the English is the toolkit's own
 TESSARO_TEXT(toolkitYes, 10200, "はい(&Y)", "&Yes")
