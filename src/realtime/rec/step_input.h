@@ -6,7 +6,7 @@
 #include "realtime/rec/recorder.h"
 #include "realtime/rec/step_palette.h"
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -54,10 +54,11 @@ private:
 
     void press(const Key& key);
     void release(const Key& key);
-    void enterChord();
+    bool enterChord();
     void advance();
     [[nodiscard]] bool findBlk();
-    [[nodiscard]] bool makeBlk();
+    bool makeBlk();
+    bool makeFirstBlk();
 
     Smc& m_smc;
     const Strings& m_strings;

@@ -50,6 +50,8 @@ private:
 class TESSARO_API TakeReplay {
 public:
     explicit TakeReplay(std::vector<std::uint8_t> bytes);
+    TakeReplay(TakeReplay&&) = default; // the bytes stay where they are
+    TakeReplay& operator=(TakeReplay&&) = delete;
 
     /// Whether the bytes begin a take at all; the rest is for those that do.
     [[nodiscard]] bool isTake() const noexcept { return m_start.has_value(); }
