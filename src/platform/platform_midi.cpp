@@ -5,9 +5,11 @@
 #include "platform/audio/jack_audio.h"
 #include "platform/audio/null_audio.h"
 #include "platform/audio/rt_audio_out.h"
+#include "platform/device_news.h"
 #include "platform/jack/jack_client.h"
 #include "platform/midi/alsa_midi.h"
 #include "platform/midi/jack_midi.h"
+#include "platform/midi/keyboard_port.h"
 #include "platform/midi/loopback.h"
 #include "platform/synth/live_synth.h"
 #include "platform/watch.h"
@@ -25,8 +27,6 @@ namespace {
 
 constexpr const char* synthName = "Tessaro Synth";
 constexpr auto watchInterval = std::chrono::milliseconds(100);
-constexpr std::uint64_t arrival = 0x8000;
-constexpr std::uint64_t removal = 0x8004;
 
 /// One of several handles on an open output.
 class SharedOut final : public MidiOut {
@@ -54,12 +54,6 @@ std::vector<std::string> namesOf(const std::vector<Driver>& drivers)
 
 Nanos steadyNow() { return std::chrono::steady_clock::now().time_since_epoch(); }
 
-/// True when `all` holds a name that `known` lacks; both are sorted.
-bool anyNew(const std::vector<std::string>& all, const std::vector<std::string>& known)
-{
-    return !std::includes(known.begin(), known.end(), all.begin(), all.end());
-}
-
 } // namespace
 
 struct PlatformMidi::Parts {
@@ -68,7 +62,7 @@ struct PlatformMidi::Parts {
     void refresh();
     std::vector<std::string> portNames();
     void look();
-    void tellChanges();
+    void tell(Nanos now, bool changed);
     std::shared_ptr<MidiOut> openDriver(const Driver& driver);
     bool openSound();
     std::vector<AudioWay> audioWays();
@@ -77,6 +71,7 @@ struct PlatformMidi::Parts {
     const PlatformOptions options;
     std::unique_ptr<JackClient> jack;
     std::vector<std::unique_ptr<MidiBackend>> backends;
+    KeyboardPort* keyboard = nullptr; ///< one of them
     std::shared_ptr<LiveSynth> synth;
     std::string synthTrouble;
     std::unique_ptr<AudioChain> chain;
@@ -86,7 +81,7 @@ struct PlatformMidi::Parts {
     std::vector<Driver> outs;
     std::vector<Driver> ins;
     std::map<std::string, std::weak_ptr<MidiOut>> open;
-    std::vector<std::string> known; ///< ports whose arrival has been told, sorted
+    DeviceNews news;
     MessageTarget* listener = nullptr;
 
     std::unique_ptr<Watch> watch; ///< the last to come, the first to go
@@ -100,10 +95,13 @@ PlatformMidi::Parts::Parts(Clock& theClock, const PlatformOptions& theOptions) :
         backends.push_back(std::make_unique<JackMidi>(*jack, clock));
     }
     if (options.alsa) backends.push_back(std::make_unique<AlsaMidi>(alsaLibraryCalls(), clock));
+    auto keys = std::make_unique<KeyboardPort>(clock);
+    keyboard = keys.get();
+    backends.push_back(std::move(keys));
     backends.push_back(std::make_unique<Loopback>());
     for (const auto& backend : backends) backend->poll(steadyNow());
     refresh();
-    known = portNames();
+    news.reset(portNames());
 }
 
 void PlatformMidi::Parts::refresh()
@@ -133,17 +131,17 @@ void PlatformMidi::Parts::look()
     const Nanos now = steadyNow();
     bool changed = false;
     for (const auto& backend : backends) changed |= backend->poll(now);
-    if (changed) tellChanges();
+    tell(now, changed);
     if (AudioChain* polled = polledChain.load(std::memory_order_acquire)) polled->poll(now);
 }
 
-void PlatformMidi::Parts::tellChanges()
+void PlatformMidi::Parts::tell(Nanos now, bool changed)
 {
     const std::lock_guard guard(lock);
-    const std::vector<std::string> before = std::exchange(known, portNames());
+    const DeviceNews::Due due = changed ? news.look(now, portNames()) : news.look(now);
     if (!listener) return;
-    if (anyNew(before, known)) listener->post({.id = msg::devicesChanged, .wParam = removal});
-    if (anyNew(known, before)) listener->post({.id = msg::devicesChanged, .wParam = arrival});
+    if (due.removal) listener->post({.id = msg::devicesChanged, .wParam = DeviceNews::removal});
+    if (due.arrival) listener->post({.id = msg::devicesChanged, .wParam = DeviceNews::arrival});
 }
 
 std::shared_ptr<MidiOut> PlatformMidi::Parts::openDriver(const Driver& driver)
@@ -200,6 +198,16 @@ void PlatformMidi::refresh()
 std::vector<std::string> PlatformMidi::outputs() const { return namesOf(m_parts->outs); }
 
 std::vector<std::string> PlatformMidi::inputs() const { return namesOf(m_parts->ins); }
+
+bool PlatformMidi::sounds(std::size_t driver) const
+{
+    const std::lock_guard guard(m_parts->lock);
+    if (driver >= m_parts->outs.size()) return false;
+    const Driver& asked = m_parts->outs[driver];
+    return !asked.backend || asked.backend->sounds(asked.name);
+}
+
+TypedKeys& PlatformMidi::typedKeys() noexcept { return *m_parts->keyboard; }
 
 std::unique_ptr<MidiOut> PlatformMidi::openOutput(std::size_t driver)
 {

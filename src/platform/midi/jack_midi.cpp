@@ -229,6 +229,13 @@ std::vector<std::string> JackMidi::inputs()
     });
 }
 
+// The free port sounds as long as something is connected to it.
+bool JackMidi::sounds(const std::string& output)
+{
+    if (output != freeOutName) return MidiBackend::sounds(output);
+    return m_client.with([this](jack_client_t* client) { return client && jack_port_connected(m_freeOut) > 0; });
+}
+
 std::unique_ptr<MidiOut> JackMidi::openOutput(const std::string& name)
 {
     const std::vector<std::string> known = outputs();

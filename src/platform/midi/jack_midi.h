@@ -21,6 +21,7 @@ public:
 
     [[nodiscard]] std::vector<std::string> outputs() override;
     [[nodiscard]] std::vector<std::string> inputs() override;
+    [[nodiscard]] bool sounds(const std::string& output) override;
     [[nodiscard]] std::unique_ptr<MidiOut> openOutput(const std::string& name) override;
     [[nodiscard]] std::unique_ptr<MidiIn> openInput(const std::string& name, MidiInSink& sink) override;
     bool poll(Nanos now) override;

@@ -18,6 +18,7 @@ public:
 
     [[nodiscard]] std::vector<std::string> outputs() override { return {name}; }
     [[nodiscard]] std::vector<std::string> inputs() override { return {name}; }
+    [[nodiscard]] bool sounds(const std::string&) override { return false; }
     [[nodiscard]] std::unique_ptr<MidiOut> openOutput(const std::string& port) override;
     [[nodiscard]] std::unique_ptr<MidiIn> openInput(const std::string& port, MidiInSink& sink) override;
     [[nodiscard]] std::string service() const override { return {}; }

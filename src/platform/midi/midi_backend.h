@@ -18,6 +18,8 @@ public:
     /// The ports that are there now.
     [[nodiscard]] virtual std::vector<std::string> outputs() = 0;
     [[nodiscard]] virtual std::vector<std::string> inputs() = 0;
+    /// Whether an output leads to something that may sound, and not just back into this machine's inputs.
+    [[nodiscard]] virtual bool sounds(const std::string& output) { return output.find("Midi Through") == output.npos; }
     /// Null when there is no such port, or it cannot be opened. An output is opened once at a time.
     [[nodiscard]] virtual std::unique_ptr<MidiOut> openOutput(const std::string& name) = 0;
     [[nodiscard]] virtual std::unique_ptr<MidiIn> openInput(const std::string& name, MidiInSink& sink) = 0;

@@ -52,6 +52,8 @@ public:
     virtual void refresh() = 0;
     [[nodiscard]] virtual std::vector<std::string> outputs() const = 0;
     [[nodiscard]] virtual std::vector<std::string> inputs() const = 0;
+    /// Whether a person can hear what is sent to this output; not so for a cable that only leads back.
+    [[nodiscard]] virtual bool sounds([[maybe_unused]] std::size_t driver) const { return true; }
     /// Null when the driver cannot be opened or the index is outside the list.
     [[nodiscard]] virtual std::unique_ptr<MidiOut> openOutput(std::size_t driver) = 0;
     [[nodiscard]] virtual std::unique_ptr<MidiIn> openInput(std::size_t driver, MidiInSink& sink,

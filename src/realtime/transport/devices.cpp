@@ -28,6 +28,8 @@ void Devices::enumerate()
     m_ins = named(m_midi.inputs());
 }
 
+bool Devices::sounds(int driver) const { return m_midi.sounds(static_cast<std::size_t>(driver)); }
+
 EngineStart Devices::startEngine() { return m_smc.startEngine(); }
 
 void Devices::stopEngine() { m_smc.stopEngine(); }

@@ -23,6 +23,8 @@ public:
     [[nodiscard]] std::vector<std::string> waveOutNames() const override { return {}; }
     void setWavePorts(std::span<const std::int32_t>) override {}
 
+    [[nodiscard]] bool sounds(int driver) const override;
+
     EngineStart startEngine() override;
     void stopEngine() override;
     bool setOutPorts(std::span<const std::int32_t> drivers, std::uint32_t bufferSize,
