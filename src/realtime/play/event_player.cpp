@@ -56,9 +56,9 @@ void EventPlayer::play(const TrackCursors::DueEvent& due, std::uint32_t nowTick,
     case status::mci: mci(track, event); break;
     case status::syng:
         sysex(track, event.payload());
-        note(track, event, event.GetPost1());
+        note(track, event.GetPost1(), event.GetPost2(), event.GetGateTime());
         break;
-    case status::note: notes(due); break;
+    case status::note: notes(track, due.time, event.GetPost1(), event.GetPost2(), event.GetGateTime()); break;
     case status::polyPressure:
     case status::control:
     case status::pitchBend: channelMessage(track, status, event.GetPost1(), event.GetPost2()); break;
@@ -75,30 +75,37 @@ void EventPlayer::play(const TrackCursors::DueEvent& due, std::uint32_t nowTick,
     }
 }
 
+void EventPlayer::play(const TakeEcho::Event& event)
+{
+    if (m_tracks.filter(event.track) & filter::bitOf(event.status)) return;
+    if (event.status == status::note)
+        notes(event.track, event.time, event.data1, event.data2, event.gate);
+    else
+        channelMessage(event.track, event.status, event.data1, event.data2);
+}
+
 void EventPlayer::channelMessage(int track, std::uint8_t kind, std::uint8_t data1, std::uint8_t data2)
 {
     const auto status = static_cast<std::uint8_t>(status::kind(kind) | m_tracks.channel(track));
     m_queue.shortMessage(track, m_tracks.port(track), status, data1, data2);
 }
 
-void EventPlayer::note(int track, const CEvnt& event, int key)
+void EventPlayer::note(int track, int key, std::uint8_t velocity, std::uint32_t gate)
 {
     const NoteOff off{static_cast<std::int16_t>(track), m_tracks.port(track),
                       static_cast<std::uint8_t>(status::note | m_tracks.channel(track)),
                       static_cast<std::uint8_t>(key)};
-    const std::uint32_t gate = std::max(event.GetGateTime(), 1U);
-    if (m_notes.add(m_queue.stepCount() + gate, off))
-        m_queue.shortMessage(track, off.port, off.status, off.key, event.GetPost2());
+    if (m_notes.add(m_queue.stepCount() + std::max(gate, 1U), off))
+        m_queue.shortMessage(track, off.port, off.status, off.key, velocity);
 }
 
-void EventPlayer::notes(const TrackCursors::DueEvent& due)
+void EventPlayer::notes(int track, std::uint32_t time, int key, std::uint8_t velocity, std::uint32_t gate)
 {
-    const int key = due.event->GetPost1();
-    note(due.track, *due.event, key);
-    const int interval = m_ottavas->interval(due.track, due.time);
+    note(track, key, velocity, gate);
+    const int interval = m_ottavas->interval(track, time);
     if (interval == 0) return;
     const int second = key + interval;
-    note(due.track, *due.event, second < 0 ? second + 12 : second > 127 ? second - 12 : second);
+    note(track, second < 0 ? second + 12 : second > 127 ? second - 12 : second, velocity, gate);
 }
 
 void EventPlayer::sysex(int track, std::span<const std::uint8_t> bytes)

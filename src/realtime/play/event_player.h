@@ -3,6 +3,7 @@
 
 #include "realtime/play/mci_strings.h"
 #include "realtime/play/note_off_list.h"
+#include "realtime/play/take_echo.h"
 #include "realtime/play/track_cursors.h"
 
 #include <cstdint>
@@ -43,6 +44,8 @@ public:
 
     /// `nowTick` is the feeder's tick, `beforeLoop` whether it is not behind the start of the loop.
     void play(const TrackCursors::DueEvent& due, std::uint32_t nowTick, bool beforeLoop);
+    /// The same for what a take recorded in a pass before.
+    void play(const TakeEcho::Event& event);
     /// Ends the notes whose time has come.
     void dueNotesOff();
     void allNotesOff();
@@ -58,8 +61,9 @@ private:
     };
 
     void channelMessage(int track, std::uint8_t kind, std::uint8_t data1, std::uint8_t data2);
-    void note(int track, const CEvnt& event, int key);
-    void notes(const TrackCursors::DueEvent& due);
+    void note(int track, int key, std::uint8_t velocity, std::uint32_t gate);
+    /// The note and the one that an ottava line sets beside it.
+    void notes(int track, std::uint32_t time, int key, std::uint8_t velocity, std::uint32_t gate);
     void sysex(int track, std::span<const std::uint8_t> bytes);
     void masterMeta(const CEvnt& event, std::uint32_t nowTick, bool beforeLoop);
     void mci(int track, const CEvnt& event);

@@ -17,13 +17,15 @@ constexpr unsigned roomLimit = 16384;     // nor go on above this
 constexpr std::uint32_t starveTicks = 64; // the engine hears of the queue at least so often
 } // namespace
 
-Feeder::Feeder(Loom& loom, Clock& clock, const TrackTable& tracks, const DirectSender& sender, const PlayJoins& joins)
+Feeder::Feeder(Loom& loom, Clock& clock, const TrackTable& tracks, const DirectSender& sender, TakeEcho& echo,
+               const PlayJoins& joins)
     : m_loom(loom)
     , m_clock(clock)
     , m_tracks(tracks)
     , m_joins(joins)
     , m_queue(loom)
     , m_player(loom, m_queue, tracks, sender)
+    , m_echo(echo)
 {
     setJoins(joins);
 }
@@ -40,10 +42,10 @@ void Feeder::setNow(std::uint32_t tick) noexcept
     m_queue.setTime(tick - m_bias);
 }
 
-void Feeder::bind(CEditor* editor)
+void Feeder::bind(CEditor* editor, const LeftOut& leftOut)
 {
     m_editor = editor;
-    m_cursors.chain(editor);
+    m_cursors.chain(editor, leftOut);
     setLoopStart(0);
     setLoopEnd(0);
     locate(0);
@@ -54,6 +56,7 @@ void Feeder::locate(std::uint32_t tick)
     m_queue.restart();
     m_player.clear();
     m_cursors.locate(tick, m_queue.stepCount() + 1);
+    m_echo.locate(tick);
     m_bias = 0;
     setNow(tick);
     m_bias = 1;
@@ -72,6 +75,7 @@ void Feeder::pass()
 {
     if (m_loom.getLoomQueplying() && m_loom.getLoomQueCount() <= enoughRecords) {
         const auto lead = static_cast<std::int32_t>(m_fedTicks - m_loom.getLoomInnerTime());
+        if (lead > 0) m_echo.takeOver(); // else what is recorded now could be played at once
         if (lead >= leadTicks) {
             feed(1);
         } else {
@@ -122,7 +126,12 @@ bool Feeder::stepTracks()
         m_player.play(due, m_nowTick, m_nowTick <= loopStart());
         m_cursors.advance();
     }
-    return true;
+    while (m_loom.getLoomQueCount() <= roomLimit) {
+        const TakeEcho::Event* event = m_echo.next(m_nowTick - m_bias);
+        if (!event) return true;
+        m_player.play(*event);
+    }
+    return false;
 }
 
 void Feeder::closeTick()
@@ -156,6 +165,7 @@ void Feeder::jump(std::uint32_t target, bool isLoop)
     }
 
     m_cursors.jump(target, m_queue.stepCount());
+    m_echo.locate(target);
     m_joins.styles->locate(target, isLoop);
     queueTempo(target);
 

@@ -4,6 +4,7 @@
 #include "base/clock.h"
 #include "realtime/play/event_player.h"
 #include "realtime/play/queue_writer.h"
+#include "realtime/play/take_echo.h"
 #include "realtime/play/track_cursors.h"
 
 #include <atomic>
@@ -40,13 +41,14 @@ class Feeder {
 public:
     static constexpr int leadTicks = 480;
 
-    Feeder(Loom& loom, Clock& clock, const TrackTable& tracks, const DirectSender& sender, const PlayJoins& joins);
+    Feeder(Loom& loom, Clock& clock, const TrackTable& tracks, const DirectSender& sender, TakeEcho& echo,
+           const PlayJoins& joins);
     /// Only while nothing plays.
     void setJoins(const PlayJoins& joins) noexcept;
     void setMainWindow(MessageTarget* window) noexcept { m_mainWindow = window; }
 
-    /// Takes the song, at its start. Loop off. Null for none.
-    void bind(CEditor* editor);
+    /// Takes the song but for what a take leaves out, at its start. Loop off. Null for none.
+    void bind(CEditor* editor, const LeftOut& leftOut);
     /// The next step plays `tick`.
     void locate(std::uint32_t tick);
 
@@ -88,6 +90,7 @@ private:
     QueueWriter m_queue;
     TrackCursors m_cursors;
     EventPlayer m_player;
+    TakeEcho& m_echo;
 
     RunSettings m_run;
     std::atomic<std::uint32_t> m_loopStart{0};

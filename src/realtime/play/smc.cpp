@@ -9,6 +9,7 @@
 #include "realtime/play/master_setup.h"
 #include "realtime/play/output_filter.h"
 #include "realtime/play/tempo_setting.h"
+#include "realtime/rec/record_settings.h"
 
 #include <algorithm>
 #include <cassert>
@@ -34,7 +35,7 @@ Smc::Smc(const Surroundings& around)
     , m_sender(m_loom, m_clock)
     , m_owners(m_loom, m_clock)
     , m_recordThread(m_loom, m_clock, m_owners)
-    , m_feeder(m_loom, m_clock, m_tracks, m_sender, m_joins)
+    , m_feeder(m_loom, m_clock, m_tracks, m_sender, m_echo, m_joins)
 {
 }
 
@@ -69,7 +70,7 @@ void Smc::smcBindSong(CEditor* editor)
     m_joins.styles->bind(editor);
     m_loom.setLoomQplaytime(0);
     if (!editor) {
-        m_feeder.bind(nullptr);
+        m_feeder.bind(nullptr, {});
         return;
     }
     smcInitPlay(true);
@@ -89,7 +90,7 @@ void Smc::smcInitPlay(bool full)
     }
     m_loom.setLoomInLongmsg(0);
     m_loom.setLoomInit();
-    m_feeder.bind(m_editor);
+    m_feeder.bind(m_editor, leftOut());
 
     _EDT_TIMEINFO head;
     m_editor->GetHeadTimeInfo(head);
@@ -102,6 +103,23 @@ void Smc::smcInitPlay(bool full)
     _EDT_MEASINFO first;
     m_editor->GetMeasInfo(1, first);
     setSignature(m_loom, first.num, first.den, 0);
+}
+
+// The feeder never reads a block that is being filled.
+LeftOut Smc::leftOut() const
+{
+    LeftOut out;
+    if (!m_take) return out;
+    const bool inTime = m_take->recordsInTime();
+    const bool muted = inTime && m_wsIni.getInt("RealtimeRec", "Mute", 0) != 0;
+    const bool armed = inTime && RecordSettings::read(m_profile).realMode == RealRecMode::replace;
+    for (std::size_t track = 0; track < out.takeBlks.size(); ++track) {
+        CTrk* trk = m_editor->song().trk(static_cast<int>(track));
+        if (!trk) continue;
+        out.tracks[track] = (muted && trk->GetMute()) || (armed && trk->GetRec());
+        out.takeBlks[track] = m_take->GetRecBlk(trk);
+    }
+    return out;
 }
 
 void Smc::takeTrack(int track, const CTrk& trk)

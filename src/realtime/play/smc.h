@@ -150,6 +150,7 @@ public:
 private:
     void locate(std::uint32_t tick, bool chase);
     void takeTrack(int track, const CTrk& trk);
+    [[nodiscard]] LeftOut leftOut() const;
     void setPlayEnd(std::uint32_t pos);
     bool countInPlays(std::uint32_t& pos);
     void startFeeder();

@@ -33,7 +33,7 @@ const CEvnt* findFrom(const CBlk& blk, const CEvnt* from, std::uint32_t tick) no
 }
 } // namespace
 
-void TrackCursors::chain(CEditor* editor)
+void TrackCursors::chain(CEditor* editor, const LeftOut& leftOut)
 {
     m_first.fill(nullptr);
     m_due.clear();
@@ -41,12 +41,15 @@ void TrackCursors::chain(CEditor* editor)
     std::size_t count = 0;
     for (int track = 0; track < trackCount; ++track) {
         const CTrk* trk = editor->song().trk(track);
-        if (!trk) continue;
-        CBlk** link = &m_first[static_cast<std::size_t>(track)];
-        for (CBlk* blk = trk->blocks().head(); blk; blk = List<CBlk>::next(blk), ++count) {
+        const auto index = static_cast<std::size_t>(track);
+        if (!trk || leftOut.tracks[index]) continue;
+        CBlk** link = &m_first[index];
+        for (CBlk* blk = trk->blocks().head(); blk; blk = List<CBlk>::next(blk)) {
+            if (blk == leftOut.takeBlks[index]) continue;
             blk->resetPlayState();
             *link = blk;
             link = &blk->playState().playNext;
+            ++count;
         }
     }
     m_due.reserve(count);

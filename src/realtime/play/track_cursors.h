@@ -5,6 +5,7 @@
 #include "core/model/trk.h"
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <vector>
 
@@ -12,9 +13,15 @@ namespace tessaro {
 
 class CEditor;
 
-/// Where every block of the song stands in playing. All blocks of all tracks take part, overlapping or not. The event
-/// that is due next is found at once, however many blocks the song has; events that are due in the same step come in
-/// the order of tracks, then of blocks on the track, then of events in the block.
+/// What does not take part in playing while a take is recorded.
+struct LeftOut {
+    std::bitset<trackCount> tracks;
+    std::array<const CBlk*, trackCount> takeBlks{}; ///< which are being filled
+};
+
+/// Where every block of the song stands in playing. All blocks of all tracks take part, overlapping or not, but for
+/// those that are left out. The event that is due next is found at once, however many blocks the song has; events that
+/// are due in the same step come in the order of tracks, then of blocks on the track, then of events in the block.
 ///
 /// Dues are counts of feeder steps. The cursors live in the play state of the blocks, whose song must not change while
 /// they are in use. `chain` and `locate` are the user interface thread's, while nothing plays; the rest is the
@@ -28,7 +35,7 @@ public:
     };
 
     /// Takes the blocks of the song, with the cursors at its start; without a song there are none.
-    void chain(CEditor* editor);
+    void chain(CEditor* editor, const LeftOut& leftOut);
     /// Puts every cursor on its first event not before `tick`. An event at `tick` itself is due at `step`.
     void locate(std::uint32_t tick, std::int64_t step);
     /// The same, looking from where the cursors stand: costs what lies between the two places.

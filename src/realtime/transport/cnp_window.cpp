@@ -9,6 +9,7 @@
 #include "realtime/transport/realtime_messages.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaro {
 
@@ -17,6 +18,9 @@ constexpr const char* section = "System";
 constexpr const char* midiChaseKey = "MIDI Chase";
 constexpr const char* viewChaseKey = "View Chase";
 constexpr int largestTranspose = 127;
+constexpr int midiSync = 1;
+constexpr int fastForwardTempo = 3000; // thousandths on top
+constexpr int stopAttempts = 10;
 } // namespace
 
 CnpObserver::~CnpObserver() = default;
@@ -30,9 +34,14 @@ CCnpWindow::CCnpWindow(const RecorderPorts& ports)
     , m_viewChase(m_profile.getInt(section, viewChaseKey, 1) != 0)
 {
     m_smc.setTempoDisplay(this);
+    m_smc.setTakeInfo(&m_recorder);
 }
 
-CCnpWindow::~CCnpWindow() { m_smc.setTempoDisplay(nullptr); }
+CCnpWindow::~CCnpWindow()
+{
+    m_smc.setTakeInfo(nullptr);
+    m_smc.setTempoDisplay(nullptr);
+}
 
 void CCnpWindow::addView(MessageTarget* view) { m_views.push_back(view); }
 
@@ -51,129 +60,273 @@ void CCnpWindow::changed()
     if (m_observer) m_observer->stateChanged();
 }
 
+bool CCnpWindow::hasSong()
+{
+    if (m_smc.song()) return true;
+    m_winding.forget();
+    changed();
+    return false;
+}
+
+bool CCnpWindow::inMidiSync() const { return m_smc.loom().getLoomSyncMode() == midiSync; }
+
+void CCnpWindow::wantTimer(bool on)
+{
+    if (m_timerOn == on) return;
+    m_timerOn = on;
+    if (m_observer) m_observer->timerWanted(on);
+}
+
 // Transport
 
 void CCnpWindow::Start()
 {
-    if (!m_smc.song() || m_smc.running()) return;
-    if (m_observer) m_observer->timerWanted(true);
+    WindReleased();
+    if (!hasSong() || steps()) return;
+    if (m_smc.running()) { // by fast forward, of which no more comes than the tempo
+        m_forward.startedPlay = false;
+        m_play = true;
+        changed();
+        return;
+    }
+    run(Entry::countIn);
+}
+
+// The song stands.
+void CCnpWindow::run(Entry entry)
+{
+    m_resumes = false;
     m_startTick = m_smc.smcGetPlayCount();
+    const bool recording = IsRecButton();
+    if (recording) {
+        m_smc.takeEcho().clear();
+        if (!m_recorder.begin(m_startTick, loop())) {
+            Stop();
+            return;
+        }
+    }
+    m_play = true;
+    wantTimer(true);
     m_smc.smcLocateQuiet(m_startTick, false);
     applyLoop();
-    m_smc.smcPlayStart();
-    m_shownTick = m_startTick;
-    show(m_startTick);
-    setPlayButton(true);
-    tellViews(msg::locationJumped, m_startTick);
+    if (!steps()) {
+        if (recording && entry == Entry::countIn) m_smc.smcSetPreCount(true);
+        m_smc.smcPlayStart();
+    }
+    m_shownTick = m_smc.smcGetPlayCount(); // before the start when the song itself is the count-in
+    m_reachedTake = m_shownTick >= m_startTick;
+    show(m_shownTick);
+    changed();
+    tellViews(msg::locationJumped, m_shownTick);
 }
 
 int CCnpWindow::Stop()
 {
-    if (m_syncMode == 1 || m_play || m_smc.running()) {
+    WindReleased();
+    endFastForward();
+    m_play = m_resumes = false;
+    if (inMidiSync() || m_smc.running()) {
         m_smc.smcPlayStop();
         m_smc.smcRecStop();
     }
-    if (m_countIn) show(m_smc.smcGetPlayCount());
+    endTake();
+    wantTimer(false);
+    // Another machine's Start may have come in between.
+    for (int i = 0; i < stopAttempts && m_smc.smcPlayStatus(); ++i) m_smc.smcPlayStop();
     m_countIn.reset();
-    setPlayButton(false);
-    if (m_observer) m_observer->timerWanted(false);
+    m_shownTick = m_smc.smcGetPlayCount();
+    show(m_shownTick);
+    changed();
     if (m_mainFrame) m_mainFrame->send({msg::playStopped, 0, 0});
     return 1;
 }
 
-void CCnpWindow::setPlayButton(bool on)
+void CCnpWindow::StopClicked()
 {
-    if (m_play == on) return;
-    m_play = on;
-    changed();
-}
-
-void CCnpWindow::StopClicked() { Stop(); }
-
-void CCnpWindow::FastForwardPressed() {}
-
-void CCnpWindow::FastForwardReleased() {}
-
-void CCnpWindow::Wind(int, WindStep) {}
-
-void CCnpWindow::WindReleased() {}
-
-// Recording
-
-void CCnpWindow::ShortCutRECClicked()
-{
-    if (IsRecButton())
-        RecStop();
-    else if (m_mainFrame)
-        m_recorder.arm(*m_mainFrame);
-    changed();
-}
-
-void CCnpWindow::RecStop()
-{
-    m_recorder.end(loop());
-    changed();
-}
-
-void CCnpWindow::received(const LoomRingEntry& entry) { m_recorder.received(entry); }
-
-void CCnpWindow::recordError()
-{
+    const bool take = records() && !steps();
     Stop();
-    m_user.message(TextId::midiReceiveError, MessageKind::error);
+    if (take && !plays()) SetLocation(static_cast<long>(m_startTick));
 }
 
 void CCnpWindow::SpaceKey()
 {
-    if (!m_smc.song()) return;
-    if (m_play)
-        Stop();
-    else
+    if (!hasSong()) return;
+    if (!m_play)
         Start();
+    else if (steps())
+        m_recorder.rest();
+    else
+        Stop();
 }
 
-void CCnpWindow::ESCKey() { SetLocation(static_cast<long>(m_startTick)); }
+void CCnpWindow::ESCKey()
+{
+    if (!hasSong()) return;
+    if (!plays()) Stop();
+    SetLocation(static_cast<long>(m_startTick));
+}
 
 void CCnpWindow::Top()
 {
-    if (!m_smc.song()) return;
-    const bool played = m_play;
-    if (played) Stop();
+    WindReleased();
+    if (!hasSong()) return;
+    const bool played = m_play && !steps();
+    if (plays() || records()) Stop();
     locateAndShow(0);
     if (played) Start();
 }
 
 void CCnpWindow::End()
 {
-    if (!m_smc.song()) return;
+    if (!hasSong()) return;
     Stop();
     locateAndShow(m_smc.song()->GetTimeEnd());
+}
+
+void CCnpWindow::playOn()
+{
+    m_smc.smcLocateQuiet(m_smc.smcGetPlayCount(), m_midiChase);
+    applyLoop();
+    m_smc.smcPlayStart();
+}
+
+// Held buttons
+
+void CCnpWindow::FastForwardPressed()
+{
+    WindReleased();
+    if (!hasSong() || m_forward.on) return;
+    if (!IsRecButton()) {
+        m_forward = {true, !plays(), m_smc.loom().getLoomRelativeTempo()};
+        if (m_forward.startedPlay) {
+            m_smc.smcLocateQuiet(m_smc.smcGetPlayCount(), false);
+            applyLoop();
+            m_smc.smcPlayStart();
+            m_shownTick = m_smc.smcGetPlayCount();
+            wantTimer(true);
+        }
+        m_smc.smcSetRelativeTempo(fastForwardTempo);
+    }
+    changed();
+}
+
+void CCnpWindow::FastForwardReleased()
+{
+    const bool startedPlay = m_forward.startedPlay;
+    endFastForward();
+    if (startedPlay)
+        Stop();
+    else
+        changed();
+}
+
+void CCnpWindow::endFastForward()
+{
+    if (!std::exchange(m_forward.on, false)) return;
+    m_forward.startedPlay = false;
+    applyRelativeTempo(m_forward.savedRelTempo);
+}
+
+void CCnpWindow::Wind(int direction, WindStep step)
+{
+    if (!hasSong()) return;
+    if (plays()) Stop();
+    const std::uint32_t from = steps() ? m_recorder.stepTick() : m_location;
+    show(m_winding.repeat(*m_smc.song(), from, direction, step));
+    if (steps()) {
+        m_recorder.setStepTick(m_location);
+        m_shownTick = m_location;
+    }
+    tellViews(msg::locationJumped, m_location);
+}
+
+void CCnpWindow::WindReleased()
+{
+    if (m_winding.held() && hasSong()) locateAndShow(m_winding.release(*m_smc.song(), m_location));
+}
+
+// Recording
+
+void CCnpWindow::ShortCutRECClicked()
+{
+    WindReleased();
+    if (!hasSong()) return;
+    if (IsRecButton()) {
+        RecStop();
+        return;
+    }
+    if (m_forward.on) FastForwardReleased();
+    if (m_mainFrame && m_recorder.arm(*m_mainFrame) && m_play) {
+        m_smc.smcPlayStop();
+        run(Entry::atOnce);
+    }
+    changed();
+}
+
+void CCnpWindow::RecStop()
+{
+    if (!IsRecButton()) return;
+    if (steps()) {
+        Stop();
+        return;
+    }
+    const bool played = m_smc.running();
+    if (played) m_smc.smcPlayStop(); // what plays on reads the take
+    endTake();
+    if (played) playOn();
+    changed();
+}
+
+void CCnpWindow::endTake()
+{
+    if (!IsRecButton()) return;
+    m_endingTake = true;
+    m_recorder.end(loop());
+    m_endingTake = false;
+    m_smc.takeEcho().clear();
+}
+
+void CCnpWindow::received(const LoomRingEntry& entry) { m_recorder.received(entry); }
+
+void CCnpWindow::recordError()
+{
+    StopClicked();
+    m_user.message(TextId::midiReceiveError, MessageKind::error);
 }
 
 // Location
 
 void CCnpWindow::SetLocation(long tick)
 {
-    if (!m_smc.song()) return;
-    const auto target = static_cast<std::uint32_t>(std::max(tick, 0L));
-    const bool played = m_play;
-    if (m_syncMode == 1 || played) {
+    m_winding.forget();
+    if (!hasSong()) return;
+    if (m_forward.on) FastForwardReleased();
+    if (inMidiSync() && steps()) Stop(); // there, a new location ends whatever is recorded
+    const bool played = m_play && !steps();
+    if (inMidiSync() || plays()) {
         m_smc.smcPlayStop();
         m_smc.smcRecStop();
+        endTake();
+        m_shownTick = 0;
     }
-    locateAndShow(target);
-    if (!played) return;
-    if (m_syncMode == 1) {
-        m_smc.smcPlayStart();
-    } else {
-        setPlayButton(false);
-        if (m_mainFrame) m_mainFrame->post(RealtimeMessages::resume());
-    }
+    locateAndShow(static_cast<std::uint32_t>(std::max(tick, 0L)));
+    m_resumes = played;
+    if (played && (inMidiSync() || !m_mainFrame || !m_mainFrame->post(RealtimeMessages::resume()))) Resume();
+    changed();
+}
+
+void CCnpWindow::Resume()
+{
+    if (m_resumes && !m_smc.running()) run(Entry::atOnce);
 }
 
 void CCnpWindow::Spp(long tick)
 {
-    if (m_smc.song()) locateAndShow(static_cast<std::uint32_t>(std::max(tick, 0L)));
+    if (!hasSong()) return;
+    const auto target = static_cast<std::uint32_t>(std::max(tick, 0L));
+    if (target != m_smc.smcGetPlayCount()) endTake(); // a take that waits there for its start waits on
+    locateAndShow(target);
+    changed();
 }
 
 void CCnpWindow::locateAndShow(std::uint32_t tick)
@@ -182,6 +335,7 @@ void CCnpWindow::locateAndShow(std::uint32_t tick)
     m_smc.smcLocate(tick, m_midiChase);
     if (m_observer) m_observer->busy(false);
     m_startTick = m_shownTick = m_smc.smcGetPlayCount();
+    if (steps()) m_recorder.setStepTick(m_startTick);
     m_countIn.reset();
     applyLoop();
     show(m_startTick);
@@ -202,13 +356,15 @@ void CCnpWindow::DrawLocation(const std::string& text)
 
 void CCnpWindow::SetTop()
 {
+    m_winding.forget();
+    if (goesOn() || IsRecButton()) Stop();
     m_loopStart = m_loopEnd = 0;
     m_loop = m_metronome = false;
     m_startTick = m_shownTick = 0;
     m_smc.loom().setLoomMetroFlg(0);
     applyLoop();
-    SetTranspose(0);
-    SetRelativeTempo(0);
+    applyTranspose(0);
+    applyRelativeTempo(0);
     show(0);
     changed();
 }
@@ -216,11 +372,12 @@ void CCnpWindow::SetTop()
 // The song may have wrapped since the last call, or be at the count-in still.
 void CCnpWindow::timer()
 {
-    if (const std::optional<int> countIn = m_smc.countInShown(); countIn != m_countIn) {
-        m_countIn = countIn;
-        if (countIn) DrawLocation(std::to_string(*countIn));
+    if (goesOn() && !plays() && !steps()) { // an edit that failed has stopped it for good
+        Stop();
+        return;
     }
-    const std::uint32_t tick = m_smc.smcGetPlayCount();
+    showCountIn();
+    const std::uint32_t tick = position();
     if (tick > m_shownTick) {
         if (++m_thinCount >= m_thinTime) show(tick);
         tellViews(msg::playPosition, tick);
@@ -230,6 +387,22 @@ void CCnpWindow::timer()
     }
     m_shownTick = tick;
     UpdateTempo();
+    if (records() && !steps()) passTake(tick);
+}
+
+void CCnpWindow::showCountIn()
+{
+    const std::optional<int> countIn = m_smc.countInShown();
+    if (countIn == m_countIn) return;
+    m_countIn = countIn;
+    if (countIn) DrawLocation(std::to_string(*countIn));
+}
+
+// What comes before the take's beginning is the song as its own count-in.
+void CCnpWindow::passTake(std::uint32_t tick)
+{
+    m_reachedTake = m_reachedTake || tick >= m_startTick;
+    if (m_reachedTake) m_recorder.passed(tick, loop());
 }
 
 // Loop
@@ -244,6 +417,7 @@ bool CCnpWindow::GetLoop(std::uint32_t& start, std::uint32_t& end) const noexcep
 
 void CCnpWindow::SetLoop(std::uint32_t start, std::uint32_t end)
 {
+    if (!hasSong()) return;
     m_loopStart = start;
     m_loopEnd = end;
     applyLoop();
@@ -267,14 +441,14 @@ void CCnpWindow::ShortCutLoopClicked()
 
 void CCnpWindow::ShortCutMETRONOMEClicked()
 {
-    m_metronome = !m_metronome;
+    m_metronome = m_smc.song() && !m_metronome;
     m_smc.loom().setLoomMetroFlg(m_metronome);
     changed();
 }
 
 void CCnpWindow::ShortCutLocDClicked()
 {
-    if (m_observer && m_smc.song()) m_observer->locationWanted();
+    if (hasSong() && m_observer) m_observer->locationWanted();
 }
 
 void CCnpWindow::SetSyncMode(unsigned mode)
@@ -291,12 +465,21 @@ void CCnpWindow::SetTempo(int tempo)
 
 void CCnpWindow::SetRelativeTempo(long thousandths)
 {
-    m_smc.smcSetRelativeTempo(static_cast<int>(thousandths));
+    if (hasSong()) applyRelativeTempo(thousandths);
+}
+
+void CCnpWindow::applyRelativeTempo(long thousandths)
+{
+    if (m_forward.on)
+        m_forward.savedRelTempo = static_cast<int>(thousandths); // for when the button is let go
+    else
+        m_smc.smcSetRelativeTempo(static_cast<int>(thousandths));
     UpdateTempo();
 }
 
 void CCnpWindow::UpdateTempo()
 {
+    if (m_forward.on) return;
     const int tempo = m_smc.loom().getLoomRealTempo();
     if (tempo == m_tempo) return;
     m_tempo = tempo;
@@ -304,6 +487,11 @@ void CCnpWindow::UpdateTempo()
 }
 
 void CCnpWindow::SetTranspose(int semitones)
+{
+    if (hasSong()) applyTranspose(semitones);
+}
+
+void CCnpWindow::applyTranspose(int semitones)
 {
     m_transpose = std::clamp(semitones, -largestTranspose, largestTranspose);
     m_smc.loom().setLoomgTransp(m_transpose);

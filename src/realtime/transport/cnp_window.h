@@ -4,6 +4,7 @@
 #include "base/export.h"
 #include "realtime/play/smc.h"
 #include "realtime/rec/recorder.h"
+#include "realtime/transport/winding.h"
 
 #include <cstdint>
 #include <optional>
@@ -34,15 +35,12 @@ public:
     virtual void locationWanted() {}
 };
 
-/// How far one repetition of the rewind or forward button goes.
-enum class WindStep {
-    beat,
-    bar,   ///< with Shift
-    faster ///< with Ctrl: further with every repetition
-};
-
 /// The control panel: what the transport's buttons and boxes do, without their looks. The real-time layer holds the
-/// truth while a song plays; what is held here is what the person sees. Without a song every command does nothing.
+/// truth while a song plays; what is held here is what the person sees. Without a song a command does nothing but tell
+/// the observer to look at the buttons again.
+///
+/// The play button is on while the song plays, while it waits in MIDI sync or for the main frame to let it go on, and
+/// during step input. Whatever moves the position or stops the song ends a take.
 ///
 /// Views on its list get the messages 0x415 (the play position moved) and 0x416 (it jumped), the tick in wParam, while
 /// views follow the position; the main frame gets 0x417 (play has stopped). Ticks; main thread only. Borrows all.
@@ -68,7 +66,7 @@ public:
     void StopClicked();
     /// Plays, or stops what plays; a rest in step input.
     void SpaceKey();
-    /// Back to where play began; what plays goes on from there.
+    /// Stops, and goes back to where play began; what plays goes on from there.
     void ESCKey();
     /// Nothing; always 1.
     int BSKey() { return 1; }
@@ -79,15 +77,17 @@ public:
     /// The fast forward button, held: four times the tempo.
     void FastForwardPressed();
     void FastForwardReleased();
-    [[nodiscard]] bool GetFastForward() const noexcept { return m_fastForward; }
-    /// The rewind (-1) or forward (1) button, held: to be called when it goes down and for each repetition after.
+    [[nodiscard]] bool GetFastForward() const noexcept { return m_forward.on; }
+    /// The rewind (-1) or forward (1) button, held: to be called when it goes down and for each repetition after. Stops
+    /// what plays.
     void Wind(int direction, WindStep step);
     void WindReleased();
 
     // Recording
 
     [[nodiscard]] Recorder& recorder() noexcept { return m_recorder; }
-    /// The record button: arms, or ends what is armed or recorded.
+    /// The record button: arms, or ends what is armed or recorded. In a playing song a take begins, or ends, on the
+    /// spot and the song plays on.
     void ShortCutRECClicked();
     [[nodiscard]] bool IsRecButton() const noexcept { return m_recorder.IsRecButton(); }
     [[nodiscard]] bool IsStepRec() const noexcept { return m_recorder.IsStepRec(); }
@@ -102,8 +102,18 @@ public:
     [[nodiscard]] std::uint32_t GetLocation() const noexcept { return m_location; }
     /// Negative is 0. A playing song goes on from there, once the main frame has had its message.
     void SetLocation(long tick);
+    /// That message: a song that was to go on does, unless it has been stopped since.
+    void Resume();
     /// The location that a song position message tells; nothing plays.
     void Spp(long tick);
+
+    // For who interrupts a playing song
+
+    /// Whether the song is to play on after an interruption.
+    [[nodiscard]] bool goesOn() const noexcept { return (m_play || m_forward.startedPlay) && !m_endingTake; }
+    /// Plays on from the present position.
+    void playOn();
+
     /// A new song: all to zero and off.
     void SetTop();
 
@@ -145,14 +155,35 @@ public:
     void timer();
 
 private:
+    enum class Entry { countIn, atOnce };
+    void run(Entry entry);
+    void endTake();
+    void endFastForward();
     void locateAndShow(std::uint32_t tick);
     void show(std::uint32_t tick);
+    void showCountIn();
+    void passTake(std::uint32_t tick);
     void tellViews(std::uint32_t message, std::uint32_t tick);
     void applyLoop();
-    void setPlayButton(bool on);
+    void applyTranspose(int semitones);
+    void applyRelativeTempo(long thousandths);
+    void wantTimer(bool on);
     void changed();
 
+    [[nodiscard]] bool hasSong();
+    [[nodiscard]] bool inMidiSync() const;
+    [[nodiscard]] bool plays() const { return m_resumes || m_smc.running(); }
+    /// A take or step input runs.
+    [[nodiscard]] bool records() const noexcept { return m_recorder.state() == RecState::recording; }
+    [[nodiscard]] bool steps() const noexcept { return records() && m_recorder.IsStepRec(); }
+    [[nodiscard]] std::uint32_t position() const { return steps() ? m_recorder.stepTick() : m_smc.smcGetPlayCount(); }
     [[nodiscard]] LoopRange loop() const noexcept { return {m_loop, m_loopStart, m_loopEnd}; }
+
+    struct FastForward {
+        bool on = false;
+        bool startedPlay = false; ///< the song did not play before
+        int savedRelTempo = 0;
+    };
 
     Smc& m_smc;
     SettingsStore& m_profile;
@@ -168,6 +199,8 @@ private:
     std::uint32_t m_loopStart = 0;
     std::uint32_t m_loopEnd = 0;
     std::optional<int> m_countIn; ///< shown now
+    Winding m_winding;
+    FastForward m_forward;
     int m_tempo = 0;
     int m_transpose = 0;
     int m_thinTime = 1;
@@ -175,7 +208,10 @@ private:
     unsigned m_syncMode = 0;
     bool m_loop = false;
     bool m_play = false;
-    bool m_fastForward = false;
+    bool m_resumes = false;     ///< play goes on when the main frame has had its message
+    bool m_endingTake = false;  ///< the transport stands until the take is complete
+    bool m_reachedTake = false; ///< the song has come to where the take begins
+    bool m_timerOn = false;
     bool m_metronome = false;
     bool m_midiChase;
     bool m_viewChase;

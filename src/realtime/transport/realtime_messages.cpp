@@ -24,7 +24,7 @@ bool RealtimeMessages::handle(const Message& message)
     case msg::realtime:
         if (m_smc.loom().getLoomSyncMode() == 0)
             internalSync(message);
-        else if (m_panel.GetPlayBtn())
+        else if (m_panel.GetPlayBtn() && m_smc.running()) // which it does not in step input
             midiSync(message);
         return true;
     case msg::data:
@@ -40,10 +40,13 @@ bool RealtimeMessages::handle(const Message& message)
 
 void RealtimeMessages::internalSync(const Message& message)
 {
-    const bool playing = m_panel.GetPlayBtn();
+    if (message.lParam == ownRequest) {
+        m_panel.Resume();
+        return;
+    }
+    const bool playing = m_panel.GetPlayBtn() || m_smc.running();
     // The filter is for what comes from outside, not for the engine's own news.
-    const bool own = message.wParam == songEnd || message.lParam == ownRequest;
-    if ((m_smc.inFilter() & filter::realTime) && !own) return;
+    if ((m_smc.inFilter() & filter::realTime) && message.wParam != songEnd) return;
     switch (message.wParam) {
     case stop:
     case songEnd:
@@ -69,7 +72,12 @@ void RealtimeMessages::midiSync(const Message& message)
 {
     switch (message.wParam) {
     case stop:
-    case songEnd: m_smc.stopWaves(); break;
+    case songEnd:
+        if (m_panel.recorder().state() == RecState::recording)
+            m_panel.RecStop();
+        else
+            m_smc.stopWaves();
+        break;
     case start:
     case continuePlay: m_smc.startWaves(); break;
     case songPosition:

@@ -18,15 +18,24 @@ void SongTransport::stop()
 void SongTransport::resume()
 {
     if (!m_wasUnderWay || m_smc.running()) return;
-    m_smc.smcLocateQuiet(m_smc.smcGetPlayCount(), m_panel && m_panel->GetMIDIChase());
     if (m_panel) {
-        std::uint32_t start = 0;
-        std::uint32_t end = 0;
-        m_panel->GetLoop(start, end);
-        m_panel->SetLoop(start, end);
+        if (m_panel->goesOn()) m_panel->playOn();
+        return;
     }
+    m_smc.smcLocateQuiet(m_smc.smcGetPlayCount(), false);
     m_smc.smcPlayStart();
 }
+
+void SongTransport::halt()
+{
+    m_wasUnderWay = false;
+    if (m_panel)
+        m_panel->Stop();
+    else
+        m_smc.smcPlayStop();
+}
+
+bool SongTransport::isRecording() const { return m_panel && m_panel->recorder().state() == RecState::recording; }
 
 std::uint32_t SongTransport::playCount() const { return m_smc.smcGetPlayCount(); }
 

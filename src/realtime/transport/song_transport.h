@@ -19,8 +19,10 @@ public:
     /// Also while a feeder works on though the song has ended.
     [[nodiscard]] bool isPlaying() const override;
     void stop() override;
-    /// Nothing when the song had ended by itself.
+    /// Nothing when the song had ended by itself, or the panel has stopped since.
     void resume() override;
+    void halt() override;
+    [[nodiscard]] bool isRecording() const override;
     [[nodiscard]] std::uint32_t playCount() const override;
     void bindSong(CEditor* editor) override;
 
