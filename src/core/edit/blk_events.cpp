@@ -192,8 +192,13 @@ bool realize(CEditor& editor, POSITION trk, POSITION pos)
 
 bool resize(CEditor& editor, POSITION trk, POSITION pos, std::uint32_t end)
 {
+    if (isSource(trk, pos)) editor.StopSeq();
+    return resizeRecorded(editor, trk, pos, end);
+}
+
+bool resizeRecorded(CEditor& editor, POSITION trk, POSITION pos, std::uint32_t end)
+{
     if (!isSource(trk, pos)) return false;
-    editor.StopSeq();
     CBlk& blk = blkAt(pos);
     if (end <= blk.GetTimeEnd()) end = std::max(end, tick::later(blk.GetTimeTop(), lastSound(*blk.GetRealBlk())));
     editor.history().SetUndoBlkSize(trk, pos);

@@ -45,6 +45,8 @@ bool join(CEditor& editor, POSITION trk, POSITION blk, POSITION trk2, POSITION b
 bool realize(CEditor& editor, POSITION trk, POSITION blk);
 /// Not shorter than the last sound.
 bool resize(CEditor& editor, POSITION trk, POSITION blk, std::uint32_t end);
+/// The same while the transport runs; nobody plays the block.
+bool resizeRecorded(CEditor& editor, POSITION trk, POSITION blk, std::uint32_t end);
 bool offset(CEditor& editor, POSITION trk, POSITION blk, std::int64_t delta);
 /// Grows the block to hold the event; not recorded.
 void grow(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt);

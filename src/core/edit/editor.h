@@ -272,6 +272,8 @@ public:
     bool BlkRealize(POSITION trk, POSITION blk);
     /// Not shorter than the last sound.
     bool BlkSize(POSITION trk, POSITION blk, std::uint32_t end);
+    /// The same for the block of a take, which nobody plays: the transport runs on.
+    bool BlkRecSize(POSITION trk, POSITION blk, std::uint32_t end);
     bool BlkName(POSITION trk, POSITION blk, const std::string& name);
     /// Shifts the events inside the block; none gets before its top.
     bool BlkOfst(POSITION trk, POSITION blk, std::int64_t delta);
@@ -326,6 +328,8 @@ public:
     bool RecSetEvnt(POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec);
     /// The same without undo, hint and growth, for the speed of a take. The event's position, null on a refusal.
     static POSITION RealRecEvnt(CBlk* blk, const _EDT_EVNT& rec);
+    /// Sets a note's gate time as quietly.
+    static void RealRecGate(POSITION note, std::uint32_t gate) noexcept;
     /// Rests have no undo.
     bool InsRest(POSITION trk, POSITION blk, const _EDT_EVNT& rec);
     bool DelRest(POSITION trk, POSITION blk, POSITION evnt);

@@ -76,6 +76,11 @@ bool CEditor::BlkSize(POSITION trk, POSITION blk, std::uint32_t end)
     return blk_events::resize(*this, trk, blk, end);
 }
 
+bool CEditor::BlkRecSize(POSITION trk, POSITION blk, std::uint32_t end)
+{
+    return blk_events::resizeRecorded(*this, trk, blk, end);
+}
+
 bool CEditor::BlkName(POSITION trk, POSITION blk, const std::string& name)
 {
     if (!trk || !blk) return false;

@@ -39,6 +39,8 @@ bool CEditor::RecSetEvnt(POSITION trk, POSITION blk, POSITION evnt, const _EDT_E
 
 POSITION CEditor::RealRecEvnt(CBlk* blk, const _EDT_EVNT& rec) { return evnt_edit::recordQuietly(blk, rec); }
 
+void CEditor::RealRecGate(POSITION note, std::uint32_t gate) noexcept { evnt_edit::setGateQuietly(note, gate); }
+
 bool CEditor::InsRest(POSITION trk, POSITION blk, const _EDT_EVNT& rec)
 {
     return evnt_edit::insertRest(*this, trk, blk, rec);

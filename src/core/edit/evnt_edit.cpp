@@ -320,6 +320,11 @@ bool recordOver(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, cons
 
 POSITION recordQuietly(CBlk* blk, const _EDT_EVNT& rec) { return source(blk) ? linkRaised(*blk, rec) : nullptr; }
 
+void setGateQuietly(POSITION note, std::uint32_t gate) noexcept
+{
+    if (note) evntAt(note).SetGateTime(gate);
+}
+
 bool joinNotes(CEditor& editor, POSITION trk, POSITION blk, POSITION note, POSITION note2)
 {
     CBlk* block = source(blk);

@@ -42,6 +42,7 @@ bool recordRecorded(CEditor& editor, POSITION trk, POSITION blk, const _EDT_EVNT
 bool recordOver(CEditor& editor, POSITION trk, POSITION blk, POSITION evnt, const _EDT_EVNT& rec);
 /// Links only.
 POSITION recordQuietly(CBlk* blk, const _EDT_EVNT& rec);
+void setGateQuietly(POSITION note, std::uint32_t gate) noexcept;
 
 bool joinNotes(CEditor& editor, POSITION trk, POSITION blk, POSITION note, POSITION note2);
 bool divideNote(CEditor& editor, POSITION trk, POSITION blk, POSITION note, std::uint32_t time);
