@@ -24,9 +24,11 @@
 
 namespace tessaro::test {
 
-/// Drivers that take everything.
+/// Drivers that take everything, and an input that the test speaks into.
 class QuietMidi final : public MidiSystem {
 public:
+    MidiInSink* sink = nullptr; ///< of the input opened last
+
     void refresh() override {}
     [[nodiscard]] std::vector<std::string> outputs() const override { return {"one", "", "three"}; }
     [[nodiscard]] std::vector<std::string> inputs() const override { return {"in"}; }
@@ -34,8 +36,9 @@ public:
     {
         return driver < 3 ? std::make_unique<Out>() : nullptr;
     }
-    [[nodiscard]] std::unique_ptr<MidiIn> openInput(std::size_t, MidiInSink&, std::size_t) override
+    [[nodiscard]] std::unique_ptr<MidiIn> openInput(std::size_t, MidiInSink& to, std::size_t) override
     {
+        sink = &to;
         return std::make_unique<In>();
     }
 
@@ -191,6 +194,7 @@ struct PlayBenchOn {
         smc.startEngine();
         const std::int32_t drivers[] = {0, 2};
         smc.setOutPorts(drivers, 4096, 2000);
+        smc.setInPort(0, 4096);
         smc.setOutFilter(0, false);
     }
     ~PlayBenchOn()
@@ -249,6 +253,8 @@ struct PlayBenchOn {
         log.heard.clear();
     }
     void run(std::chrono::milliseconds span) { clock.sleepFor(span); }
+    /// Arrives at the input now.
+    void receive(const std::vector<std::uint8_t>& message) { midi.sink->received(message, clock.now()); }
     std::vector<Heard> take() { return std::exchange(log.heard, {}); }
 };
 
