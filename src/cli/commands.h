@@ -38,7 +38,20 @@ struct RenderOptions {
 struct PlayOptions {
     std::string file;
     std::string out;
+    std::string in;
     std::string log;
+    bool sync = false; ///< follows MIDI clock
+    bool lead = false; ///< sends MIDI clock
+};
+
+struct RecordOptions {
+    std::string out;
+    std::string in; ///< drivers; empty for the first
+    std::string playOut;
+    std::string with;   ///< song that plays meanwhile; empty for none
+    double tempo = 0;   ///< of a new song, in beats a minute; 0 for the usual one
+    double seconds = 0; ///< 0 for no end
+    bool sync = false;
 };
 
 // The commands: each prints or writes, and answers the program's exit code.
@@ -48,6 +61,7 @@ int runConvert(const ConvertOptions& options);
 int runSimulate(const SimulateOptions& options);
 int runRender(const RenderOptions& options);
 int runPlay(const PlayOptions& options);
+int runRecord(const RecordOptions& options);
 int runDevices();
 
 } // namespace tessaro::cli

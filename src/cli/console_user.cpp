@@ -18,8 +18,9 @@ void ConsoleUser::message(int stringId, MessageKind kind)
     sentence(line, kind);
 }
 
-void ConsoleUser::sentence(std::string_view text, MessageKind)
+void ConsoleUser::sentence(std::string_view text, MessageKind kind)
 {
+    m_failed = m_failed || kind == MessageKind::error;
     std::string line(text);
     std::replace(line.begin(), line.end(), '\n', ' ');
     std::fprintf(stderr, "tessaro-cli: %s: %s\n", m_file.c_str(), line.c_str());

@@ -13,6 +13,8 @@ public:
     /// Lines begin with the program's name and, behind it, that of the file at work.
     explicit ConsoleUser(std::string file) : m_file(std::move(file)) {}
 
+    /// Whether an error has been told.
+    [[nodiscard]] bool failed() const noexcept { return m_failed; }
     void setFile(std::string file) { m_file = std::move(file); }
 
     using UserPort::message;
@@ -24,6 +26,7 @@ public:
 
 private:
     std::string m_file;
+    bool m_failed = false;
 };
 
 } // namespace tessaro::cli

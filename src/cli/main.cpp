@@ -85,10 +85,29 @@ int main(int argc, char** argv)
     CLI::App* playCommand = app.add_subcommand("play", "Play in real time");
     addSong(playCommand, play.file);
     playCommand->add_option("--out", play.out, "Output driver: its number or name in `devices`");
+    CLI::Option* sync = playCommand->add_flag("--sync", play.sync, "Follow incoming MIDI clock, Start and Stop");
+    playCommand->add_option("--in", play.in, "Input driver of the clock")->needs(sync);
+    playCommand->add_flag("--lead", play.lead, "Send MIDI clock, Start and Stop")->excludes(sync);
     playCommand->add_option("--log", play.log,
                             "File for a line PLANNED ACTUAL TICK PORT BYTES for each message, times in "
                             "microseconds");
     playCommand->callback([&] { result = runPlay(play); });
+
+    RecordOptions record;
+    CLI::App* recordCommand = app.add_subcommand("record", "Record in real time, a track for each MIDI channel");
+    recordCommand->add_option("OUT", record.out, "File to write, .TQM native, .MID format 1")->required();
+    recordCommand->add_option("--in", record.in, "Input driver: its number or name in `devices`");
+    recordCommand->add_option("--seconds", record.seconds, "How long; without it until Ctrl-C")
+        ->check(CLI::PositiveNumber);
+    CLI::Option* with =
+        recordCommand->add_option("--with", record.with, "Song that plays meanwhile and is part of the result");
+    recordCommand->add_option("--out", record.playOut, "Output driver of that song")->needs(with);
+    recordCommand->add_option("--tempo", record.tempo, "Beats a minute of the new song")
+        ->check(CLI::Range(4.0, 1000.0))
+        ->excludes(with);
+    recordCommand->add_flag("--sync", record.sync,
+                            "Follow incoming MIDI clock: begins with its Start, ends with its Stop");
+    recordCommand->callback([&] { result = runRecord(record); });
 
     app.add_subcommand("devices", "List the MIDI and audio devices")->callback([&] { result = runDevices(); });
 

@@ -3,29 +3,23 @@
 #include "base/ring.h"
 #include "cli/commands.h"
 #include "cli/console_user.h"
+#include "cli/live_run.h"
 #include "cli/message_lines.h"
 #include "cli/player.h"
 #include "platform/platform_midi.h"
 
-#include <poll.h>
-
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <charconv>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <optional>
 
 namespace tessaro::cli {
 
 namespace {
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
-
-std::atomic<bool> interrupted{false};
 
 /// Hands each message of the engine over to the main thread, which writes it to the log. A long message is cut.
 class MessageLog final : public SendObserver {
@@ -77,25 +71,10 @@ private:
     std::atomic<unsigned> m_lost{0};
 };
 
-/// The index of a driver given by number or by name; the first one for an empty text.
-std::optional<std::int32_t> driverOf(const std::string& wanted, const std::vector<std::string>& names)
+/// Whether a song that follows another machine has come to its end. It would wait there for the next start.
+bool hasPlayed(Player& player)
 {
-    if (wanted.empty()) return 0;
-    const auto found = std::find(names.begin(), names.end(), wanted);
-    if (found != names.end()) return static_cast<std::int32_t>(found - names.begin());
-    std::int32_t number = 0;
-    const char* const end = wanted.data() + wanted.size();
-    const auto [last, error] = std::from_chars(wanted.data(), end, number);
-    if (error != std::errc() || last != end || number < 0 || static_cast<std::size_t>(number) >= names.size())
-        return std::nullopt;
-    return number;
-}
-
-/// Returns when something was posted, or a tenth of a second has passed.
-void waitForMessages(const MessageQueue& messages)
-{
-    pollfd waiting{messages.fd(), POLLIN, 0};
-    poll(&waiting, 1, 100);
+    return !player.smc().smcPlayStatus() && player.smc().smcGetPlayCount() >= player.editor().GetTimeEnd();
 }
 
 } // namespace
@@ -108,35 +87,34 @@ int runPlay(const PlayOptions& options)
     const auto log = std::make_unique<MessageLog>();
     Player player(clock, midi, user, options.log.empty() ? nullptr : log.get());
     if (!player.open(options.file)) return exitFailure;
-    const std::optional<std::int32_t> driver = driverOf(options.out, midi.outputs());
-    if (!driver) {
-        std::fprintf(stderr, "tessaro-cli: %s is no output driver; `tessaro-cli devices` lists them\n",
-                     options.out.c_str());
-        return exitUsage;
-    }
+    const auto driver = driverOf(options.out, midi.outputs(), "output");
+    const auto in = driverOf(options.in, midi.inputs(), "input");
+    if (!driver || !in) return exitUsage;
     File logFile(options.log.empty() ? nullptr : std::fopen(options.log.c_str(), "w"), std::fclose);
     if (!options.log.empty() && !logFile) {
         ConsoleUser(options.log).sentence(std::strerror(errno), MessageKind::error);
         return exitFailure;
     }
 
-    std::signal(SIGINT, [](int) { interrupted = true; });
-    std::signal(SIGTERM, [](int) { interrupted = true; });
+    catchInterrupts();
     if (!player.startEngine(std::vector<std::int32_t>(player.portCount(), *driver))) {
         user.message(TextId::midiOutFailed, MessageKind::error);
         return exitFailure;
     }
+    if (options.sync && !player.followClock(*in)) {
+        user.message(TextId::midiInFailed, MessageKind::error);
+        return exitFailure;
+    }
+    if (options.lead) player.smc().setOutFilter(0, true);
     if (*driver == 0) midi.waitForSound(std::chrono::seconds(3));
-    std::fprintf(stderr, "%s\n", midi.sentence().c_str());
-    player.smc().smcLocateQuiet(0, false);
+    std::fprintf(stderr, "%s\n", servicesInUse(midi, clock).c_str());
     const Nanos start = clock.now();
-    player.smc().smcPlayStart();
-    while (player.smc().running() && !interrupted) {
-        waitForMessages(player.messages());
-        player.messages().drain();
+    player.panel().Start();
+    while (player.smc().running() && !interrupted() && !(options.sync && hasPlayed(player))) {
+        handleMessages(player);
         if (logFile) log->write(logFile.get(), start);
     }
-    player.smc().smcPlayStop();
+    player.panel().Stop();
     if (!logFile) return exitSuccess;
     log->write(logFile.get(), start);
     if (log->lost() > 0)

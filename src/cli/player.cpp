@@ -21,7 +21,7 @@ Player::Player(Clock& clock, MidiSystem& midi, UserPort& user, SendObserver* obs
     , m_doc({m_reader, user, m_quiet.progress, m_transport, m_quiet.waveLengths, m_quiet.waveOutput, m_score, m_windows,
              m_strings})
     , m_realtime(m_smc, m_panel, m_media)
-    , m_messages([this](const Message& message) { m_realtime.handle(message); })
+    , m_messages([this](const Message& message) { handle(message); })
 {
     m_loom.setSendObserver(observer);
     m_transport.setPanel(&m_panel);
@@ -32,7 +32,7 @@ Player::Player(Clock& clock, MidiSystem& midi, UserPort& user, SendObserver* obs
 
 Player::~Player()
 {
-    if (m_smc.running()) m_smc.smcPlayStop();
+    m_panel.Stop();
     m_smc.stopEngine();
     m_smc.setMainWindow(nullptr);
 }
@@ -41,6 +41,21 @@ bool Player::startEngine(std::span<const std::int32_t> drivers)
 {
     if (m_smc.startEngine() != EngineStart::started) return false;
     return (m_smc.setOutPorts(drivers, sysexSize, sysexIntervalMs) & 0x0FU) == 0;
+}
+
+bool Player::openInput(std::int32_t driver) { return m_smc.setInPort(static_cast<std::size_t>(driver), sysexSize); }
+
+bool Player::followClock(std::int32_t driver)
+{
+    constexpr int midiSync = 1;
+    m_loom.setLoomSyncMode(midiSync);
+    m_panel.SetSyncMode(midiSync);
+    return openInput(driver);
+}
+
+void Player::handle(const Message& message)
+{
+    if (!m_realtime.handle(message) && message.id == msg::devicesChanged && m_devicesChanged) m_devicesChanged(message);
 }
 
 std::size_t Player::portCount()

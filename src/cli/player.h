@@ -15,6 +15,7 @@
 #include "realtime/transport/song_transport.h"
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 
@@ -35,16 +36,26 @@ public:
     bool open(const std::string& file) { return m_doc.Load(file); }
     /// Starts the engine, one port for each driver number. False when a driver failed.
     bool startEngine(std::span<const std::int32_t> drivers);
+    /// Takes what this input driver receives. Not before the engine's start; false when the driver failed.
+    bool openInput(std::int32_t driver);
+    /// The same, and lets its MIDI clock set time.
+    bool followClock(std::int32_t driver);
+    /// Who is told of message devicesChanged.
+    void onDevicesChanged(std::function<void(const Message&)> told) { m_devicesChanged = std::move(told); }
 
     [[nodiscard]] CTR9Doc& doc() noexcept { return m_doc; }
     [[nodiscard]] CEditor& editor() noexcept { return m_doc.GetEditor(); }
     [[nodiscard]] Smc& smc() noexcept { return m_smc; }
     [[nodiscard]] Loom& loom() noexcept { return m_loom; }
+    [[nodiscard]] CCnpWindow& panel() noexcept { return m_panel; }
+    [[nodiscard]] ProfileStore& settings() noexcept { return m_settings; }
     [[nodiscard]] MessageQueue& messages() noexcept { return m_messages; }
     /// Ports that the song's tracks name: the highest plus 1, at least 1 and at most 128.
     [[nodiscard]] std::size_t portCount();
 
 private:
+    void handle(const Message& message);
+
     Strings m_strings;
     SongFormats m_reader;
     QuietPorts m_quiet;
@@ -58,6 +69,7 @@ private:
     SongTransport m_transport;
     CTR9Doc m_doc;
     RealtimeMessages m_realtime;
+    std::function<void(const Message&)> m_devicesChanged;
     MessageQueue m_messages;
 };
 
