@@ -40,6 +40,12 @@ public:
         return read == m_write.load(std::memory_order_acquire) ? nullptr : &m_entries[read];
     }
 
+    /// Reader: the entry that many places behind the oldest, null when there is none.
+    [[nodiscard]] T* peek(std::size_t behind) noexcept
+    {
+        return behind < size() ? &m_entries[(m_read.load(std::memory_order_relaxed) + behind) % N] : nullptr;
+    }
+
     /// Reader: gives the oldest entry's place back. Nothing on an empty ring.
     void drop() noexcept
     {

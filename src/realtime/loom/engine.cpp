@@ -53,11 +53,12 @@ Nanos Engine::step(Nanos now)
     const RtSection section(m_hook);
     immediate.drain(m_ports, now);
     takePorts(now);
-    m_input.drain(now);
     // The switch is read before the orders: what was ordered before it was set is carried out before it acts.
     const bool playing = state.playing.load(std::memory_order_acquire);
     carryOutOrders(now);
     m_run.advance(now, playing);
+    // Behind the run, so that what arrived finds tempo and place of its time.
+    m_input.drain(now);
     return std::min(now + m_interval, m_run.nextDue());
 }
 

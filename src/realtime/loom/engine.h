@@ -43,6 +43,8 @@ public:
     void setAllOff(bool request) { m_allOff.store(request, std::memory_order_release); }
     [[nodiscard]] bool allOff() const { return m_allOff.load(std::memory_order_acquire); }
     void setRecording(bool on) { m_input.setRecording(on); }
+    /// True until what arrived before recording was switched off has been taken in. User interface thread.
+    [[nodiscard]] bool recording() const { return running() && m_input.recording(); }
     /// Engine thread, or between steps.
     [[nodiscard]] Nanos dueOf(std::int64_t tick) const { return m_run.dueOf(tick); }
 

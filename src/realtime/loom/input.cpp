@@ -35,10 +35,19 @@ Input::Input(InputGate& gate, LoomState& state, Run& run, OutPorts& ports, Thru&
 
 void Input::drain(Nanos now)
 {
+    const bool wanted = m_recordingWanted.load(std::memory_order_acquire);
+    if (wanted) setRecordingNow(true);
     while (const InputPacket* packet = m_gate.front()) {
         take(*packet, now);
         m_gate.pop();
     }
+    if (!wanted) setRecordingNow(false);
+}
+
+void Input::setRecordingNow(bool on)
+{
+    m_recordsSysex = m_recordsSysex && on;
+    m_recording.store(on, std::memory_order_release);
 }
 
 void Input::take(const InputPacket& packet, Nanos now)
@@ -52,7 +61,7 @@ void Input::take(const InputPacket& packet, Nanos now)
     if (bytes[0] == midi::sysex) {
         breakSysex(now);
         m_inSysex = true;
-        m_recordsSysex = m_recording.load(std::memory_order_acquire);
+        m_recordsSysex = recording();
         m_sysexSize = 0;
         m_sysexTick = m_run.songTickAt(packet.when);
         takeSysex(bytes, packet.when, now);
@@ -109,7 +118,7 @@ void Input::breakSysex(Nanos now)
 
 void Input::record(std::span<const std::uint8_t> message, Nanos when)
 {
-    if (!m_recording.load(std::memory_order_acquire)) return;
+    if (!recording()) return;
     const std::uint8_t data2 = message.size() > 2 ? message[2] : std::uint8_t{0};
     if (!m_recorded.putShort(m_run.songTickAt(when), message[0], message[1], data2)) m_lost = true;
 }
@@ -135,6 +144,7 @@ void Input::realtime(std::span<const std::uint8_t> message, Nanos when, Nanos no
         tell(codeStop, position);
         break;
     case midi::songPosition:
+        if (follow) m_run.songPositionArrived();
         tell(codeSongPosition, message[0] | std::intptr_t{message[1]} << 8 | std::intptr_t{message[2]} << 16);
         break;
     default: break;

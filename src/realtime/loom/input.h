@@ -24,11 +24,14 @@ public:
     Input(InputGate& gate, LoomState& state, Run& run, OutPorts& ports, Thru& thru, MessageRing& recorded,
           std::atomic<bool>& lost);
 
-    void setRecording(bool on) { m_recording.store(on, std::memory_order_release); } ///< any thread
+    // Any thread. What arrived before recording is switched off is still recorded.
+    void setRecording(bool on) { m_recordingWanted.store(on, std::memory_order_release); }
+    [[nodiscard]] bool recording() const { return m_recording.load(std::memory_order_acquire); }
 
     void drain(Nanos now);
 
 private:
+    void setRecordingNow(bool on);
     void take(const InputPacket& packet, Nanos now);
     void takeSysex(std::span<const std::uint8_t> bytes, Nanos when, Nanos now);
     void breakSysex(Nanos now);
@@ -44,7 +47,8 @@ private:
     Thru& m_thru;
     MessageRing& m_recorded;
     std::atomic<bool>& m_lost;
-    std::atomic<bool> m_recording = false;
+    std::atomic<bool> m_recordingWanted = false;
+    std::atomic<bool> m_recording = false; // as the engine has seen it
 
     bool m_inSysex = false;
     bool m_recordsSysex = false;

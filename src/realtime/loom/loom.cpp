@@ -257,7 +257,13 @@ int Loom::getLoomgTransp() const { return m_engine->tracks.globalTransposition()
 
 // Recording and owners
 
-void Loom::setLoomRecFlag(int on) { m_engine->setRecording(on != 0); }
+
+void Loom::setLoomRecFlag(int on)
+{
+    m_engine->setRecording(on != 0);
+    m_engine->wake();
+}
+
 void Loom::setLoomRecOwner(MessageTarget* owner) { m_engine->state.recordOwner = owner; }
 void Loom::setLoomOwner(MessageTarget* owner) { m_engine->state.playOwner = owner; }
 const LoomRingEntry* Loom::getLoomRecdata() const { return m_engine->recorded.entries(); }
@@ -283,6 +289,8 @@ void Loom::setLoomMetronome(int port, int channel, int note1, int note2, int vel
 void Loom::setLoomMetroFlg(int on) { m_engine->metronome.setOn(on != 0); }
 
 // Beside the contract
+
+int Loom::getLoomRecFlag() const { return m_engine->recording() ? 1 : 0; }
 
 void Loom::setSendObserver(SendObserver* observer)
 {

@@ -160,6 +160,7 @@ public:
 
     // Recording and owners. The rings have loomRingEntries entries each.
 
+    /// What arrived before recording is switched off is still recorded, within the engine's next step.
     void setLoomRecFlag(int on);
     void setLoomRecOwner(MessageTarget* owner);
     void setLoomOwner(MessageTarget* owner);
@@ -174,7 +175,11 @@ public:
     void setLoomMetronome(int port, int channel, int note1, int note2, int velocity1, int velocity2);
     void setLoomMetroFlg(int on);
 
-    // Beside the contract: watching a run
+    // Beside the contract
+
+    /// 1 while the engine records; behind setLoomRecFlag(0) until all that arrived before is in the ring. The user
+    /// interface's thread.
+    [[nodiscard]] int getLoomRecFlag() const;
 
     /// Null by default. Set while the engine does not run.
     void setSendObserver(SendObserver* observer);

@@ -45,6 +45,8 @@ public:
         while (m_taken.load(std::memory_order_relaxed) < begin && m_ring.front()) pop();
         return m_ring.front();
     }
+    /// Reader: the record that many places behind front(), null when there is none.
+    [[nodiscard]] const _LOOM_QUE_REC* peek(std::size_t behind) noexcept { return m_ring.peek(behind); }
     void pop() noexcept
     {
         m_ring.drop();

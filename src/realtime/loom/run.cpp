@@ -19,6 +19,9 @@ constexpr std::uint64_t endOfRun = 5;
 /// In MIDI sync the run gets no further than this ahead of the last clock.
 constexpr std::int64_t clockLead = std::int64_t{2} * midi::ticksPerClock;
 
+/// Most clocks that a run behind a Song Position makes up for: four beats.
+constexpr int mostMissed = 96;
+
 /// No clock goes out sooner behind the one before, lest an absurd tempo fill the wire and the engine's time.
 constexpr auto leastClockGap = std::chrono::milliseconds(1);
 
@@ -27,16 +30,17 @@ constexpr auto leastClockGap = std::chrono::milliseconds(1);
 void Run::advance(Nanos now, bool playing)
 {
     noticeNewRun(now);
-    if (m_state.syncMode.load(std::memory_order_relaxed) != midiSync) m_following = m_awaitsClock = false;
+    const bool internal = m_state.syncMode.load(std::memory_order_relaxed) != midiSync;
+    if (internal) m_following = m_awaitsClock = m_relocating = false;
+    goOnRelocated();
     if (m_running && !playing) pause({.due = now});
     if (m_running) {
         holdAtLimit(now);
         playDue(now);
     }
-    shiftLine();
+    shiftLine(now);
     takeTempo(now);
-    if (!m_state.realtimeOut.load(std::memory_order_relaxed)) m_clockOut.cancel();
-    const bool internal = m_state.syncMode.load(std::memory_order_relaxed) != midiSync;
+    if (!internal || !m_state.realtimeOut.load(std::memory_order_relaxed)) m_clockOut.cancel();
     // Playing may have ended above.
     if (playing && internal && !m_running && m_state.playing.load(std::memory_order_acquire)) begin(now);
     watchPreCount(now);
@@ -71,7 +75,10 @@ void Run::begin(Nanos time)
         m_anchorSong = m_state.position.load(std::memory_order_acquire);
         m_songPosition = m_anchorSong;
         m_clockTick = 0;
+        m_place.restart(m_anchorSong);
+        if (!m_preCount) m_place.jump(0, m_anchorSong);
     }
+    lineChanged(time);
     m_lastDue = time;
     m_running = true;
     if (!m_preCount) leadOthers(m_line.tickAt(time), time);
@@ -81,6 +88,7 @@ void Run::pause(Stamp stamp)
 {
     m_running = false;
     m_pausedAt = stamp.due;
+    m_place.stand(stamp.due);
     m_clockOut.stop(m_ports, stamp);
 }
 
@@ -147,9 +155,10 @@ void Run::playRecord(const _LOOM_QUE_REC& queued, std::int64_t tick)
     case que::stopPlay: playRealtime(record, tick, stamp); break;
     default: m_player.play(record, stamp); break;
     }
-    if (m_preCount) return;
     m_anchorTick = tick;
     m_anchorSong = record.time;
+    if (m_preCount) return;
+    m_place.jump(tick, record.time);
     m_state.position.store(record.time, std::memory_order_release);
 }
 
@@ -158,7 +167,10 @@ void Run::playTempo(std::uint32_t tempo, std::int64_t tick)
     constexpr std::uint32_t longest = 0xFF'FFFF;
     if (tempo == 0 || tempo > longest) return;
     m_tempo.play(tempo);
-    if (!following()) m_line.setLengthFrom(tick, m_tempo.length());
+    if (following()) return;
+    const Nanos due = m_line.due(tick);
+    m_line.setLengthFrom(tick, m_tempo.length());
+    lineChanged(due);
 }
 
 void Run::playRealtime(const _LOOM_QUE_REC& record, std::int64_t tick, Stamp stamp)
@@ -198,34 +210,65 @@ Nanos Run::nextDue()
 
 Nanos Run::dueOf(std::int64_t tick) const { return m_running ? m_line.due(tick) : Nanos::max(); }
 
-std::uint32_t Run::songTickAt(Nanos time) const
+std::uint32_t Run::songTickAt(Nanos time)
 {
-    if (!m_running || m_preCount) return m_state.position.load(std::memory_order_relaxed);
-    const std::int64_t tick = following() ? std::min(m_line.tickAt(time), followLimit()) : m_line.tickAt(time);
-    return static_cast<std::uint32_t>(std::max<std::int64_t>(m_anchorSong + tick - m_anchorTick, 0));
+    if (!m_started) return m_state.position.load(std::memory_order_relaxed);
+    const std::int64_t tick = m_place.tickAt(time);
+    std::uint32_t song = m_place.songAt(tick);
+    if (!m_running || m_preCount) return song;
+
+    const _LOOM_QUE_REC* record = m_queue.front();
+    if (!record || m_state.run.load(std::memory_order_acquire) != m_run) return song;
+    std::int64_t due = recordTick(*record);
+    for (std::size_t i = 1; record && due <= tick; ++i) {
+        song = songTickFrom(record->time, tick - due);
+        record = m_queue.peek(i);
+        if (record) due += std::max(record->delta, 0);
+    }
+    return song;
 }
 
-void Run::shiftLine()
+void Run::lineChanged(Nanos from)
+{
+    if (following())
+        m_place.follow(from, m_line, followLimit());
+    else
+        m_place.follow(from, m_line);
+}
+
+void Run::shiftLine(Nanos now)
 {
     const int ms = m_state.offsetToApply.exchange(0);
-    if (ms != 0 && m_running) m_line.shift(-std::chrono::milliseconds(ms));
+    if (ms == 0 || !m_running) return;
+    m_line.shift(-std::chrono::milliseconds(ms));
+    lineChanged(now);
 }
 
 void Run::takeTempo(Nanos now)
 {
-    if (m_tempo.takeRequest() && m_running && !following()) m_line.setLengthAt(now, m_tempo.length());
+    if (!m_tempo.takeRequest() || !m_running || following()) return;
+    m_line.setLengthAt(now, m_tempo.length());
+    lineChanged(now);
 }
 
+/// Behind the pre-count the song goes on from the record played last, however late the news comes.
 void Run::watchPreCount(Nanos now)
 {
     const bool preCount = m_state.preCount.load(std::memory_order_acquire);
     if (preCount == m_preCount) return;
     countTicks(now);
     m_preCount = preCount;
-    if (preCount || !m_running) return;
-    m_anchorTick = m_line.tickAt(now);
-    m_anchorSong = m_songPosition = m_state.position.load(std::memory_order_acquire);
-    leadOthers(m_anchorTick, now);
+    if (!m_running) return;
+    const std::uint32_t position = m_state.position.load(std::memory_order_acquire);
+    if (preCount) {
+        m_place.hold(position);
+        return;
+    }
+    m_songPosition = position;
+    m_place.jump(m_anchorTick, m_anchorSong);
+    const std::int64_t start = m_anchorTick - (std::int64_t{m_anchorSong} - position);
+    leadOthers(start, stampDue(start));
+    m_state.position.store(m_anchorSong, std::memory_order_release);
 }
 
 /// Moves the counters on to the present tick.
@@ -257,10 +300,15 @@ void Run::playClock(std::int64_t tick)
 
 // MIDI sync
 
-std::int64_t Run::followLimit() const { return m_clockTick + clockLead; }
+std::int64_t Run::followLimit() const
+{
+    return m_clockTick + clockLead + std::llround(m_clockDelay / m_follower.period() * midi::ticksPerClock);
+}
 
 void Run::startArrived()
 {
+    m_leaderRuns = true;
+    m_clocksMissed = 0;
     if (!m_state.armed.load(std::memory_order_acquire)) return;
     m_awaitsClock = true;
     m_state.playing.store(true, std::memory_order_release);
@@ -268,7 +316,7 @@ void Run::startArrived()
 
 void Run::stopArrived(Nanos now)
 {
-    m_awaitsClock = false;
+    m_awaitsClock = m_leaderRuns = false;
     m_state.playing.store(false, std::memory_order_release);
     if (!m_running) return;
     countTicks(now);
@@ -276,13 +324,36 @@ void Run::stopArrived(Nanos now)
     m_player.releaseAll({.due = now});
 }
 
+/// The application will arm a run at the new place; until then a Continue must not take up the old one.
+void Run::songPositionArrived()
+{
+    if (!m_state.armed.exchange(false)) return;
+    m_relocating = true;
+    m_leaderRuns = m_running || m_awaitsClock;
+    m_clocksMissed = 0;
+}
+
+void Run::goOnRelocated()
+{
+    if (!m_relocating || !m_state.armed.load(std::memory_order_acquire)) return;
+    m_relocating = false;
+    if (!m_leaderRuns || m_clocksMissed > mostMissed) return;
+    m_awaitsClock = true;
+    m_state.playing.store(true, std::memory_order_release);
+}
+
 void Run::clockArrived(Nanos when, Nanos now)
 {
     constexpr double nanosPerMinute = 60e9;
     constexpr int clocksPerBeat = 24;
-    m_follower.clock(when);
-    if (m_follower.locked())
+    constexpr double longestDelay = 100e6;
+    constexpr double delayFades = 0.99;
+    const int clocks = m_follower.clock(when);
+    if (m_follower.measured())
         m_state.followedBeats = static_cast<int>(std::lround(nanosPerMinute / (clocksPerBeat * m_follower.period())));
+    const auto delay = static_cast<double>((now - when).count());
+    m_clockDelay = std::min(std::max(delay, m_clockDelay * delayFades), longestDelay);
+    if (m_relocating && m_leaderRuns) m_clocksMissed += clocks;
 
     noticeNewRun(now);
     if (!m_state.playing.load(std::memory_order_acquire)) return;
@@ -290,18 +361,18 @@ void Run::clockArrived(Nanos when, Nanos now)
         if (!m_awaitsClock) return;
         const bool resumed = m_started;
         begin(when);
-        if (resumed) {
-            m_clockTick += midi::ticksPerClock;
-            m_line.place(m_clockTick, when);
-        }
+        m_clockTick += std::int64_t{midi::ticksPerClock} * (resumed ? 1 : m_clocksMissed);
+        m_line.place(m_clockTick, when);
     } else if (m_following) {
-        m_clockTick += midi::ticksPerClock;
+        m_clockTick += std::int64_t{midi::ticksPerClock} * clocks;
     } else {
         // Taken over in the middle of a run: the clock stands for the nearest place it can.
-        m_clockTick = std::llround(m_line.positionAt(now) / midi::ticksPerClock) * midi::ticksPerClock;
+        m_clockTick = std::llround(m_line.positionAt(when) / midi::ticksPerClock) * midi::ticksPerClock;
     }
     m_awaitsClock = false;
+    m_clocksMissed = 0;
     m_following = true;
+    lineChanged(when);
     steer(now);
 }
 
@@ -311,7 +382,7 @@ void Run::holdAtLimit(Nanos now)
     if (following() && m_line.tickAt(now) > followLimit()) m_line.place(followLimit(), now);
 }
 
-/// Lets the tick of the next clock fall due when that clock would come without jitter.
+/// Lets the tick of a clock to come, one period away or more, fall due when that clock would come without jitter.
 void Run::steer(Nanos now)
 {
     constexpr double least = 0.25; // of the plain length of a tick
@@ -320,17 +391,21 @@ void Run::steer(Nanos now)
     constexpr std::int64_t fraction = 4096;
 
     holdAtLimit(now);
-    if (!m_follower.locked()) {
+    if (!m_follower.measured()) {
         const TickLength song = m_tempo.length();
-        m_follower.setPeriod(static_cast<double>(song.numerator) / static_cast<double>(song.denominator) / unitsPerNano
-                             * midi::ticksPerClock);
+        m_follower.guess(static_cast<double>(song.numerator) / static_cast<double>(song.denominator) / unitsPerNano
+                         * midi::ticksPerClock);
     }
-    const double plain = m_follower.period() / midi::ticksPerClock;
-    const double ticks = static_cast<double>(m_clockTick + midi::ticksPerClock) - m_line.positionAt(now);
-    const double span = static_cast<double>((m_follower.last() - now).count()) + m_follower.period();
+    const double period = m_follower.period();
+    const double plain = period / midi::ticksPerClock;
+    const double sinceLast = static_cast<double>((now - m_follower.last()).count());
+    const double clocks = 1 + std::max(std::ceil(sinceLast / period), 0.0);
+    const double span = clocks * period - sinceLast;
+    const double ticks = static_cast<double>(m_clockTick) + clocks * midi::ticksPerClock - m_line.positionAt(now);
     const double wanted = ticks > 0 ? span / ticks : plain * most;
     const double length = std::clamp(wanted, plain * least, plain * most) * unitsPerNano;
     m_line.setLengthAt(now, {.numerator = std::llround(length * fraction), .denominator = fraction});
+    lineChanged(now);
 }
 
 } // namespace tessaro

@@ -5,6 +5,7 @@
 #include "realtime/loom/midi_clock_out.h"
 #include "realtime/loom/play_queue.h"
 #include "realtime/loom/record_player.h"
+#include "realtime/loom/song_place.h"
 #include "realtime/loom/tempo_control.h"
 #include "realtime/loom/time_line.h"
 
@@ -32,12 +33,14 @@ public:
     [[nodiscard]] Nanos nextDue();
     /// When a tick falls due at the present tempo; Nanos::max() while nothing plays.
     [[nodiscard]] Nanos dueOf(std::int64_t tick) const;
-    /// The song tick that belongs to a time.
-    [[nodiscard]] std::uint32_t songTickAt(Nanos time) const;
+    /// The song tick nearest to a time that is not long past, once everything due by now has been played. Ahead of a
+    /// jump by less than half a tick that is already the tick behind it. Before the run it is where the run begins.
+    [[nodiscard]] std::uint32_t songTickAt(Nanos time);
 
     // MIDI sync: what another machine sends.
-    void startArrived();
+    void startArrived(); ///< Start or Continue
     void stopArrived(Nanos now);
+    void songPositionArrived();
     void clockArrived(Nanos when, Nanos now);
 
 private:
@@ -60,13 +63,15 @@ private:
     [[nodiscard]] std::int64_t recordTick(const _LOOM_QUE_REC& record) const;
     [[nodiscard]] Nanos stampDue(std::int64_t tick);
 
-    void shiftLine();
+    void lineChanged(Nanos from);
+    void shiftLine(Nanos now);
     void takeTempo(Nanos now);
     void watchPreCount(Nanos now);
     void countTicks(Nanos now);
     void leadOthers(std::int64_t tick, Nanos time);
     void playClock(std::int64_t tick);
 
+    void goOnRelocated();
     void holdAtLimit(Nanos now);
     void steer(Nanos now);
     [[nodiscard]] bool following() const { return m_following; }
@@ -79,6 +84,7 @@ private:
     RecordPlayer& m_player;
 
     TimeLine m_line;
+    SongPlace m_place;
     MidiClockOut m_clockOut;
     ClockFollower m_follower;
 
@@ -91,7 +97,7 @@ private:
     bool m_firstRecord = true;
     std::int64_t m_queueTick = -1;  // of the record played last
     std::int64_t m_countedTick = 0; // up to here the inner time has counted
-    std::int64_t m_anchorTick = 0;  // stands for the song tick below
+    std::int64_t m_anchorTick = 0;  // of the record played last; stands for the song tick below
     std::uint32_t m_anchorSong = 0;
     std::uint32_t m_songPosition = 0; // sent last
     bool m_preCount = false;
@@ -99,6 +105,11 @@ private:
     bool m_following = false;
     bool m_awaitsClock = false;   // Start or Continue has come, the clock behind it not yet
     std::int64_t m_clockTick = 0; // that the last incoming clock stands for
+    double m_clockDelay = 0;      // ns from arrival to here, the most of late
+    // Song Position has come; the run there is not armed yet, though the other machine may have gone on.
+    bool m_relocating = false;
+    bool m_leaderRuns = false;
+    int m_clocksMissed = 0; // since it went on
 };
 
 } // namespace tessaro

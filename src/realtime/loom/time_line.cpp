@@ -52,6 +52,14 @@ std::int64_t TimeLine::tickAt(Nanos time) const
     return m_tick + static_cast<std::int64_t>(floorDivide(parts - partsOf(m_tick), Wide{m_length.numerator}));
 }
 
+std::int64_t TimeLine::nearestTickAt(Nanos time) const
+{
+    const Wide elapsed = Wide{(time - m_origin).count()} * nanosUnder * m_length.denominator;
+    const Wide length = Wide{m_length.numerator} * nanosOver;
+    const Wide behind = elapsed - partsOf(m_tick) * nanosOver;
+    return m_tick + static_cast<std::int64_t>(floorDivide(behind * 2 + length, length * 2));
+}
+
 double TimeLine::positionAt(Nanos time) const
 {
     const std::int64_t tick = tickAt(time);

@@ -26,7 +26,9 @@ public:
     [[nodiscard]] Nanos due(std::int64_t tick) const;
     /// The last tick that is due at `time`.
     [[nodiscard]] std::int64_t tickAt(Nanos time) const;
-    /// The same with the part of the tick that has gone by; not exact.
+    /// The tick nearest to `time`, the later of two equally near.
+    [[nodiscard]] std::int64_t nearestTickAt(Nanos time) const;
+    /// The tick at `time` with the part of it that has gone by; not exact.
     [[nodiscard]] double positionAt(Nanos time) const;
     [[nodiscard]] TickLength length() const { return m_length; }
 

@@ -123,7 +123,11 @@ void Smc::smcSetRecOwner(MessageTarget* owner)
 
 void Smc::smcRecStart() { m_loom.setLoomRecFlag(1); }
 
-void Smc::smcRecStop() { m_loom.setLoomRecFlag(0); }
+void Smc::smcRecStop()
+{
+    m_loom.setLoomRecFlag(0);
+    for (int i = 0; i < 10 && m_loom.getLoomRecFlag(); ++i) m_sender.sleep(1);
+}
 
 void Smc::smcIncRrdpt() { m_loom.loomIncRrdpt(); }
 
