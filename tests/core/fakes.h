@@ -48,6 +48,7 @@ struct FakeProgress final : ProgressPort {
 /// A transport that plays when told so, and counts what the editor asks.
 struct FakeTransport final : Transport {
     bool playing = false;
+    bool recording = false;
     std::vector<std::string> calls;
     bool on[trackCount + stylePartCount];
     CEditor* bound = nullptr;
@@ -65,6 +66,12 @@ struct FakeTransport final : Transport {
         playing = true;
         calls.emplace_back("resume");
     }
+    void halt() override
+    {
+        playing = recording = false;
+        calls.emplace_back("halt");
+    }
+    bool isRecording() const override { return recording; }
     std::uint32_t playCount() const override { return 0; }
     void bindSong(CEditor* editor) override
     {

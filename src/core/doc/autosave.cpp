@@ -69,14 +69,12 @@ Autosave::~Autosave()
 
 std::string Autosave::copyPath() const
 {
-    return m_folder + '/' + m_owner + '-' + std::to_string(m_song) + copyExtension;
+    return m_folder + '/' + m_owner + '-' + std::to_string(m_song) + '.' + std::to_string(m_takes) + copyExtension;
 }
 
 void Autosave::tick(CEditor& editor, const SongRecord& record, std::uint64_t changes)
 {
-    const Nanos now = m_clock.now();
-    if (changes == m_taken || (m_last && now - *m_last < m_interval)) return;
-    m_last = now;
+    if (changes == m_taken || (m_last && m_clock.now() - *m_last < m_interval)) return;
     if (auto job = encode(editor, record, changes)) hand(std::move(*job));
 }
 
@@ -86,10 +84,26 @@ std::string Autosave::keepNow(CEditor& editor, const SongRecord& record, std::ui
     if (!job) return {};
     {
         const std::scoped_lock lock(m_waitingMutex);
-        std::erase_if(m_waiting, [&](const Job& waiting) { return waiting.copy == job->copy; });
+        std::erase_if(m_waiting, [&](const Job& waiting) { return areOfOneSong(waiting.copy, job->copy); });
     }
     const std::scoped_lock lock(m_diskMutex);
     return carryOut(*job) ? job->copy : std::string();
+}
+
+std::string Autosave::beginTake(CEditor& editor, const SongRecord& record, std::uint64_t changes)
+{
+    auto job = encode(editor, record, changes);
+    if (!job) return {};
+    std::string journal = takePathOf(job->copy);
+    hand(std::move(*job));
+    return journal;
+}
+
+void Autosave::endTake(CEditor& editor, const SongRecord& record, std::uint64_t changes)
+{
+    ++m_takes;
+    m_taken = 0; // what was copied before is not enough, even if this copy fails
+    if (auto job = encode(editor, record, changes)) hand(std::move(*job));
 }
 
 void Autosave::drop()
@@ -101,6 +115,7 @@ void Autosave::drop()
 void Autosave::nextSong()
 {
     ++m_song;
+    m_takes = 0;
     m_taken = 0;
     m_hasCopy = false;
     m_last.reset();
@@ -115,6 +130,7 @@ FileError Autosave::takeError() noexcept
 
 std::optional<Autosave::Job> Autosave::encode(CEditor& editor, SongRecord record, std::uint64_t changes)
 try {
+    m_last = m_clock.now();
     Job job{.copy = copyPath(), .record = std::move(record), .bytes = std::vector<std::uint8_t>(), .changes = changes};
     job.record.title = titleOf(editor);
     job.record.time = std::chrono::system_clock::now();
@@ -139,7 +155,7 @@ void Autosave::hand(Job job)
 {
     {
         const std::scoped_lock lock(m_waitingMutex);
-        std::erase_if(m_waiting, [&](const Job& waiting) { return waiting.copy == job.copy; });
+        std::erase_if(m_waiting, [&](const Job& waiting) { return areOfOneSong(waiting.copy, job.copy); });
         m_waiting.push_back(std::move(job));
     }
     m_worker->wake();
@@ -148,7 +164,7 @@ void Autosave::hand(Job job)
 void Autosave::doWaiting()
 {
     for (;;) {
-        // Held before a job is taken, so that jobs for one copy stay in order.
+        // Held before a job is taken, so that jobs for one song stay in order.
         const std::scoped_lock disk(m_diskMutex);
         Job job;
         {
@@ -163,15 +179,17 @@ void Autosave::doWaiting()
 
 bool Autosave::carryOut(const Job& job)
 try {
+    const auto ofThisSong = [&](const std::string& copy) { return areOfOneSong(copy, job.copy); };
     if (!job.bytes) {
-        removeRecoveryCopy(job.copy);
-        std::erase(m_standing, job.copy);
+        removeCopiesOfSong(job.copy);
+        std::erase_if(m_standing, ofThisSong);
         m_kept = 0;
         return true;
     }
     makeFolders(m_folder);
     if (!takeLock() || !replace(job.copy, *job.bytes)) return false;
-    std::erase(m_standing, job.copy);
+    removeEarlierCopies(job.copy);
+    std::erase_if(m_standing, ofThisSong);
     m_standing.push_back(job.copy);
     m_kept = job.changes;
     // Without its record the copy is still offered, by the time of its file.

@@ -25,6 +25,10 @@ class SongFiles;
 /// for each running program and song. Songs are encoded where it is called, in memory; a thread of its own does all
 /// that touches the disk. A copy is replaced as a whole, so the one before stays until the new one is complete.
 ///
+/// While a take runs, a journal beside the copy holds what came in since. The song with the take gets a copy of another
+/// name, and only when that one stands do the copy before and its journal go: at every moment the newest copy, with
+/// its journal, is the whole of the work.
+///
 /// A locked file beside the copies tells those of running programs from those left behind. What is not dropped
 /// stays for RecoveryList. Main thread only.
 class TESSARO_API Autosave {
@@ -44,7 +48,11 @@ public:
     void tick(CEditor& editor, const SongRecord& record, std::uint64_t changes);
     /// Copies the song at once; returns when the copy is on the disk. Its path, empty after a failure.
     std::string keepNow(CEditor& editor, const SongRecord& record, std::uint64_t changes);
-    /// The song is saved or given up: deletes its copy.
+    /// A take begins: copies the song, due or not. The path for the take's journal, empty when there can be no copy.
+    std::string beginTake(CEditor& editor, const SongRecord& record, std::uint64_t changes);
+    /// The take has ended, and no journal stands for it any more: copies the song with it.
+    void endTake(CEditor& editor, const SongRecord& record, std::uint64_t changes);
+    /// The song is saved or given up: deletes its copy, and what belongs to it.
     void drop();
     /// Another song is at hand: the next copy gets a new name, the last one stays unless it was dropped.
     void nextSong();
@@ -55,7 +63,7 @@ public:
     [[nodiscard]] std::uint64_t keptChanges() const noexcept { return m_kept.load(); }
 
 private:
-    /// A copy to write, or without bytes one to delete.
+    /// A copy to write, or without bytes a song whose copies are to be deleted.
     struct Job {
         std::string copy;
         SongRecord record;
@@ -80,13 +88,14 @@ private:
     const Nanos m_interval;
 
     unsigned m_song = 0;         ///< number of the song at hand
+    unsigned m_takes = 0;        ///< takes of it that have ended
     std::uint64_t m_taken = 0;   ///< changes in the last copy that was encoded, 0 for none
     std::optional<Nanos> m_last; ///< when that was
     std::size_t m_size = 0;      ///< of that copy
     bool m_hasCopy = false;      ///< of the song at hand, on the disk or on its way
 
     std::mutex m_waitingMutex;
-    std::vector<Job> m_waiting;          ///< for the disk; one for each copy, the newest
+    std::vector<Job> m_waiting;          ///< for the disk; one for each song, the newest
     std::mutex m_diskMutex;              ///< held while something is done on the disk
     int m_lock = -1;                     ///< under the disk's mutex
     std::vector<std::string> m_standing; ///< copies on the disk, under its mutex

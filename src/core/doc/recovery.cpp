@@ -32,6 +32,7 @@ constexpr std::string_view sumMark = "; ";
 constexpr std::size_t sumDigits = 16;
 constexpr std::uint64_t largestRecord = 1U << 20U;
 constexpr const char* recordExtension = ".ini";
+constexpr const char* takeExtension = ".take";
 constexpr std::string_view temporaryStem = ".tessaro-";
 
 /// The last line of a record: a sum over the lines before it.
@@ -60,12 +61,21 @@ std::uint64_t numberAt(const Profile& profile, const std::string& key)
     return std::strtoull(profile.string(section, key).c_str(), nullptr, 10);
 }
 
-/// The name of the program that left a copy: all of the copy's name but the number of the song.
-std::string ownerOf(const fs::path& copy)
-{
-    const std::string stem = copy.stem().string();
-    return stem.substr(0, stem.rfind('-'));
-}
+/// What the name of a copy, or of a file that belongs to it, tells.
+struct CopyName {
+    explicit CopyName(const fs::path& file)
+    {
+        const fs::path stem = file.stem();
+        song = stem.stem().string();
+        owner = song.substr(0, song.rfind('-'));
+        if (stem.has_extension()) takes = std::strtoul(stem.extension().c_str() + 1, nullptr, 10);
+    }
+    std::string owner; ///< the program that left it: its process id, a dash, and when it started
+    std::string song;  ///< the owner and the number of the song
+    unsigned long takes = 0;
+};
+
+std::string ownerOf(const fs::path& file) { return CopyName(file).owner; }
 
 std::chrono::system_clock::time_point timeOf(const struct stat& status)
 {
@@ -74,20 +84,25 @@ std::chrono::system_clock::time_point timeOf(const struct stat& status)
         duration_cast<system_clock::duration>(seconds(status.st_mtim.tv_sec) + nanoseconds(status.st_mtim.tv_nsec)));
 }
 
+/// Whether a text begins with the number of a process that runs no more.
+bool namesDeadProcess(const char* text)
+{
+    const long pid = std::strtol(text, nullptr, 10);
+    return pid > 0 && ::kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH;
+}
+
 /// A file that a program was about to write when it ended.
 bool isLeftover(const fs::path& file)
 {
     const std::string name = file.filename().string();
-    if (!name.starts_with(temporaryStem)) return false;
-    const long pid = std::strtol(name.c_str() + temporaryStem.size(), nullptr, 10);
-    return pid > 0 && ::kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH;
+    return name.starts_with(temporaryStem) && namesDeadProcess(name.c_str() + temporaryStem.size());
 }
 
-/// A record whose copy is gone.
-bool isAlone(const fs::path& record)
+/// A record or a journal whose copy is gone.
+bool isAlone(const fs::path& file)
 {
     std::error_code error;
-    return !fs::exists(fs::path(record).replace_extension(copyExtension), error) && !error;
+    return !fs::exists(fs::path(file).replace_extension(copyExtension), error) && !error;
 }
 
 std::vector<fs::path> filesIn(const std::string& folder)
@@ -109,12 +124,21 @@ std::optional<RecoverableSong> songOf(const fs::path& copy)
     const FileContents text = readFile(recordPathOf(song.copy), largestRecord);
     song.hasRecord = song.record.decode({text.bytes.begin(), text.bytes.end()});
     if (!song.hasRecord) song.record.time = timeOf(status);
+    const std::string take = takePathOf(song.copy);
+    if (::stat(take.c_str(), &status) == 0 && status.st_size > 0) song.take = take;
     return song;
+}
+
+std::string besides(const std::string& copy, const char* extension)
+{
+    return copy.substr(0, copy.rfind('.')) + extension;
 }
 
 } // namespace
 
-std::string recordPathOf(const std::string& copy) { return copy.substr(0, copy.rfind('.')) + recordExtension; }
+std::string recordPathOf(const std::string& copy) { return besides(copy, recordExtension); }
+
+std::string takePathOf(const std::string& copy) { return besides(copy, takeExtension); }
 
 std::string SongRecord::encode() const
 {
@@ -155,11 +179,8 @@ std::string RecoverableSong::name() const
 
 RecoveryList::RecoveryList(std::string folder) : m_folder(std::move(folder))
 {
+    for (const fs::path& file : filesIn(m_folder)) tidy(file);
     for (const fs::path& file : filesIn(m_folder)) {
-        std::error_code error;
-        if (isLeftover(file)) fs::remove(file, error);
-        if (file.extension() == recordExtension && isAlone(file) && claim(ownerOf(file))) fs::remove(file, error);
-        if (file.extension() == ".lock") claim(file.stem().string());
         if (file.extension() != copyExtension || !claim(ownerOf(file))) continue;
         if (auto song = songOf(file)) m_songs.push_back(std::move(*song));
     }
@@ -177,6 +198,19 @@ RecoveryList::~RecoveryList()
         if (!left && claim.lock >= 0) ::unlink(lockPathOf(m_folder, claim.owner).c_str());
         if (claim.lock >= 0) ::close(claim.lock);
     }
+}
+
+/// Deletes what programs that are gone left half done.
+void RecoveryList::tidy(const std::filesystem::path& file)
+{
+    std::error_code error;
+    const fs::path kind = file.extension();
+    if (isLeftover(file)) fs::remove(file, error);
+    if (kind == ".lock") claim(file.stem().string());
+    if (kind == copyExtension && claim(ownerOf(file))) removeEarlierCopies(file.string());
+    if (kind == recordExtension && isAlone(file) && claim(ownerOf(file))) fs::remove(file, error);
+    // A journal may stand a moment before its copy and the lock do.
+    if (kind == takeExtension && isAlone(file) && namesDeadProcess(file.filename().c_str())) fs::remove(file, error);
 }
 
 /// Whether the program of this name is gone. Its lock is then ours, so that no other list has its copies.
@@ -214,6 +248,25 @@ void removeRecoveryCopy(const std::string& copy)
 {
     ::unlink(copy.c_str());
     ::unlink(recordPathOf(copy).c_str());
+    ::unlink(takePathOf(copy).c_str());
+}
+
+bool areOfOneSong(const std::string& copy, const std::string& other)
+{
+    return CopyName(copy).song == CopyName(other).song;
+}
+
+void removeEarlierCopies(const std::string& copy)
+{
+    const CopyName newest(copy);
+    for (const fs::path& file : filesIn(folderOf(copy)))
+        if (const CopyName name(file); name.song == newest.song && name.takes < newest.takes) ::unlink(file.c_str());
+}
+
+void removeCopiesOfSong(const std::string& copy)
+{
+    for (const fs::path& file : filesIn(folderOf(copy)))
+        if (areOfOneSong(file.string(), copy)) ::unlink(file.c_str());
 }
 
 } // namespace tessaro

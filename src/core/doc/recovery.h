@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -31,12 +32,13 @@ struct TESSARO_API RecoverableSong {
     SongRecord record;       ///< with the file's own time when the record is missing or damaged
     bool hasRecord = false;  ///< only then is more known than the time
     std::uint64_t bytes = 0; ///< size of the copy
+    std::string take;        ///< path of the journal of a take that was under way; empty for none
 
     /// For a list, as UTF-8: the name of the song's file, else its title; empty when there is neither.
     [[nodiscard]] std::string name() const;
 };
 
-/// The copies that programs left which ended without saving, the newest first. It deletes nothing unless told.
+/// The copies that programs left which ended without saving, the newest first. It deletes no work unless told.
 /// While a list lives, its copies stand in no other program's list. Main thread only.
 class TESSARO_API RecoveryList {
 public:
@@ -59,6 +61,7 @@ private:
         bool gone = false; ///< the program runs no more
     };
     bool claim(const std::string& owner);
+    void tidy(const std::filesystem::path& file);
 
     std::string m_folder;
     std::vector<RecoverableSong> m_songs;
@@ -67,11 +70,19 @@ private:
 
 /// Where copies of unsaved songs lie, without a slash at the end; it need not exist.
 [[nodiscard]] TESSARO_API std::string recoveryFolder();
-/// A copy is called OWNER-NUMBER.tqm, its record OWNER-NUMBER.ini, and a running owner holds a lock on OWNER.lock.
+/// A copy is called OWNER-SONG.TAKES.tqm with two numbers, its record OWNER-SONG.TAKES.ini, the journal of a take that
+/// began with it OWNER-SONG.TAKES.take, and a running owner holds a lock on OWNER.lock. Of the copies of a song the one
+/// with the most takes counts; where it stands, the others and their journals are of no use any more.
 inline constexpr const char* copyExtension = ".tqm";
 [[nodiscard]] std::string recordPathOf(const std::string& copy);
+[[nodiscard]] std::string takePathOf(const std::string& copy);
 [[nodiscard]] std::string lockPathOf(const std::string& folder, const std::string& owner);
-/// Deletes a copy and its record.
+[[nodiscard]] bool areOfOneSong(const std::string& copy, const std::string& other);
+/// Deletes a copy, its record and its journal.
 TESSARO_API void removeRecoveryCopy(const std::string& copy);
+/// The same for those copies of its song that this one makes needless.
+void removeEarlierCopies(const std::string& copy);
+/// The same for all copies of its song.
+void removeCopiesOfSong(const std::string& copy);
 
 } // namespace tessaro

@@ -149,7 +149,8 @@ void CTR9Doc::detachSong()
 
 void CTR9Doc::StopTransport()
 {
-    if (m_ports.transport.isPlaying()) m_ports.transport.stop();
+    Transport& transport = m_ports.transport;
+    if (transport.isPlaying() || transport.isRecording()) transport.halt();
 }
 
 void CTR9Doc::handOver()

@@ -7,6 +7,7 @@
 #include "core/edit/editor.h"
 #include "core/ports/app_windows.h"
 #include "core/ports/hint_observer.h"
+#include "core/ports/take_keeper.h"
 
 #include <cstdint>
 #include <functional>
@@ -38,7 +39,7 @@ struct DocumentPorts {
 /// The song document: one song editor for its whole life, and the file that the song came from. Opening another
 /// file replaces the song; when that fails a new song stands, and the reason has been shown. Neither asks about changes
 /// that are not saved: the command calls SaveModified() before. Main thread only.
-class TESSARO_API CTR9Doc final : public DocumentPort, private HintObserver {
+class TESSARO_API CTR9Doc final : public DocumentPort, public TakeKeeper, private HintObserver {
 public:
     /// The largest file that is read: offsets into the buffer, 16 bytes longer, stay positive in 32 bits.
     static constexpr std::uint64_t largestFile = 0x7FFFFFFF - 16;
@@ -70,6 +71,10 @@ public:
     /// Keeps a copy of unsaved work when one is due. About once a second; not from within a command.
     void KeepCopy();
 
+    std::string beginTake() override;
+    void endTake() override;
+
+    /// Ends play, a take and step input, as the stop button does.
     void StopTransport();
     [[nodiscard]] bool IsRecording() const { return m_ports.transport.isRecording(); }
 

@@ -136,13 +136,28 @@ SongRecord CTR9Doc::origin() const
 
 void CTR9Doc::KeepCopy()
 {
-    if (!m_ports.autosave || m_editor.IsUndoOpen() || m_editor.IsPrgDlg()) return;
-    if (m_modified)
+    if (!m_ports.autosave) return;
+    if (const bool whole = !m_editor.IsUndoOpen() && !m_editor.IsPrgDlg(); whole && m_modified)
         m_ports.autosave->tick(m_editor, origin(), m_changes);
-    else
+    else if (whole)
         m_ports.autosave->drop();
     if (const FileError error = m_ports.autosave->takeError(); error != FileError::none)
         m_ports.user.status(filled(m_ports.strings(TextId::copyFailed), m_ports.strings(textOf(error))));
+}
+
+std::string CTR9Doc::beginTake()
+{
+    if (!m_ports.autosave || m_editor.IsUndoOpen() || m_editor.IsPrgDlg()) return {};
+    return m_ports.autosave->beginTake(m_editor, origin(), m_changes);
+}
+
+void CTR9Doc::endTake()
+{
+    if (!m_ports.autosave) return;
+    if (m_modified)
+        m_ports.autosave->endTake(m_editor, origin(), m_changes);
+    else
+        m_ports.autosave->drop();
 }
 
 /// The song goes. Unless it is saved, or the user said that it may go, a copy of its last state stays.

@@ -47,7 +47,7 @@ TEST(Document, ALoadedSongIsReadyToPlay)
     Bench b;
     b.transport.playing = true;
     b.open();
-    EXPECT_EQ(b.transport.calls, (std::vector<std::string>{"stop", "unbind", "bind"}));
+    EXPECT_EQ(b.transport.calls, (std::vector<std::string>{"halt", "unbind", "bind"}));
     CEditor& editor = b.doc.GetEditor();
     EXPECT_EQ(editor.GetBlkTimeTop(1, 0), 1920U) << "blocks are snapped";
     EXPECT_EQ(editor.TimeToMsecond(480), 250U) << "the tempo map stands";
