@@ -14,10 +14,7 @@ public:
     /// Chooses the row of this number; none when there is no such row.
     void choose(int value) { setCurrentIndex(findData(value)); }
     /// The chosen number, or this one when none is chosen.
-    [[nodiscard]] int chosen(int otherwise) const
-    {
-        return currentIndex() < 0 ? otherwise : currentData().toInt();
-    }
+    [[nodiscard]] int chosen(int otherwise) const { return currentIndex() < 0 ? otherwise : currentData().toInt(); }
 };
 
 } // namespace tessaro

@@ -84,8 +84,7 @@ void CSysWavFmtPropPage::apply(Settings& settings) const { settings.wavInFmt = m
 CSysSysexPropPage::CSysSysexPropPage(const Settings& settings, const SettingsStore& choices, const UiText& text,
                                      QWidget* parent)
     : SetupPage(parent)
-    , m_receive(makeNumberBox(*this, numberChoices(choices, "Sysex Size"), settings.sysexSize,
-                              text(TextId::unitBytes)))
+    , m_receive(makeNumberBox(*this, numberChoices(choices, "Sysex Size"), settings.sysexSize, text(TextId::unitBytes)))
     , m_send(makeNumberBox(*this, numberChoices(choices, "Sysex Out Size"), settings.sysexOutSize,
                            text(TextId::unitBytes)))
     , m_interval(makeNumberBox(*this, numberChoices(choices, "Sysex Out Int"), settings.sysexOutInt,

@@ -33,8 +33,8 @@ private:
     ChoiceBox* m_format; ///< a child of the page
 };
 
-/// Buffers of system exclusive messages, and the pause between two that are sent. The choices come from the installation;
-/// a setting above them all stays until another is chosen.
+/// Buffers of system exclusive messages, and the pause between two that are sent. The choices come from the
+/// installation; a setting above them all stays until another is chosen.
 class CSysSysexPropPage : public SetupPage {
 public:
     CSysSysexPropPage(const Settings& settings, const SettingsStore& choices, const UiText& text,

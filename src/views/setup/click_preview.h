@@ -8,8 +8,8 @@
 
 namespace tessaro {
 
-/// One bar of the metronome's click, to be heard before its settings are kept. Steps last half a beat: on the even ones a
-/// click sounds, on the odd ones it ends.
+/// One bar of the metronome's click, to be heard before its settings are kept. Steps last half a beat: on the even ones
+/// a click sounds, on the odd ones it ends.
 class ClickPreview {
 public:
     using Send = std::function<void(int port, std::uint8_t status, std::uint8_t key, std::uint8_t velocity)>;

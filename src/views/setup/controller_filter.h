@@ -7,7 +7,8 @@
 
 namespace tessaro {
 
-/// Which controllers a path drops, behind the one box that stands for all of them: 0 none, 1 all, 2 as the switches say.
+/// Which controllers a path drops, behind the one box that stands for all of them: 0 none, 1 all, 2 as the switches
+/// say.
 class ControllerFilter {
 public:
     using Switches = std::array<std::uint8_t, 128>;

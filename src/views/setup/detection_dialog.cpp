@@ -72,6 +72,7 @@ void DetectionDialog::showEvent(QShowEvent* event)
 void DetectionDialog::rowFound(const ModuleRow& row)
 {
     auto* item = new QTreeWidgetItem(m_rows, {songText(row.output), songText(row.input), songText(row.module)});
+    item->setSizeHint(0, {0, fontMetrics().height() + 8});
     m_rows->scrollToItem(item);
 }
 
@@ -79,8 +80,8 @@ void DetectionDialog::ended()
 {
     m_timer.stop();
     const std::size_t modules = m_detection.found().size();
-    m_says->setText(m_text(TextId::detectFound).arg(modules) + QLatin1Char(' ') +
-                    (modules > 0 ? m_text(TextId::detectFoundSays) : QString()));
+    m_says->setText(m_text(TextId::detectFound).arg(modules) + QLatin1Char(' ')
+                    + (modules > 0 ? m_text(TextId::detectFoundSays) : QString()));
     QPushButton* ok = m_buttons->button(QDialogButtonBox::Ok);
     ok->setEnabled(true);
     ok->setFocus();

@@ -59,6 +59,7 @@ void DriverListView::showRows(int current)
     for (const DriverOrder::Row& row : m_order.rows()) {
         auto* item = new QTreeWidgetItem(this);
         item->setText(nameColumn, m_names.value(row.driver));
+        item->setSizeHint(nameColumn, {0, fontMetrics().height() + 8});
         item->setToolTip(nameColumn, m_names.value(row.driver));
         item->setCheckState(nameColumn, row.checked ? Qt::Checked : Qt::Unchecked);
         item->setTextAlignment(portColumn, Qt::AlignRight | Qt::AlignVCenter);

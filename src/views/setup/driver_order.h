@@ -12,8 +12,8 @@
 
 namespace tessaro {
 
-/// The drivers of a list, put in order and checked: the checked ones, from the top, are the ports. Rows count from 0; one
-/// that is not there changes nothing.
+/// The drivers of a list, put in order and checked: the checked ones, from the top, are the ports. Rows count from 0;
+/// one that is not there changes nothing.
 class DriverOrder {
 public:
     using Row = OutputChoice;

@@ -14,8 +14,7 @@ CSysInFltrPropPage::CSysInFltrPropPage(const Settings& settings, const UiText& t
     : SetupPage(parent)
     , m_text(text)
     , m_controllers(settings.inFilter.drop[FilterSwitches::control], settings.inController)
-    , m_kinds(
-          new KindBoxes(text(TextId::setupInFilterSays), settings.inFilter, FilterSwitches::count, text, this))
+    , m_kinds(new KindBoxes(text(TextId::setupInFilterSays), settings.inFilter, FilterSwitches::count, text, this))
 {
     auto* details = new QHBoxLayout;
     details->setSpacing(gap);

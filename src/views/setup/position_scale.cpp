@@ -29,8 +29,8 @@ _EDT_MEAS PositionScale::placeOf(std::uint32_t tick) const
 std::optional<std::uint32_t> PositionScale::tickOf(const _EDT_MEAS& place) const
 {
     const _EDT_MEAS fromZero{place.meas - 1, std::max(place.beat, 1U) - 1, place.tick};
-    const std::uint32_t tick = m_song ? m_song->MeasToTime(fromZero)
-                                      : fromZero.meas * barTicks + fromZero.beat * beatTicks + fromZero.tick;
+    const std::uint32_t tick =
+        m_song ? m_song->MeasToTime(fromZero) : fromZero.meas * barTicks + fromZero.beat * beatTicks + fromZero.tick;
     // A bar so late that its tick has no room in a number comes out as an earlier one.
     if (tick > lastTick || placeOf(tick).meas < place.meas) return std::nullopt;
     return tick;

@@ -21,8 +21,8 @@ public:
 
     /// "0012:3:240".
     [[nodiscard]] std::string text(std::uint32_t tick) const;
-    /// Any character that is no digit parts two numbers. What is left out is 0, and beat 0 is the first one. Nothing for
-    /// bar 0, for a fourth number, and for what lies beyond the longest song.
+    /// Any character that is no digit parts two numbers. What is left out is 0, and beat 0 is the first one. Nothing
+    /// for bar 0, for a fourth number, and for what lies beyond the longest song.
     [[nodiscard]] std::optional<std::uint32_t> parse(std::string_view text) const;
     /// The same beat and clock of another bar, of the first one at least.
     [[nodiscard]] std::uint32_t moveBars(std::uint32_t tick, int bars) const;

@@ -10,15 +10,48 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QPainter>
 #include <QShortcut>
 #include <QStackedWidget>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 namespace tessaro {
 namespace {
 
 constexpr int edge = 16;
+constexpr int rowPadding = 12;
 constexpr QSize usualSize(720, 560);
+
+/// The name of a page, with air around it; the chosen one on a ground of the accent colour.
+class PageNames : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        const bool chosen = option.state & QStyle::State_Selected;
+        const bool possible = option.state & QStyle::State_Enabled;
+        const QPalette::ColorGroup group = possible ? QPalette::Normal : QPalette::Disabled;
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        if (chosen) {
+            painter->setPen(Qt::NoPen);
+            painter->setBrush(option.palette.color(QPalette::Highlight));
+            painter->drawRoundedRect(option.rect.adjusted(0, 1, 0, -1), 5, 5);
+        }
+        painter->setPen(option.palette.color(group, chosen ? QPalette::HighlightedText : QPalette::Text));
+        painter->drawText(option.rect.adjusted(rowPadding, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                          index.data().toString());
+        painter->restore();
+    }
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return {option.fontMetrics.horizontalAdvance(index.data().toString()) + 2 * rowPadding,
+                option.fontMetrics.height() + rowPadding};
+    }
+};
 
 } // namespace
 
@@ -53,7 +86,6 @@ SetupSheet::SetupSheet(const Settings& settings, const SetupDrivers& drivers, co
 void SetupSheet::addPage(const QString& name, SetupPage* page)
 {
     auto* item = new QListWidgetItem(name, m_list);
-    item->setSizeHint({m_list->fontMetrics().horizontalAdvance(name) + 2 * edge, m_list->fontMetrics().height() + 12});
     if (page)
         m_pages.push_back(page);
     else
@@ -64,8 +96,10 @@ void SetupSheet::addPage(const QString& name, SetupPage* page)
 void SetupSheet::layOut(const UiText& text)
 {
     m_list->setAccessibleName(text(TextId::setupPages));
+    m_list->setItemDelegate(new PageNames(m_list));
     m_list->setFrameShape(QFrame::NoFrame);
     m_list->setFixedWidth(m_list->sizeHintForColumn(0) + edge);
+    m_list->viewport()->setAutoFillBackground(false);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     QFont large = font();
     large.setPointSizeF(large.pointSizeF() * 1.3);
@@ -76,13 +110,13 @@ void SetupSheet::layOut(const UiText& text)
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* body = new QVBoxLayout;
-    body->setContentsMargins(edge, edge, edge, edge);
+    body->setContentsMargins(edge, 4, edge, edge);
     body->setSpacing(12);
     body->addWidget(m_heading);
     body->addWidget(m_stack, 1);
     body->addWidget(buttons);
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setContentsMargins(rowPadding, rowPadding, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_list);
     layout->addLayout(body, 1);

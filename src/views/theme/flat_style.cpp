@@ -2,6 +2,7 @@
 #include "views/theme/flat_style.h"
 
 #include "views/theme/colours.h"
+#include "views/theme/flat_inputs.h"
 
 #include <QPainter>
 #include <QPushButton>
@@ -51,6 +52,14 @@ void drawProgress(const QStyleOptionProgressBar& bar, QPainter& painter)
     painter.drawRoundedRect(QRectF(groove.left(), groove.top(), done, groove.height()), round, round);
 }
 
+void drawDockTitle(const QProxyStyle& style, const QStyleOptionDockWidget& title, QPainter& painter)
+{
+    painter.fillRect(title.rect, title.palette.window());
+    painter.fillRect(title.rect.left(), title.rect.top(), title.rect.width(), 1, title.palette.mid());
+    style.drawItemText(&painter, title.rect.adjusted(12, 2, -48, 0), Qt::AlignLeft | Qt::AlignVCenter, title.palette,
+                       true, title.title, QPalette::PlaceholderText);
+}
+
 void drawMenuBarItem(const QProxyStyle& style, const QStyleOptionMenuItem& item, QPainter& painter)
 {
     painter.fillRect(item.rect, item.palette.window());
@@ -93,6 +102,10 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_MenuVMargin: return 4;
     case PM_MenuBarVMargin: return 2;
     case PM_MenuBarItemSpacing: return 4;
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight: return 16;
     default: return QProxyStyle::pixelMetric(metric, option, widget);
     }
 }
@@ -108,23 +121,37 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     return QProxyStyle::styleHint(hint, option, widget, result);
 }
 
+QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                  const QWidget* widget) const
+{
+    const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    return type == CT_PushButton ? size.expandedTo({contents.width() + 24, contents.height() + 10}) : size;
+}
+
 void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const
 {
     if (element == PE_FrameFocusRect && option->state & State_Enabled && qobject_cast<const QPushButton*>(widget))
         return;
+    if (element == PE_PanelStatusBar || element == PE_FrameStatusBarItem) return;
     if (element == PE_PanelTipLabel) {
         painter->fillRect(option->rect, option->palette.mid());
         painter->fillRect(option->rect.adjusted(1, 1, -1, -1), option->palette.toolTipBase());
         return;
     }
-    if (element == PE_PanelButtonCommand) {
+    const auto draw = [&](void (*drawn)(const QStyleOption&, QPainter&)) {
         painter->save();
-        drawButton(*option, *painter);
+        drawn(*option, *painter);
         painter->restore();
-        return;
+    };
+    switch (element) {
+    case PE_PanelButtonCommand: draw(drawButton); return;
+    case PE_IndicatorCheckBox:
+    case PE_IndicatorItemViewItemCheck: draw(drawCheckIndicator); return;
+    case PE_IndicatorRadioButton: draw(drawRadioIndicator); return;
+    case PE_FrameLineEdit: draw(drawInputFrame); return;
+    default: QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 
 void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -140,6 +167,11 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
         painter->save();
         drawProgress(*bar, *painter);
         painter->restore();
+        return;
+    }
+    if (const auto* title = qstyleoption_cast<const QStyleOptionDockWidget*>(option);
+        title && element == CE_DockWidgetTitle) {
+        drawDockTitle(*this, *title, *painter);
         return;
     }
     switch (element) {
@@ -158,6 +190,12 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     if (control == CC_ScrollBar && bar) {
         painter->save();
         drawScrollBar(*this, *bar, *painter, widget);
+        painter->restore();
+        return;
+    }
+    if (const auto* box = qstyleoption_cast<const QStyleOptionSpinBox*>(option); box && control == CC_SpinBox) {
+        painter->save();
+        drawSpinBox(*this, *box, *painter, widget);
         painter->restore();
         return;
     }
