@@ -34,6 +34,7 @@ SetupDrivers driversOf(const CTR9App& app)
 
 void SetupCommands::systemSetup()
 {
+    if (isBusy()) return;
     CTR9App& app = m_parts.app;
     app.PrepareSystemSetup();
     const SetupDrivers drivers = driversOf(app);
@@ -57,6 +58,7 @@ std::optional<std::vector<int>> SetupCommands::detectModules(QWidget& dialog)
 
 void SetupCommands::recordSettings()
 {
+    if (isBusy()) return;
     CCnpWindow& panel = m_parts.panel;
     panel.Stop();
     PushedRange loop;
@@ -79,6 +81,7 @@ void SetupCommands::take(const RecordPlaySettings& settings, const PushedRange& 
 
 void SetupCommands::metronomeSettings()
 {
+    if (isBusy()) return;
     CTR9App& app = m_parts.app;
     const auto send = [&app](int port, std::uint8_t status, std::uint8_t key, std::uint8_t velocity) {
         app.SendShortMsg(static_cast<short>(port), status, key, velocity);

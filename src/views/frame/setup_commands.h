@@ -22,6 +22,8 @@ public:
     /// `window` owns the dialogs; it and the parts outlive this object.
     SetupCommands(QWidget& window, const FrameParts& parts) : m_window(window), m_parts(parts) {}
 
+    /// Whether long work runs; then nothing is shown.
+    std::function<bool()> isBusy;
     /// The names of the output ports.
     std::function<QStringList()> portNames;
 
