@@ -25,13 +25,14 @@ TEST(Threads, PlayLocateLoopMuteAndStop)
     PlayBenchOn<RealClock> bench;
     Dice dice{7};
     makeRandomSong(bench, dice, 4000);
+    bench.editor.song().trk(7)->SetRec(true);
     bench.bind();
     Listening owner;
     int slot = bench.smc.smcSetMultiPlayOwner(&owner, 0xFF);
     bench.panel.Start();
     for (int i = 0; i < 40; ++i) {
         const int track = static_cast<int>(dice.between(1, 6));
-        switch (dice.below(10)) {
+        switch (dice.below(12)) {
         case 0: bench.panel.SetLocation(static_cast<long>(dice.below(4000))); break;
         case 1: bench.panel.SetLoop(dice.below(2000), dice.between(2000, 4000)); break;
         case 2: bench.panel.ShortCutLoopClicked(); break;
@@ -51,9 +52,14 @@ TEST(Threads, PlayLocateLoopMuteAndStop)
             slot = bench.smc.smcSetMultiPlayOwner(&owner, 0xFF);
             break;
         case 8: bench.panel.Stop(); break;
+        case 9:
+        case 10: bench.panel.ShortCutRECClicked(); break;
         default: bench.panel.Start(); break;
         }
+        const std::uint8_t key = dice.byteBelow(128);
+        bench.receive({0x90, key, 100});
         bench.run(std::chrono::milliseconds{dice.below(40)});
+        bench.receive({0x80, key, 0});
         // What a view does while it draws: it asks the song.
         static_cast<void>(bench.editor.song().masterReal()->GetTimePos(dice.below(4000)));
         bench.main.pump();
@@ -61,6 +67,7 @@ TEST(Threads, PlayLocateLoopMuteAndStop)
     }
     bench.panel.Stop();
     EXPECT_FALSE(bench.smc.running());
+    bench.smc.smcReleaseMultiPlayOwner(slot);
     EXPECT_GT(owner.heard, 0U);
 }
 

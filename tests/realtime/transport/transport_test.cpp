@@ -1,60 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "realtime/play/output_filter.h"
-#include "realtime/play/play_bench.h"
 #include "realtime/transport/devices.h"
-
-#include <gtest/gtest.h>
+#include "realtime/transport/panel_bench.h"
 
 namespace tessaro::test {
 namespace {
 
 using namespace std::chrono_literals;
 
-struct PanelLog final : CnpObserver {
-    std::vector<std::uint32_t> locations;
-    std::vector<std::string> texts;
-    int tempo = 0;
-    bool timer = false;
-    void stateChanged() override {}
-    void locationShown(std::uint32_t tick) override { locations.push_back(tick); }
-    void textShown(const std::string& text) override { texts.push_back(text); }
-    void tempoShown(int value) override { tempo = value; }
-    void timerWanted(bool on) override { timer = on; }
-    void busy(bool) override {}
-};
-
-struct ViewLog final : MessageTarget {
-    std::vector<std::pair<std::uint32_t, std::uint64_t>> got;
-    bool post(const Message&) noexcept override { return false; }
-    void send(const Message& m) override { got.emplace_back(m.id, m.wParam); }
-};
-
-class TransportTest : public testing::Test {
-protected:
-    TransportTest()
-    {
-        CBlk& blk = bench.block(1);
-        for (std::uint32_t t = 0; t < 19200; t += 240) bench.addNote(blk, t, 200);
-        bench.bind();
-        bench.panel.setObserver(&seen);
-        bench.panel.addView(&view);
-    }
-    ~TransportTest() override { bench.panel.setObserver(nullptr); }
-
-    void play(std::chrono::milliseconds span)
-    {
-        for (; span > 0ms; span -= 100ms) {
-            bench.run(100ms);
-            bench.main.pump();
-            bench.panel.timer();
-        }
-    }
-    void tell(std::uint64_t code, std::intptr_t parameter = 0) { bench.main.send({msg::realtime, code, parameter}); }
-
-    PlayBench bench;
-    PanelLog seen;
-    ViewLog view;
-};
+using TransportTest = PanelTest;
 
 TEST_F(TransportTest, PlaysStopsAndGoesBack)
 {
@@ -199,16 +153,6 @@ TEST_F(TransportTest, FollowsWhatComesFromOutside)
     tell(6, 4 << 8U);
     EXPECT_EQ(bench.panel.GetLocation(), 480U);
     EXPECT_TRUE(bench.smc.running());
-}
-
-TEST_F(TransportTest, ShowsTheCountIn)
-{
-    bench.settings.ints["System/Count In Meas"] = 1;
-    bench.smc.smcLocateQuiet(0, false);
-    bench.smc.smcSetPreCount(true);
-    bench.smc.smcPlayStart();
-    play(2200ms);
-    EXPECT_EQ(seen.texts, (std::vector<std::string>{"-3", "-2", "-1", "0"}));
 }
 
 TEST_F(TransportTest, DoesNothingWithoutASong)
