@@ -87,9 +87,6 @@ constexpr const char* inNameKey = "Midi In Dev Name";
 
 std::string outNameKey(std::size_t port) { return numbered("Midi Out Dev", port + 1) + " Name"; }
 
-// Keeps the blanks at either end of a name.
-std::string quoted(const std::string& name) { return name.empty() ? name : '"' + name + '"'; }
-
 bool decidesByController(int control) { return control != 0 && control != 1; }
 
 std::vector<std::int32_t> readPorts(const SettingsStore& store, const char* countKey, std::size_t defaultCount,
@@ -185,9 +182,8 @@ void Settings::write(SettingsStore& store) const
         store.setInt(section, numbered("Midi In Fltr Cntrl", i), inController[i]);
     writePorts(store, "Midi Out Port Num", "Midi Out Dev", midiOut);
     writePorts(store, "Wav Out Port Num", "wav Out Dev", wavOut);
-    store.setString(section, inNameKey, quoted(midiInName));
-    for (std::size_t i = 0; i < midiOutNames.size(); ++i)
-        store.setString(section, outNameKey(i), quoted(midiOutNames[i]));
+    store.setString(section, inNameKey, midiInName);
+    for (std::size_t i = 0; i < midiOutNames.size(); ++i) store.setString(section, outNameKey(i), midiOutNames[i]);
 }
 
 RecordPlaySettings RecordPlaySettings::read(const SettingsStore& store, const std::string& appDirectory)

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 namespace tessaro {
 
@@ -265,11 +266,11 @@ void CTR9App::PrepareSystemSetup()
     readSettings();
 }
 
-void CTR9App::SetSettings(const Settings& settings)
+void CTR9App::SetSettings(Settings settings)
 {
     stopTransport();
     DevicePort& devices = m_ports.devices;
-    const Settings before = std::exchange(m_settings, settings);
+    const Settings before = std::exchange(m_settings, std::move(settings));
     m_settings.remember(driverLists(), before);
     applyOutPorts();
     applyThruPort();

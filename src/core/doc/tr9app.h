@@ -141,7 +141,7 @@ public:
     /// Before the system set-up is shown: stops the song and looks for drivers anew. What is open stays open.
     void PrepareSystemSetup();
     /// The OK of the system set-up: applies new settings to the devices. The names of drivers are taken from the lists.
-    void SetSettings(const Settings& settings);
+    void SetSettings(Settings settings);
 
     // Devices. Nothing plays while they change.
     /// The buffer of MIDI in, in bytes. 0, and no change, below 512.

@@ -21,7 +21,12 @@ struct FakeDevices final : DevicePort {
     std::vector<std::string> outs = {"Synth", "Port A"};
     EngineStart start = EngineStart::started;
     MetronomeSettings metronome;
+    std::vector<std::string> ins = {"In"};
     std::vector<std::int32_t> ports;
+    std::vector<int> silent; ///< drivers that lead nowhere
+    int in = -1;
+    std::uint32_t inSize = 0;
+    std::array<int, 3> thru{}; ///< port, channel, transposition
 
     explicit FakeDevices(Log& l) : log(l) {}
     bool note(const std::string& what)
@@ -31,7 +36,8 @@ struct FakeDevices final : DevicePort {
     }
     void enumerate() override { note("enumerate"); }
     std::vector<std::string> midiOutNames() const override { return outs; }
-    std::vector<std::string> midiInNames() const override { return {"In"}; }
+    std::vector<std::string> midiInNames() const override { return ins; }
+    bool sounds(int driver) const override { return std::find(silent.begin(), silent.end(), driver) == silent.end(); }
     std::vector<std::string> waveInNames() const override { return {}; }
     std::vector<std::string> waveOutNames() const override { return {"Speaker"}; }
     EngineStart startEngine() override
@@ -46,13 +52,30 @@ struct FakeDevices final : DevicePort {
         return note("out");
     }
     void setOutFilter(std::uint32_t, bool) override { note("outFilter"); }
-    bool setInPort(int, std::uint32_t) override { return note("in"); }
+    bool setInPort(int driver, std::uint32_t size) override
+    {
+        in = driver;
+        inSize = size;
+        return note("in");
+    }
     void setInFilter(std::uint32_t, const std::array<std::uint8_t, 128>&) override { note("inFilter"); }
     void setThruFlag() override { note("thruFlag"); }
-    bool setThruPort(int) override { return note("thru"); }
+    bool setThruPort(int port) override
+    {
+        thru[0] = port;
+        return note("thru");
+    }
     void setThruFilter(std::uint32_t) override { note("thruFilter"); }
-    void setThruCh(int channel) override { note("thruCh" + std::to_string(channel)); }
-    void setThruTrans(int semitones) override { note("thruTrans" + std::to_string(semitones)); }
+    void setThruCh(int channel) override
+    {
+        thru[1] = channel;
+        note("thruCh" + std::to_string(channel));
+    }
+    void setThruTrans(int semitones) override
+    {
+        thru[2] = semitones;
+        note("thruTrans" + std::to_string(semitones));
+    }
     void setSyncMode(int mode) override { note("sync" + std::to_string(mode)); }
     void setMetronome(const MetronomeSettings& m) override
     {
@@ -217,6 +240,124 @@ TEST(Application, DevicesThatComeDuringTheStartWaitForItsEnd)
     EXPECT_EQ(b.app.GetDrvShortName(1), "Port A");
     EXPECT_EQ(view.codes, (std::vector{hint::sysSetupChng}));
     b.doc.GetEditor().removeObserver(&view);
+}
+
+TEST(Application, ARemovalReleasesEverythingAndAnArrivalBringsTheSetUpBack)
+{
+    Bench b;
+    b.devices.outs = {"Synth", "Port A", "Port B"};
+    b.devices.ins = {"Keys", "Pads"};
+    ASSERT_TRUE(b.app.InitInstance({}));
+    Settings chosen = b.app.GetSettings();
+    chosen.midiOut = {2, 0};
+    chosen.midiIn = 1;
+    chosen.midiThru = 1;
+    chosen.wavOut = {0};
+    b.log.clear();
+    b.app.SetSettings(chosen);
+    EXPECT_EQ(b.log, (Log{"out", "thru", "in", "outFilter", "thruFilter", "inFilter", "sync0", "panelSync0",
+                          "wavePorts", "metronome", "thruCh-1", "thru", "thruTrans0"}));
+
+    b.transport.playing = true;
+    b.app.OnDeviceChange(CTR9App::deviceRemoval);
+    EXPECT_FALSE(b.transport.playing);
+    EXPECT_EQ(b.devices.ports, (std::vector<std::int32_t>{0x7F, 0x7F}));
+    EXPECT_EQ(b.devices.in, 0x80);
+    EXPECT_EQ(b.app.GetDrvNum() + b.app.GetMidiInDrvNum() + b.app.GetWavOutDrvNum(), 0U);
+    EXPECT_EQ(b.app.GetWaveOutPortNum(), 0U);
+
+    // One device is gone, another has come, and what stands has other numbers.
+    b.devices.outs = {"Port C", "Port B"};
+    b.devices.ins = {"Pads", "Keys"};
+    b.app.OnDeviceChange(CTR9App::deviceArrival);
+    EXPECT_EQ(b.devices.ports, (std::vector<std::int32_t>{1, Settings::noDriver}));
+    EXPECT_EQ(b.devices.in, 0);
+    EXPECT_EQ(b.devices.thru, (std::array{1, -1, 0}));
+    EXPECT_EQ(b.app.GetWaveOutPortNum(), 1U);
+    // The set-up is confirmed meanwhile; the synth is found again all the same.
+    b.app.SetSettings(b.app.GetSettings());
+    b.devices.outs = {"Port B", "Synth"};
+    b.app.OnDeviceChange(CTR9App::deviceArrival);
+    EXPECT_EQ(b.devices.ports, (std::vector<std::int32_t>{0, 1}));
+    EXPECT_TRUE(b.user.messages.empty());
+}
+
+TEST(Application, NothingNewOpensDuringATake)
+{
+    Bench b;
+    ASSERT_TRUE(b.app.InitInstance({}));
+    const std::string song = b.folder.write("one.mid", "1");
+    ASSERT_TRUE(b.app.OnFileOpen(song));
+    b.transport.recording = true;
+    EXPECT_FALSE(b.app.OnFileNew() || b.app.OnFileOpen(song) || b.app.OnFileRecent(0));
+    EXPECT_EQ(b.doc.GetPathName(), song);
+}
+
+TEST(Application, ThruFollowsTheOneArmedTrack)
+{
+    Bench b;
+    b.folder.write("Trk.ini", "[Inst 5]\nTransInst=1\n[Inst 6]\nTransInst=0\n");
+    b.store.setInt("System", "Midi Thru Dev", 1);
+    ASSERT_TRUE(b.app.InitInstance({}));
+    CEditor& editor = b.doc.GetEditor();
+    const auto arm = [&](int trk, bool on) {
+        editor.SetTrkRec(trk, on);
+        b.app.UpdateMidiThru();
+        return b.devices.thru;
+    };
+    const std::array usual{1, -1, 0};
+    editor.SetTrkPort(7, 3);
+    editor.SetTrkTranspose(7, -2);
+    for (const int wave : {2, 40}) editor.SetTrkTypePrivate(wave, trktype::wave);
+    EXPECT_EQ(arm(7, true), (std::array{3, 6, 0}));
+    for (const auto& [instrument, trans] : {std::pair(5U, 2), {6U, 0}, {0U, 0}}) {
+        editor.SetTrkInstType(7, instrument << 24U);
+        EXPECT_EQ(arm(7, true), (std::array{3, 6, trans}));
+    }
+    EXPECT_EQ(arm(2, true), (std::array{3, 6, 0})) << "a wave track before it";
+    EXPECT_EQ(arm(40, true), usual) << "a wave track behind it";
+    EXPECT_EQ(arm(40, false), (std::array{3, 6, 0}));
+    EXPECT_EQ(arm(100, true), usual);
+    EXPECT_EQ(arm(7, false), (std::array{0, 3, 0}));
+    EXPECT_EQ(arm(100, false), usual) << "only a wave track";
+}
+
+TEST(Application, TheMetronomeGoesWhereItIsHeard)
+{
+    struct Case {
+        int port;
+        std::vector<std::int32_t> map;
+        int heardAt;
+    };
+    Bench b;
+    b.devices.outs = {"Synth", "Port A", "Loopback"};
+    b.devices.silent = {2};
+    ASSERT_TRUE(b.app.InitInstance({}));
+    for (const Case& c : {Case{1, {0, 1, 2}, 1}, {1, {0, 2}, 0}, {1, {0}, 0}, {2, {0, 1, 0}, 2}, {1, {1, 0xFF}, 0}}) {
+        MetronomeSettings metronome = b.app.GetMetronome();
+        metronome.port = c.port;
+        b.app.SetMetronome(metronome);
+        Settings s = b.app.GetSettings();
+        s.midiOut = c.map;
+        b.app.SetSettings(s);
+        EXPECT_EQ(b.devices.metronome.port, c.heardAt);
+        EXPECT_EQ(b.app.GetMetronome().port, c.port) << "the setting stays";
+    }
+}
+
+TEST(Application, BuffersBelow512AreRefused)
+{
+    Bench b;
+    ASSERT_TRUE(b.app.InitInstance({}));
+    EXPECT_EQ(b.app.SetSysexSize(511), 0);
+    EXPECT_EQ(b.app.SetSysexOut(511, 5), 0);
+    EXPECT_EQ(b.app.GetSysexOutInt(), 2000);
+    EXPECT_EQ(b.app.SetSysexSize(512), 1);
+    EXPECT_EQ(b.devices.inSize, 512U);
+    b.devices.fail = "out";
+    EXPECT_EQ(b.app.SetSysexOut(1024, 5), 0);
+    EXPECT_EQ(b.app.GetSysexOutSize(), 1024);
+    EXPECT_EQ(b.user.messages, (std::vector{953}));
 }
 
 TEST(Application, TheListsColumnsOutliveTheProcess)

@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 namespace tessaro::test {
 namespace {
 
@@ -106,6 +109,83 @@ TEST(Settings, WhatIsWrittenIsReadBackByAnotherProcess)
     EXPECT_EQ(RecordPlaySettings::read(store, ""), record);
     EXPECT_EQ(readMetronome(store), metronome);
     EXPECT_EQ(store.getInt("sYSTEM", "REC MODE", 5), 1);
+}
+
+// Random lists and choices: whatever order the machine gives its drivers, a port plays to the one that was chosen.
+TEST(Settings, DriversAreFoundAgainUnderOtherNumbers)
+{
+    std::minstd_rand random(7);
+    const auto below = [&](std::size_t n) { return static_cast<int>(random() % n); };
+    const ScratchFolder folder;
+    ProfileStore store(folder / "t.ini");
+    for (int round = 0; round < 300; ++round) {
+        std::vector<std::string> outs;
+        for (int i = 0; i < 6; ++i) outs.push_back(std::string(" port ") + static_cast<char>('a' + below(4)) + ' ');
+        std::vector<std::string> ins = {"x", "y", "---", "z"};
+        Settings s;
+        s.midiOut = {below(6), below(6), below(9), 0x7F};
+        s.midiIn = below(4);
+        s.remember({outs, ins}, Settings());
+        s.write(store);
+
+        // What a driver is: its name, and which one of that name.
+        const auto identity = [](const std::vector<std::string>& list, int driver) {
+            const auto at = list.begin() + driver;
+            return *at + std::to_string(std::count(list.begin(), at, *at));
+        };
+        std::vector<std::string> later = outs;
+        std::shuffle(later.begin(), later.end(), random);
+        if (round % 2) later.erase(later.begin() + below(6));
+        std::swap(ins[0], ins[static_cast<std::size_t>(below(2))]);
+        const auto check = [&](const std::vector<std::string>& list, int then, int now) {
+            if (then >= 6) {
+                EXPECT_EQ(now, then);
+                return;
+            }
+            std::vector<std::string> all;
+            for (int i = 0; i < static_cast<int>(list.size()); ++i) all.push_back(identity(list, i));
+            const auto at = std::find(all.begin(), all.end(), identity(outs, then));
+            EXPECT_EQ(now, at == all.end() ? Settings::noDriver : at - all.begin());
+        };
+        Settings back;
+        back.read(store, {later, ins});
+        for (std::size_t port = 0; port < 4; ++port) check(later, s.midiOut[port], back.midiOut[port]);
+        EXPECT_EQ(back.midiIn == 2, s.midiIn == 2) << "no name, so the number counts";
+        EXPECT_EQ(back.midiOutNames, s.midiOutNames);
+    }
+}
+
+TEST(Settings, ADriverThatIsAwayIsForgottenOnlyByAnotherChoice)
+{
+    const ScratchFolder folder;
+    ProfileStore store(folder / "t.ini");
+    Settings chosen;
+    chosen.midiIn = 0;
+    chosen.midiOut = {1, 2};
+    chosen.remember({threeOuts, oneIn}, Settings());
+    chosen.write(store);
+    const std::vector<std::string> synthOnly = {"Synth"};
+    const std::vector<std::string> otherIn = {"Pads"};
+    const auto readAt = [&](const DriverLists& drivers) {
+        Settings s;
+        s.read(store, drivers);
+        return s;
+    };
+    Settings away = readAt({synthOnly, otherIn});
+    EXPECT_EQ(away.midiIn, Settings::noDriver);
+    const Settings before = away;
+    away.midiIn = 1; // still none
+    away.midiOut = {Settings::noDriver, 0};
+    away.remember({synthOnly, otherIn}, before);
+    away.write(store);
+    const Settings back = readAt({threeOuts, oneIn});
+    EXPECT_EQ(back.midiIn, 0);
+    EXPECT_EQ(back.midiOut, (std::vector<std::int32_t>{1, 0}));
+    Settings none = back;
+    none.midiIn = 1;
+    none.remember({threeOuts, oneIn}, back);
+    none.write(store);
+    EXPECT_EQ(readAt({threeOuts, oneIn}).midiIn, 1) << "the choice of no device holds";
 }
 
 TEST(ProfileStore, AFileThatCannotBeReadIsNotOverwritten)
