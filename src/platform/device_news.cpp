@@ -14,10 +14,9 @@ DeviceNews::Due DeviceNews::look(Nanos now, std::vector<std::string> devices)
     m_lastChange = now;
     m_pending = true;
     const bool allStand = std::includes(m_known.begin(), m_known.end(), before.begin(), before.end());
-    Due due = look(now);
-    due.removal = !allStand && !m_removed;
-    m_removed = m_pending && (m_removed || due.removal);
-    return due;
+    const bool release = !allStand && !m_removed;
+    m_removed |= release;
+    return {.removal = release, .arrival = look(now).arrival};
 }
 
 DeviceNews::Due DeviceNews::look(Nanos now)

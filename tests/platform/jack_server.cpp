@@ -115,6 +115,7 @@ JackListener::JackListener(const JackServer& server)
 {
     if (!m_client) return;
     m_in = jack_port_register(m_client, "in", JACK_DEFAULT_MIDI_TYPE, JackPortIsInput, 0);
+    m_out = jack_port_register(m_client, "out", JACK_DEFAULT_MIDI_TYPE, JackPortIsOutput, 0);
     jack_set_process_callback(m_client, &JackListener::process, this);
     jack_set_xrun_callback(
         m_client, [](void* self) { return ++static_cast<JackListener*>(self)->m_overruns, 0; }, this);
@@ -147,7 +148,16 @@ int JackListener::process(jack_nframes_t frames, void* self)
                                       begin + event.size};
     }
     listener.m_count.store(count);
+    listener.playKey(frames);
     return 0;
+}
+
+void JackListener::playKey(jack_nframes_t frames)
+{
+    void* buffer = jack_port_get_buffer(m_out, frames);
+    jack_midi_clear_buffer(buffer);
+    const unsigned char note[] = {0x90, m_key.exchange(0), 100};
+    if (note[1] != 0) jack_midi_event_write(buffer, 0, note, sizeof note);
 }
 
 std::vector<unsigned char> JackListener::stream() const

@@ -37,7 +37,7 @@ private:
     pid_t m_process = -1;
 };
 
-/// Another program in the JACK graph, with one MIDI input that records.
+/// Another program in the JACK graph, with one MIDI input that records and one MIDI output.
 class JackListener {
 public:
     struct Event {
@@ -54,17 +54,22 @@ public:
     [[nodiscard]] std::span<const Event> events() const { return {m_events.data(), m_count.load()}; }
     /// The bytes of all events.
     [[nodiscard]] std::vector<unsigned char> stream() const;
+    /// Puts a note-on of this key on the output, in the next period.
+    void play(unsigned char key) { m_key.store(key); }
     /// Times that somebody missed a period; messages may be lost then.
     [[nodiscard]] int overruns() const { return m_overruns.load(); }
 
 private:
+    void playKey(jack_nframes_t frames);
     static int process(jack_nframes_t frames, void* self);
 
     jack_client_t* m_client = nullptr;
     jack_port_t* m_in = nullptr;
+    jack_port_t* m_out = nullptr;
     std::vector<Event> m_events;
     std::vector<unsigned char> m_bytes;
     std::atomic<std::size_t> m_count{0};
+    std::atomic<unsigned char> m_key{0};
     std::atomic<int> m_overruns{0};
 };
 

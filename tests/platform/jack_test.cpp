@@ -168,6 +168,38 @@ TEST_F(JackMidiPorts, ComeBackWithTheServer)
     EXPECT_EQ(listener->stream()[0], note(3, true)[0]) << "nothing left over from before";
 }
 
+// As when the server is killed in the middle of a take.
+TEST_F(JackMidiPorts, AnOpenInputOutlivesTheServerAndIsConnectedToTheNext)
+{
+    std::optional<JackListener> player;
+    player.emplace(server);
+    RecordingSink sink;
+    auto in = midi->openInput("JACK MIDI: listener:out", sink);
+    ASSERT_TRUE(in);
+    const auto heard = [&](unsigned char key) {
+        midi->poll(clock.now());
+        player->play(key);
+        const std::vector<Bytes> messages = sink.messages();
+        return !messages.empty() && messages.back() == Bytes{0x90, key, 100};
+    };
+    EXPECT_TRUE(waitFor([&] { return heard(60); }));
+    server.kill();
+    player.reset();
+    EXPECT_TRUE(waitFor([&] { return midi->poll(clock.now()) && !client->running(); }));
+    RecordingSink second;
+    EXPECT_FALSE(midi->openInput("JACK MIDI: listener:out", second));
+
+    ASSERT_TRUE(server.start());
+    EXPECT_TRUE(waitFor([&] { return midi->poll(clock.now()) && client->running(); }));
+    player.emplace(server);
+    EXPECT_TRUE(waitFor([&] { return heard(61); }));
+    server.kill();
+    in.reset();
+    const std::size_t count = sink.messages().size();
+    midi->poll(clock.now());
+    EXPECT_EQ(sink.messages().size(), count) << "a closed input is silent";
+}
+
 TEST_F(Jack, SoundAndNewsFollowTheServer)
 {
     std::vector<std::uint64_t> news;
@@ -178,6 +210,10 @@ TEST_F(Jack, SoundAndNewsFollowTheServer)
     midi.setChangeListener(&queue);
     const std::vector<std::string> all{"Tessaro Synth", "JACK MIDI: Tessaro out", "Loopback"};
     EXPECT_EQ(midi.outputs(), all);
+    EXPECT_EQ(midi.inputs(), (std::vector<std::string>{"JACK MIDI: Tessaro in", "Computer Keyboard", "Loopback"}));
+    EXPECT_TRUE(midi.sounds(0));
+    EXPECT_FALSE(midi.sounds(1)) << "nothing is connected to it";
+    EXPECT_FALSE(midi.sounds(2) || midi.sounds(3));
     if (!midi.waitForSound(5s)) GTEST_SKIP() << midi.sentence();
     EXPECT_EQ(midi.sentence(), "Sound: JACK, 48000 Hz; MIDI: JACK.");
     const auto first = midi.openOutput(0);
@@ -189,15 +225,18 @@ TEST_F(Jack, SoundAndNewsFollowTheServer)
     EXPECT_TRUE(first->send(note(60, true), clock.now())) << "time goes on without sound";
     midi.refresh();
     EXPECT_EQ(midi.outputs(), (std::vector<std::string>{"Tessaro Synth", "Loopback"}));
-    EXPECT_TRUE(waitFor([&] { return queue.drain() > 0 && !news.empty(); }));
+    EXPECT_TRUE(waitFor([&] {
+        queue.drain();
+        return news.size() >= 2;
+    }));
 
     ASSERT_TRUE(server.start());
     EXPECT_TRUE(waitFor([&] { return midi.soundStatus().state == SoundState::playing; }));
     EXPECT_TRUE(waitFor([&] {
         queue.drain();
-        return news.size() >= 2;
+        return news.size() >= 3;
     }));
-    EXPECT_EQ(news, (std::vector<std::uint64_t>{0x8004, 0x8000}));
+    EXPECT_EQ(news, (std::vector<std::uint64_t>{0x8004, 0x8000, 0x8000}));
     midi.refresh();
     EXPECT_EQ(midi.outputs(), all);
     midi.setChangeListener(nullptr);

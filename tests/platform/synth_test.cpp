@@ -120,6 +120,20 @@ TEST_F(Synths, FollowResetsAndMasterVolume)
     EXPECT_NEAR(noteAfter({huge, {0xF0, 1}, {0xF8}, {0x90}, {0xF7}, {5, 6}}), full, full / 10) << "odd ones";
 }
 
+// The metronome's own keys lie below those of most SoundFonts.
+TEST_F(Synths, SoundDrumKeysBelowTheFontsByTheirLike)
+{
+    const auto drum = [](std::uint8_t key) {
+        return render({{100ms, {0x99, key, 90}}, {150ms, {0x99, key, 0}}, {200ms, {0x99, key, 90}}}, 500ms);
+    };
+    for (const std::uint8_t key : Bytes{21, 22}) {
+        EXPECT_GT(peakOf(drum(key)), 0.01F);
+        EXPECT_TRUE(drum(key) == drum(static_cast<std::uint8_t>(key + 12))) << "note-offs included";
+    }
+    EXPECT_FALSE(drum(21) == drum(22)) << "bar and beat differ";
+    EXPECT_LT(peakOf(drum(12)), 1e-5F) << "a key without a like";
+}
+
 TEST_F(Synths, EndTheTailInSilence)
 {
     std::string why;

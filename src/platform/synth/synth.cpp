@@ -126,14 +126,52 @@ void Synth::apply(std::span<const std::uint8_t> message) noexcept
     const int data2 = length > 2 ? message[2] & 0x7F : 0;
     fluid_synth_t* synth = m_library->synth.get();
     switch (kind) {
-    case 0x80: fluid_synth_noteoff(synth, channel, data1); break;
-    case 0x90: fluid_synth_noteon(synth, channel, data1, data2); break;
+    case 0x80: noteOff(channel, data1); break;
+    case 0x90: noteOn(channel, data1, data2); break;
     case 0xA0: fluid_synth_key_pressure(synth, channel, data1, data2); break;
     case 0xB0: fluid_synth_cc(synth, channel, data1, data2); break;
     case 0xC0: fluid_synth_program_change(synth, channel, data1); break;
     case 0xD0: fluid_synth_channel_pressure(synth, channel, data1); break;
     default: fluid_synth_pitch_bend(synth, channel, data1 | data2 << 7); break;
     }
+}
+
+void Synth::noteOn(int channel, int key, int velocity) noexcept
+{
+    if (velocity == 0) return noteOff(channel, key);
+    if (starts(channel, key, velocity) || key >= lowestDrumKey || !playsDrums(channel)) return;
+    for (const std::uint8_t like : drumKeysLike(key)) {
+        if (!starts(channel, like, velocity)) continue;
+        m_soundsAs[static_cast<std::size_t>(channel)][static_cast<std::size_t>(key)] = like;
+        return;
+    }
+}
+
+void Synth::noteOff(int channel, int key) noexcept
+{
+    fluid_synth_t* synth = m_library->synth.get();
+    fluid_synth_noteoff(synth, channel, key);
+    if (key >= lowestDrumKey) return;
+    std::uint8_t& like = m_soundsAs[static_cast<std::size_t>(channel)][static_cast<std::size_t>(key)];
+    if (like != 0) fluid_synth_noteoff(synth, channel, std::exchange(like, std::uint8_t{0}));
+}
+
+// Whether the SoundFont has a sound for the key.
+bool Synth::starts(int channel, int key, int velocity) noexcept
+{
+    const int before = voices();
+    fluid_synth_noteon(m_library->synth.get(), channel, key, velocity);
+    return voices() > before;
+}
+
+bool Synth::playsDrums(int channel) const noexcept
+{
+    constexpr int drumBank = 128;
+    int font = 0;
+    int bank = 0;
+    int program = 0;
+    fluid_synth_get_program(m_library->synth.get(), channel, &font, &bank, &program);
+    return bank == drumBank;
 }
 
 void Synth::collectSysex(std::span<const std::uint8_t> slice) noexcept

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/synth/low_drum_keys.h"
 #include "platform/synth/synth_options.h"
 
 #include <array>
@@ -14,7 +15,9 @@ namespace tessaro {
 
 /// The built-in General MIDI synth: takes MIDI bytes and renders frames. A message takes effect at the frame
 /// rendered next, so its owner renders up to the place of a message first. That place lies on a grid of 64
-/// frames. One owner thread at a time. After creation only rendering allocates, a little, inside the library.
+/// frames. Drum keys below those of General MIDI sound as their like where the SoundFont has nothing for them, so that
+/// the usual metronome is heard. One owner thread at a time. After creation only rendering allocates, a little, inside
+/// the library.
 class Synth {
 public:
     static constexpr std::size_t grid = 64; ///< frames
@@ -44,6 +47,10 @@ public:
 private:
     struct Library;
     Synth(std::unique_ptr<Library> library, const SynthOptions& options);
+    void noteOn(int channel, int key, int velocity) noexcept;
+    void noteOff(int channel, int key) noexcept;
+    bool starts(int channel, int key, int velocity) noexcept;
+    [[nodiscard]] bool playsDrums(int channel) const noexcept;
     void collectSysex(std::span<const std::uint8_t> slice) noexcept;
     void applySysex(std::span<const std::uint8_t> body) noexcept;
     void setMasterVolume(int volume14) noexcept;
@@ -56,6 +63,7 @@ private:
     std::array<std::uint8_t, 1024> m_sysex{}; ///< without 0xF0 and 0xF7; longer ones mean nothing to the synth
     std::size_t m_sysexSize = 0;
     bool m_inSysex = false;
+    std::array<std::array<std::uint8_t, lowestDrumKey>, 16> m_soundsAs{}; ///< key that sounds for another; 0 for itself
 };
 
 } // namespace tessaro
