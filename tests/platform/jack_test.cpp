@@ -168,6 +168,20 @@ TEST_F(JackMidiPorts, ComeBackWithTheServer)
     EXPECT_EQ(listener->stream()[0], note(3, true)[0]) << "nothing left over from before";
 }
 
+// As a bridge shows the program's ports of the ALSA sequencer.
+TEST_F(JackMidiPorts, DoNotTakeTheProgramsOwnForDevices)
+{
+    JackListener bridge(server);
+    const auto add = [&](const char* name) {
+        return jack_port_register(bridge.client(), name, JACK_DEFAULT_MIDI_TYPE, JackPortIsInput, 0);
+    };
+    ASSERT_TRUE(add("[129] Tessaro: out"));
+    jack_port_t* aliased = add("midi_playback_1");
+    ASSERT_TRUE(aliased);
+    jack_port_set_alias(aliased, "in-129-0-Tessaro-out");
+    EXPECT_EQ(midi->outputs(), (std::vector<std::string>{listenerDriver, "JACK MIDI: Tessaro out"}));
+}
+
 // As when the server is killed in the middle of a take.
 TEST_F(JackMidiPorts, AnOpenInputOutlivesTheServerAndIsConnectedToTheNext)
 {

@@ -22,6 +22,22 @@ constexpr std::size_t ringBytes = std::size_t{1} << 20;
 constexpr std::chrono::milliseconds longestClose{500};
 constexpr std::size_t sysexPerPeriod = 4096; ///< bytes; kind to receivers with small buffers
 
+/// Whether this is one of the program's own ports of another service, which a bridge shows here. To take it for a
+/// device would open it, and so make another one.
+bool isBridgedBack(const jack_port_t* port)
+{
+    const std::string_view own = "Tessaro";
+    const std::string_view name = jack_port_name(port);
+    if (!name.starts_with(own) && name.find(own) != name.npos) return true;
+    const auto longest = static_cast<std::size_t>(jack_port_name_size());
+    std::vector<char> first(longest);
+    std::vector<char> second(longest);
+    char* const aliases[] = {first.data(), second.data()};
+    const int count = jack_port_get_aliases(port, aliases);
+    return std::any_of(aliases, aliases + std::clamp(count, 0, 2),
+                       [&](const char* alias) { return std::string_view(alias).find(own) != std::string_view::npos; });
+}
+
 std::vector<std::string> portsOf(jack_client_t* client, unsigned long flags)
 {
     std::vector<std::string> names;
@@ -30,7 +46,7 @@ std::vector<std::string> portsOf(jack_client_t* client, unsigned long flags)
         jack_get_ports(client, nullptr, JACK_DEFAULT_MIDI_TYPE, flags), &jack_free);
     for (const char** name = ports.get(); name && *name; ++name) {
         const jack_port_t* port = jack_port_by_name(client, *name);
-        if (port && !jack_port_is_mine(client, port)) names.push_back(prefix + *name);
+        if (port && !jack_port_is_mine(client, port) && !isBridgedBack(port)) names.push_back(prefix + *name);
     }
     return names;
 }
