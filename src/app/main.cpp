@@ -43,9 +43,10 @@ int run(const StartOptions& options)
     RealClock clock;
     PlatformMidi midi(clock);
     const UiText text(strings);
-    Program program(clock, midi, store, strings, programFolders(), [&] {
+    const auto sentence = [&] {
         return deviceSentence(text, midi.soundStatus(), midi.midiServices(), clock.realtimeGranted());
-    });
+    };
+    Program program(clock, midi, store, strings, programFolders(), sentence, &midi.typedKeys());
     choose(program, options);
     midi.setChangeListener(&program.queue());
     const int result = program.start(options.document) ? QApplication::exec() : 1;

@@ -7,7 +7,7 @@
 namespace tessaro {
 
 Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& strings, const ProgramFolders& folders,
-                 std::function<QString()> deviceSentence)
+                 std::function<QString()> deviceSentence, TypedKeys* typedKeys)
     : m_text(strings)
     , m_toolkitTexts(m_text)
     , m_icons(folders.icons)
@@ -36,9 +36,9 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
     m_smc.setMainWindow(&m_queue);
     m_panel.setMainFrame(&m_queue);
     m_transport.setPanel(&m_panel);
-    m_windows.setMaker([this, &store, sentence = std::move(deviceSentence)] {
+    m_windows.setMaker([this, &store, sentence = std::move(deviceSentence), typedKeys] {
         return std::make_unique<CMainFrame>(FrameParts{m_app, m_document, m_panel, m_smc, m_messages, store, m_user,
-                                                       m_text, m_theme, m_icons, sentence});
+                                                       m_text, m_theme, m_icons, sentence, m_devices, typedKeys});
     });
 }
 

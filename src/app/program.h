@@ -31,6 +31,8 @@
 
 namespace tessaro {
 
+class TypedKeys;
+
 /// The folders that the program works with.
 struct ProgramFolders {
     std::string appDirectory; ///< with a slash at its end
@@ -43,8 +45,9 @@ struct ProgramFolders {
 /// wiring plays in real and in simulated time.
 class Program {
 public:
+    /// `typedKeys` is the input that the computer's keyboard plays, null for none.
     Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& strings, const ProgramFolders& folders,
-            std::function<QString()> deviceSentence);
+            std::function<QString()> deviceSentence, TypedKeys* typedKeys = nullptr);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;

@@ -87,18 +87,18 @@ protected:
 
 TEST_F(StoredTest, PlacementHoldsForOneScreenAndOnlyWhole)
 {
-    EXPECT_FALSE(loadPlacement(store, 1920, 1080));
+    EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, 1920, 1080));
     const WindowPlacement place{.left = -20, .top = 0, .right = 1000, .bottom = 700, .maximized = true};
-    savePlacement(store, place, 1920, 1080);
-    EXPECT_EQ(loadPlacement(store, 1920, 1080), place);
-    EXPECT_FALSE(loadPlacement(store, 1920, 1200));
-    EXPECT_FALSE(loadPlacement(store, 1280, 1080));
+    savePlacement(store, PlacedWindow::main, place, 1920, 1080);
+    EXPECT_EQ(loadPlacement(store, PlacedWindow::main, 1920, 1080), place);
+    EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, 1920, 1200));
+    EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, 1280, 1080));
     for (const char* key : {"Main Flags", "Main ShowCmd", "Main Rect Left", "Main Rect Bottom"}) {
-        savePlacement(store, place, 1920, 1080);
+        savePlacement(store, PlacedWindow::main, place, 1920, 1080);
         store.remove("Window Placement", key);
-        EXPECT_FALSE(loadPlacement(store, 1920, 1080)) << key;
+        EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, 1920, 1080)) << key;
         store.setInt("Window Placement", key, -3000);
-        EXPECT_FALSE(loadPlacement(store, 1920, 1080)) << key;
+        EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, 1920, 1080)) << key;
     }
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/frame/frame_actions.h"
 
+#include "views/frame/panel_dock.h"
 #include "views/text/ui_text.h"
 #include "views/theme/icons.h"
 #include "views/theme/theme.h"
@@ -12,7 +13,8 @@
 namespace tessaro {
 
 FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& text)
-    : appearance(&window)
+    : panelPlace(&window)
+    , appearance(&window)
     , language(&window)
     , m_text(text)
 {
@@ -34,10 +36,30 @@ FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& te
         {quit, TextId::commandQuit, nullptr, QKeySequence(Qt::CTRL | Qt::Key_Q)},
         {play, TextId::commandPlay, "play", QKeySequence(Qt::Key_Space)},
         {stop, TextId::commandStop, "stop", QKeySequence(Qt::Key_Period)},
+        {record, TextId::commandRecord, "record", QKeySequence(Qt::Key_R)},
         {top, TextId::commandTop, "top", QKeySequence(Qt::Key_Home)},
+        {end, TextId::commandEnd, "end", QKeySequence(Qt::Key_End)},
         {back, TextId::commandBack, nullptr, QKeySequence(Qt::Key_Escape)},
+        {goTo, TextId::commandGoTo, nullptr, QKeySequence(Qt::CTRL | Qt::Key_G)},
+        {rewind, TextId::commandRewind, "rewind", QKeySequence(Qt::CTRL | Qt::Key_Left)},
+        {forward, TextId::commandForward, "forward", QKeySequence(Qt::CTRL | Qt::Key_Right)},
+        {fastForward, TextId::commandFastForward, "fastforward", QKeySequence(Qt::Key_F)},
         {loop, TextId::commandLoop, "loop", QKeySequence(Qt::Key_L)},
+        {loopTrack, TextId::commandLoopTrack, nullptr, QKeySequence(Qt::SHIFT | Qt::Key_L)},
         {metronome, TextId::commandMetronome, "metronome", QKeySequence(Qt::Key_K)},
+        {tempoUp, TextId::commandTempoUp, nullptr, QKeySequence(Qt::CTRL | Qt::Key_Up)},
+        {tempoDown, TextId::commandTempoDown, nullptr, QKeySequence(Qt::CTRL | Qt::Key_Down)},
+        {tempoReset, TextId::commandTempoReset, nullptr, QKeySequence(Qt::CTRL | Qt::Key_0)},
+        {transposeUp, TextId::commandTransposeUp, nullptr, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Up)},
+        {transposeDown, TextId::commandTransposeDown, nullptr, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Down)},
+        {midiChase, TextId::commandMidiChase, "midichase", QKeySequence(Qt::Key_C)},
+        {viewChase, TextId::commandViewChase, "viewchase", QKeySequence(Qt::Key_V)},
+        {midiSync, TextId::commandMidiSync, nullptr, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y)},
+        {stepStrip, TextId::stepTitle, nullptr, QKeySequence(Qt::CTRL | Qt::Key_I)},
+        {keyboard, TextId::commandKeyboard, "keyboard", QKeySequence(Qt::CTRL | Qt::Key_K)},
+        {systemSetup, TextId::commandSystemSetup, nullptr, QKeySequence(Qt::CTRL | Qt::Key_Comma)},
+        {recordSettings, TextId::commandRecordSettings, nullptr, QKeySequence(Qt::CTRL | Qt::Key_R)},
+        {metronomeSettings, TextId::commandMetronomeSettings, nullptr, QKeySequence(Qt::SHIFT | Qt::Key_K)},
         {keys, TextId::commandKeys, nullptr, QKeySequence(Qt::Key_F1)},
         {about, TextId::commandAbout, nullptr, {}},
     };
@@ -49,8 +71,19 @@ FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& te
         m_named.emplace_back(&row.action, row.name);
     }
     redo.setShortcuts({redo.shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
-    for (QAction* action : {&play, &loop, &metronome}) action->setCheckable(true);
+    const auto alsoWithShift = [](QAction& action, Qt::Key key) { // by bars
+        action.setShortcuts({action.shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | key)});
+    };
+    alsoWithShift(rewind, Qt::Key_Left);
+    alsoWithShift(forward, Qt::Key_Right);
+    fastForward.setRepeating(false);
+    const auto switches = {&play,      &record,    &loop,     &metronome, static_cast<QAction*>(&fastForward),
+                           &midiChase, &viewChase, &midiSync, &stepStrip, &keyboard};
+    for (QAction* action : switches) action->setCheckable(true);
 
+    addChoice(panelPlace, TextId::panelTop, static_cast<int>(PanelPlace::top));
+    addChoice(panelPlace, TextId::panelBottom, static_cast<int>(PanelPlace::bottom));
+    addChoice(panelPlace, TextId::panelFloating, static_cast<int>(PanelPlace::floating));
     addChoice(appearance, TextId::appearanceDesktop, static_cast<int>(Appearance::desktop));
     addChoice(appearance, TextId::appearanceLight, static_cast<int>(Appearance::light));
     addChoice(appearance, TextId::appearanceDark, static_cast<int>(Appearance::dark));
@@ -94,14 +127,26 @@ void FrameActions::fillMenuBar(QMenuBar& bar)
     edit->addActions({&trackUp, &trackDown});
 
     QMenu* transport = add(bar, TextId::menuTransport);
-    transport->addActions({&play, &stop, &top, &back});
+    transport->addActions({&play, &stop, &record});
     transport->addSeparator();
-    transport->addActions({&loop, &metronome});
+    transport->addActions({&top, &end, &back, &goTo, &rewind, &forward, &fastForward});
+    transport->addSeparator();
+    transport->addActions({&loop, &loopTrack, &metronome});
+    QMenu* tempo = add(*transport, TextId::menuTempo);
+    tempo->addActions({&tempoUp, &tempoDown, &tempoReset});
+    tempo->addSeparator();
+    tempo->addActions({&transposeUp, &transposeDown});
+    transport->addSeparator();
+    transport->addActions({&midiChase, &viewChase, &midiSync});
 
     QMenu* view = add(bar, TextId::menuView);
+    view->addActions({&keyboard, &stepStrip});
+    view->addSeparator();
+    add(*view, TextId::menuPanel)->addActions(panelPlace.actions());
     add(*view, TextId::menuAppearance)->addActions(appearance.actions());
     add(*view, TextId::menuLanguage)->addActions(language.actions());
 
+    add(bar, TextId::menuSettings)->addActions({&systemSetup, &recordSettings, &metronomeSettings});
     add(bar, TextId::menuHelp)->addActions({&keys, &about});
     retranslate();
 }
@@ -124,6 +169,15 @@ void FrameActions::setHistory(std::optional<QString> undoTitle, std::optional<QS
     showHistory();
 }
 
+void FrameActions::setEditing(bool possible)
+{
+    if (possible == m_editing) return;
+    m_editing = possible;
+    for (QAction* action : {&newSong, &open, &trackUp, &trackDown}) action->setEnabled(possible);
+    m_recentMenu->setEnabled(possible);
+    showHistory();
+}
+
 void FrameActions::showHistory()
 {
     const auto show = [this](QAction& action, const std::optional<QString>& title, TextId name, TextId key,
@@ -131,7 +185,7 @@ void FrameActions::showHistory()
         const auto line = [](const QString& command, QString step) {
             return QStringLiteral("%1 %2").arg(command, step.replace(QLatin1Char('&'), QLatin1String("&&")));
         };
-        action.setEnabled(title.has_value());
+        action.setEnabled(title && m_editing);
         action.setText(title ? line(m_text(name), *title) + m_text(key) : m_text(nothing));
         action.setIconText(title ? QStringLiteral("%1 %2").arg(m_text.plain(name), *title) : m_text.plain(name));
     };
@@ -149,6 +203,7 @@ QString FrameActions::keyTable() const
         if (!action->shortcut().isEmpty())
             addRow(m_text.plain(name), action->shortcut().toString(QKeySequence::NativeText));
     addRow(m_text.plain(TextId::commandEditCell), QStringLiteral("F2"));
+    addRow(m_text.plain(TextId::commandArm), QStringLiteral("A"));
     addRow(m_text.plain(TextId::commandMute), QStringLiteral("M"));
     addRow(m_text.plain(TextId::commandSolo), QStringLiteral("S"));
     return table + QStringLiteral("</table>");

@@ -10,11 +10,13 @@ namespace tessaro {
 class CCnpWindow;
 class CTR9App;
 class CTR9Doc;
+class DevicePort;
 class Icons;
 class RealtimeMessages;
 class SettingsStore;
 class Smc;
 class Theme;
+class TypedKeys;
 class UiText;
 class WindowUser;
 
@@ -31,6 +33,8 @@ struct FrameParts {
     Theme& theme;
     const Icons& icons;
     std::function<QString()> deviceSentence; ///< which sound and MIDI ways are in use
+    DevicePort& devices;
+    TypedKeys* typedKeys = nullptr; ///< what the computer's keyboard plays; null for none
 };
 
 } // namespace tessaro

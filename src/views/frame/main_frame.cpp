@@ -6,8 +6,8 @@
 #include "core/doc/tr9doc.h"
 #include "core/edit/hint_board.h"
 #include "core/ports/settings_store.h"
-#include "realtime/loom/loom.h"
 #include "realtime/transport/realtime_messages.h"
+#include "views/frame/panel_dock.h"
 #include "views/frame/user_settings.h"
 #include "views/frame/window_placement.h"
 #include "views/frame/window_user.h"
@@ -34,19 +34,21 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSplitter>
-#include <QStackedWidget>
+#include <QStatusBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace tessaro {
 namespace {
 
-constexpr int panelInterval = 100; // ms
-constexpr int followInterval = 33;
+constexpr int busyInterval = 100; // ms
 constexpr int deviceInterval = 2000;
-constexpr int copyInterval = 1000;         ///< between two looks whether a copy of unsaved work is due
-constexpr std::uint32_t longestStep = 960; ///< ticks between two looks at the lights, unless the position jumped
+constexpr int copyInterval = 1000;                   ///< between two looks whether a copy of unsaved work is due
+constexpr std::uint32_t leastMeasures = 8;           ///< that the overview shows
+constexpr std::uint32_t longestOverview = 1U << 30U; ///< ticks
 constexpr QSize usualSize(1280, 800);
-constexpr int listWidth = 432;
+constexpr int listWidth = 460;
 
 /// The local file that is dragged; empty for anything else.
 QString draggedFile(const QMimeData* data)
@@ -60,6 +62,7 @@ CMainFrame::CMainFrame(const FrameParts& parts)
     : m_parts(parts)
     , m_actions(*this, parts.icons, parts.text)
     , m_files(*this, m_parts)
+    , m_setup(*this, m_parts)
     , m_tracks(m_parts.document.GetEditor(), parts.text)
     , m_table(parts.text)
 {
@@ -71,13 +74,12 @@ CMainFrame::CMainFrame(const FrameParts& parts)
     connectChoices();
     connectTracks();
     connectFiles();
+    connectPanel();
 
-    connect(&m_panelTimer, &QTimer::timeout, this, [this] { m_parts.panel.timer(); });
-    connect(&m_followTimer, &QTimer::timeout, this, [this] { followPlay(static_cast<int>(m_sinceFollow.restart())); });
     connect(&m_deviceTimer, &QTimer::timeout, this, [this] { showDevices(); });
     connect(&m_refreshTimer, &QTimer::timeout, this, [this] {
         if (m_status->busy())
-            m_refreshTimer.start(panelInterval);
+            m_refreshTimer.start(busyInterval);
         else
             refreshSong();
     });
@@ -90,7 +92,6 @@ CMainFrame::CMainFrame(const FrameParts& parts)
 
     m_parts.user.setWindow(this);
     m_parts.user.onStatus = [this](const QString& sentence) { m_status->setNews(sentence); };
-    m_parts.panel.setObserver(this);
     editor().addObserver(this);
     retranslate();
     refreshSong();
@@ -100,7 +101,6 @@ CMainFrame::CMainFrame(const FrameParts& parts)
 CMainFrame::~CMainFrame()
 {
     editor().removeObserver(this);
-    m_parts.panel.setObserver(nullptr);
     m_parts.user.setWindow(nullptr);
     m_parts.user.onStatus = nullptr;
 }
@@ -110,33 +110,33 @@ CEditor& CMainFrame::editor() const { return m_parts.document.GetEditor(); }
 void CMainFrame::layOut()
 {
     auto* body = new QWidget(this);
-    m_bar = new TransportBar(m_parts.icons,
-                             {m_actions.top, m_actions.play, m_actions.stop, m_actions.loop, m_actions.metronome,
-                              m_actions.undo, m_actions.redo},
-                             m_parts.text, body);
-    m_stack = new QStackedWidget(body);
+    FrameActions& a = m_actions;
+    m_bar = new TransportBar(m_parts.icons, {a.top,        a.rewind,      a.play,          a.stop,    a.record,
+                                             a.forward,    a.fastForward, a.end,           a.tempoUp, a.tempoDown,
+                                             a.tempoReset, a.transposeUp, a.transposeDown, a.loop,    a.metronome,
+                                             a.midiChase,  a.viewChase,   a.midiSync,      a.undo,    a.redo},
+                             m_parts.text);
+    m_panelDock = new PanelDock(*this, m_bar, m_parts.store);
     m_empty = new EmptyHint(m_parts.icons.icon(QStringLiteral("song")));
-    m_pane = new TrackPane(m_table);
-    m_status = new StatusLine(m_parts.icons, body);
+    m_pane = new TrackPane(m_table, m_empty);
+    m_status = new StatusLine(m_parts.icons);
     m_recovery = new RecoveryPanel(m_parts.icons, m_parts.text, body);
-    m_stack->addWidget(m_empty);
-    m_stack->addWidget(m_pane);
 
     auto* layout = new QVBoxLayout(body);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(m_bar);
     layout->addWidget(m_recovery);
-    layout->addWidget(m_stack, 1);
-    layout->addWidget(m_status);
+    layout->addWidget(m_pane, 1);
     setCentralWidget(body);
+    statusBar()->setSizeGripEnabled(false);
+    statusBar()->addWidget(m_status, 1);
+    setContextMenuPolicy(Qt::NoContextMenu); // of the docks
     resize(usualSize);
     m_pane->splitter().setSizes({listWidth, usualSize.width() - listWidth});
 }
 
 void CMainFrame::connectActions()
 {
-    CCnpWindow& panel = m_parts.panel;
     const auto on = [this](QAction& action, auto work) { connect(&action, &QAction::triggered, this, work); };
     on(m_actions.newSong, [this] { m_files.newSong(); });
     on(m_actions.open, [this] { m_files.askAndOpen(); });
@@ -147,15 +147,11 @@ void CMainFrame::connectActions()
     on(m_actions.trackUp, [this] { moveTrack(-1); });
     on(m_actions.trackDown, [this] { moveTrack(1); });
     on(m_actions.quit, [this] { close(); });
-    on(m_actions.play, [this, &panel] {
-        panel.SpaceKey();
-        stateChanged(); // the button follows the song, not the click
-    });
-    on(m_actions.stop, [&panel] { panel.Stop(); });
-    on(m_actions.top, [&panel] { panel.Top(); });
-    on(m_actions.back, [&panel] { panel.ESCKey(); });
-    on(m_actions.loop, [this] { toggleLoop(); });
-    on(m_actions.metronome, [&panel] { panel.ShortCutMETRONOMEClicked(); });
+    on(m_actions.systemSetup, [this] { m_setup.systemSetup(); });
+    on(m_actions.recordSettings, [this] { m_setup.recordSettings(); });
+    on(m_actions.metronomeSettings, [this] { m_setup.metronomeSettings(); });
+    m_setup.isBusy = [this] { return m_status->busy(); };
+    m_setup.portNames = [this] { return portNames(); };
     on(m_actions.keys, [this] {
         QMessageBox(QMessageBox::NoIcon, m_parts.text.plain(TextId::commandKeys), m_actions.keyTable(),
                     QMessageBox::Close, this)
@@ -170,6 +166,24 @@ void CMainFrame::connectActions()
             [this] { m_files.fillRecentMenu(m_actions.recentMenu()); });
 }
 
+void CMainFrame::connectPanel()
+{
+    m_transport.emplace(m_parts, m_actions, *m_bar);
+    m_transport->isBusy = [this] { return m_status->busy(); };
+    m_transport->selectedTrack = [this] {
+        const QModelIndex current = m_pane->list().currentIndex();
+        return current.isValid() ? m_table.row(current).track : 0;
+    };
+    m_follower.emplace(m_parts, PanelFollower::Places{m_actions, *m_bar, *m_pane, m_table, *m_status});
+    m_follower->onState = [this] { panelChanged(); };
+    m_follower->onLongTake = [this] {
+        m_leastEnd = std::min(m_pane->overview().end(), longestOverview) * 2;
+        refreshSong();
+    };
+    m_keyboard.emplace(*this, m_parts, m_actions.keyboard);
+    m_steps.emplace(*this, m_parts, m_actions.stepStrip);
+}
+
 void CMainFrame::connectChoices()
 {
     UserSettings settings(m_parts.store);
@@ -180,6 +194,10 @@ void CMainFrame::connectChoices()
         UserSettings(m_parts.store).setAppearance(appearance);
         m_parts.theme.setAppearance(appearance);
     });
+    connect(&m_actions.panelPlace, &QActionGroup::triggered, this,
+            [this](const QAction* action) { m_panelDock->setPlace(static_cast<PanelPlace>(action->data().toInt())); });
+    connect(m_panelDock, &PanelDock::topLevelChanged, this, [this] { showPanelPlace(); });
+    connect(m_panelDock, &PanelDock::dockLocationChanged, this, [this] { showPanelPlace(); });
     connect(&m_actions.language, &QActionGroup::triggered, this, [this](const QAction* action) {
         UserSettings store(m_parts.store);
         store.setLanguageNumber(action->data().toInt());
@@ -190,6 +208,7 @@ void CMainFrame::connectChoices()
 
 void CMainFrame::connectTracks()
 {
+    m_table.onRecord = [this](int track, bool on) { arm(track, on); };
     m_table.onMute = [this](int track, bool on) { m_tracks.setMute(track, on); };
     m_table.onSolo = [this](int track, bool on) { m_tracks.setSolo(track, on); };
     m_table.onName = [this](int track, const QString& name) { m_tracks.setName(track, name); };
@@ -199,10 +218,8 @@ void CMainFrame::connectTracks()
         showState();
     };
     m_table.portNames = [this] { return portNames(); };
-    m_pane->overview().onLocate = [this](std::uint32_t tick) {
-        if (!m_status->busy()) m_parts.panel.SetLocation(static_cast<long>(tick));
-    };
-    m_pane->overview().onLoop = [this](std::uint32_t start, std::uint32_t end) { markLoop(start, end); };
+    m_pane->overview().onLocate = [this](std::uint32_t tick) { m_transport->locate(tick); };
+    m_pane->overview().onLoop = [this](std::uint32_t start, std::uint32_t end) { m_transport->markLoop(start, end); };
 }
 
 // Files
@@ -229,7 +246,8 @@ void CMainFrame::offerRecovery(std::unique_ptr<RecoveryList> songs)
 
 void CMainFrame::openRecovered(std::size_t index)
 {
-    m_files.recover(*m_recoverable, index);
+    const std::string take = m_recoverable->songs()[index].take;
+    if (m_files.recover(*m_recoverable, index) && !take.empty()) m_parts.panel.recorder().restore(take);
     showRecovery();
 }
 
@@ -285,37 +303,34 @@ void CMainFrame::refreshSong()
     m_refreshTimer.stop();
     const CEditor& song = editor();
     std::vector<TrackRow> rows = trackRows(song);
-    const std::uint32_t end = song.GetTimeEnd();
+    if (m_parts.panel.recorder().state() != RecState::recording) m_leastEnd = 0;
+    const std::uint32_t end = std::max({song.GetTimeEnd(), song.MeasToTime({leastMeasures, 0, 0}), m_leastEnd});
     std::vector<Miniature> miniatures;
-    m_starts.clear();
+    std::vector<NoteStarts> starts;
     for (const TrackRow& row : rows) {
         miniatures.emplace_back(*song.song().trk(row.track), end);
-        m_starts.emplace_back(*song.song().trk(row.track));
+        starts.emplace_back(*song.song().trk(row.track));
     }
     SongOverview::Measures measures;
     measures.top = [&song](std::uint32_t measure) { return song.MeasToTime({measure, 0, 0}); };
     measures.nearest = [&song](std::uint32_t tick) { return song.GetMeasTime(tick); };
     _EDT_MEAS last;
-    song.TimeToMeas(end > 0 ? end - 1 : 0, last);
+    song.TimeToMeas(end - 1, last);
     measures.count = last.meas;
 
-    m_lights.clear();
-    m_stack->setCurrentIndex(rows.empty() ? 0 : 1);
-    if (!m_recovery->isAncestorOf(focusWidget())) focusSong();
     m_pane->overview().setSong(rows, std::move(miniatures), end, std::move(measures));
     m_table.setRows(std::move(rows));
-    m_table.setLights(m_lights);
     showState();
-    stateChanged();
-    showPosition(m_parts.panel.GetLocation());
+    m_follower->setSong(std::move(starts), end);
+    if (!m_recovery->isAncestorOf(focusWidget())) focusSong();
 }
 
 void CMainFrame::focusSong()
 {
-    if (m_stack->currentIndex() == 0)
-        m_empty->button().setFocus();
-    else if (!m_pane->isAncestorOf(focusWidget()))
-        m_pane->list().setFocus();
+    if (m_pane->isAncestorOf(focusWidget())) return;
+    m_pane->list().setFocus();
+    if (!m_pane->list().currentIndex().isValid())
+        m_pane->list().setCurrentIndex(m_table.index(0, static_cast<int>(TrackColumn::name)));
 }
 
 void CMainFrame::refreshRows()
@@ -336,7 +351,10 @@ void CMainFrame::onHint(const HintObserver*, int code, CEditor*)
     case hint::trkCh:
     case hint::trkPort:
     case hint::allTrkPort: refreshRows(); break;
-    case hint::sysSetupChng: showDevices(); break;
+    case hint::sysSetupChng:
+        showDevices();
+        m_keyboard->devicesChanged();
+        break;
     case hint::dispReq: showState(); [[fallthrough]];
     default:
         if (!m_refreshTimer.isActive()) m_refreshTimer.start(0);
@@ -355,7 +373,7 @@ void CMainFrame::moveTrack(int step)
     m_pane->list().finishEditing();
     const QModelIndex current = m_pane->list().currentIndex();
     const QModelIndex other = current.siblingAtRow(current.row() + step);
-    if (m_status->busy() || !other.isValid()) return;
+    if (m_status->busy() || m_parts.document.IsRecording() || !other.isValid()) return;
     m_tracks.move(m_table.row(current).track, m_table.row(other).track);
     m_pane->list().setCurrentIndex(other);
 }
@@ -384,131 +402,58 @@ void CMainFrame::showTitle()
 /// Says in the status line what came in, unless something more important stands there.
 void CMainFrame::announceSong()
 {
-    if (m_table.rows().empty() || !m_status->news().isEmpty()) return;
+    const auto used = std::ranges::count_if(m_table.rows(), [](const TrackRow& row) { return row.used; });
+    if (used == 0 || !m_status->news().isEmpty()) return;
     const std::uint32_t end = editor().GetTimeEnd();
     _EDT_MEAS last;
     editor().TimeToMeas(end > 0 ? end - 1 : 0, last);
     m_status->setNews(m_parts.text(TextId::songLoaded)
-                          .arg(m_table.rows().size())
+                          .arg(used)
                           .arg(last.meas)
                           .arg(utf8Text(clockText(editor().TimeToMsecond(end)))));
 }
 
-// The transport
-
-void CMainFrame::stateChanged()
+void CMainFrame::showPanelPlace()
 {
-    m_actions.play.setChecked(m_parts.panel.GetPlayBtn());
-    m_actions.metronome.setChecked(m_parts.panel.GetMetronome());
-    SongOverview::Loop loop;
-    loop.on = m_parts.panel.GetLoop(loop.start, loop.end);
-    m_actions.loop.setChecked(loop.on);
-    m_pane->overview().setLoop(loop);
+    FrameActions::choose(m_actions.panelPlace, static_cast<int>(m_panelDock->place()));
 }
 
-void CMainFrame::toggleLoop()
+// Recording
+
+/// The panel's buttons stand as they should already.
+void CMainFrame::panelChanged()
 {
-    std::uint32_t start = 0;
-    std::uint32_t end = 0;
-    m_parts.panel.GetLoop(start, end);
-    if (start == end) m_parts.panel.SetLoop(0, editor().GetTimeEnd()); // all of the song until one is marked
-    m_parts.panel.ShortCutLoopClicked();
-    stateChanged();
+    m_actions.setEditing(!m_parts.document.IsRecording());
+    m_pane->showHint(isEmpty());
 }
 
-void CMainFrame::markLoop(std::uint32_t start, std::uint32_t end)
+bool CMainFrame::isEmpty() const
 {
-    std::uint32_t oldStart = 0;
-    std::uint32_t oldEnd = 0;
-    const bool on = m_parts.panel.GetLoop(oldStart, oldEnd);
-    m_parts.panel.SetLoop(start, end);
-    if (!on) m_parts.panel.ShortCutLoopClicked();
+    const auto used = [](const TrackRow& row) { return row.used; };
+    return std::ranges::none_of(m_table.rows(), used) && !m_parts.panel.GetPlayBtn()
+        && m_parts.panel.recorder().state() != RecState::recording;
 }
 
-void CMainFrame::locationShown(std::uint32_t tick)
+void CMainFrame::arm(int track, bool on)
 {
-    m_countingIn = false;
-    showPosition(tick);
-}
-
-void CMainFrame::textShown(const std::string& text)
-{
-    m_countingIn = true;
-    m_bar->setLocation(utf8Text(text));
-}
-
-void CMainFrame::tempoShown(int) { showPosition(m_parts.panel.GetLocation()); }
-
-void CMainFrame::showPosition(std::uint32_t tick)
-{
-    const CEditor& song = editor();
-    _EDT_MEAS place;
-    _EDT_MEASINFO measure;
-    _EDT_TIMEINFO tempo;
-    song.TimeToMeas(tick, place);
-    song.GetMeasInfo(place.meas, measure);
-    song.GetTimeInfo(tick, tempo);
-    const int relative = 1000 + m_parts.smc.loom().getLoomRelativeTempo();
-    const auto real =
-        static_cast<std::uint32_t>(std::uint64_t{tempo.tempo} * 1000 / static_cast<unsigned>(std::max(relative, 1)));
-    m_bar->setLocation(utf8Text(locationText(place)));
-    m_bar->setClock(utf8Text(clockText(song.TimeToMsecond(tick))));
-    m_bar->setTempo(utf8Text(tempoText(real)));
-    m_bar->setSignature(utf8Text(signatureText(measure.num, measure.den)));
-    m_pane->overview().setPosition(tick);
-}
-
-void CMainFrame::timerWanted(bool on)
-{
-    if (on) {
-        m_lightTick = m_parts.smc.smcGetPlayCount();
-        m_sinceFollow.start();
-        m_panelTimer.start(panelInterval);
-        m_followTimer.start(followInterval);
-    } else {
-        m_panelTimer.stop();
-        m_followTimer.stop();
-        m_lights.clear();
-        m_table.setLights(m_lights);
-    }
-}
-
-void CMainFrame::followPlay(int milliseconds)
-{
-    if (m_status->busy() || m_countingIn) return;
-    const std::uint32_t now = m_parts.smc.smcGetPlayCount();
-    showPosition(now);
-    if (now < m_lightTick || now - m_lightTick > longestStep) m_lightTick = now; // it jumped
-    m_lights.fade(milliseconds);
-    const std::vector<TrackRow>& rows = m_table.rows();
-    for (std::size_t r = 0; r < rows.size(); ++r) {
-        if (!rows[r].sounding) continue;
-        if (const int loudest = m_starts[r].loudest(m_lightTick, now + 1); loudest > 0)
-            m_lights.strike(rows[r].track, loudest);
-    }
-    m_lightTick = now + 1;
-    m_table.setLights(m_lights);
-}
-
-void CMainFrame::busy(bool on)
-{
-    if (on)
-        QApplication::setOverrideCursor(Qt::WaitCursor);
-    else
-        QApplication::restoreOverrideCursor();
+    m_tracks.setRecord(track, on);
+    m_parts.app.UpdateMidiThru();
+    if (on && m_keyboard->offer()) m_status->setNews(m_parts.text(TextId::keyboardNoInput));
 }
 
 // The window
 
 void CMainFrame::handle(const Message& message)
 {
-    if (m_parts.messages.handle(message)) return;
+    if (m_parts.messages.handle(message)) {
+        if (message.id == msg::recordError) m_status->setNews(m_parts.text(TextId::midiReceiveError));
+        return;
+    }
     if (message.id != msg::devicesChanged) return;
-    if (m_status->busy()) {
+    if (m_status->busy() || m_setup.isSystemSetupShown()) {
         QTimer::singleShot(deviceInterval, this, [this, message] { handle(message); });
         return;
     }
-    stopPlay();
     m_parts.app.OnDeviceChange(message.wParam);
     showDevices();
 }
@@ -529,13 +474,14 @@ QStringList CMainFrame::portNames() const
 void CMainFrame::showInPlace()
 {
     const QSize desk = screen()->size();
-    if (const auto place = loadPlacement(m_parts.store, desk.width(), desk.height())) {
+    if (const auto place = loadPlacement(m_parts.store, PlacedWindow::main, desk.width(), desk.height())) {
         setGeometry(QRect(place->left, place->top, place->right - place->left, place->bottom - place->top));
         if (place->maximized) setWindowState(windowState() | Qt::WindowMaximized);
     } else {
         resize(usualSize.boundedTo(screen()->availableSize()));
     }
     show();
+    m_panelDock->restorePlace();
     announceSong();
 }
 
@@ -548,13 +494,14 @@ void CMainFrame::closeEvent(QCloseEvent* event)
     m_parts.panel.Stop();
     const QSize desk = screen()->size();
     const QRect place = isMaximized() ? normalGeometry() : geometry();
-    savePlacement(m_parts.store,
+    savePlacement(m_parts.store, PlacedWindow::main,
                   {.left = place.x(),
                    .top = place.y(),
                    .right = place.x() + place.width(),
                    .bottom = place.y() + place.height(),
                    .maximized = isMaximized()},
                   desk.width(), desk.height());
+    m_panelDock->savePlace();
     event->accept();
 }
 
@@ -563,12 +510,15 @@ void CMainFrame::retranslate()
     m_parts.theme.setJapanese(m_parts.text.language() == Language::japanese);
     m_actions.retranslate();
     m_bar->retranslate();
+    m_panelDock->setWindowTitle(m_parts.text(TextId::controlPanel));
+    m_keyboard->retranslate();
+    m_steps->retranslate();
     m_table.retranslate();
     m_pane->list().fitColumns();
     m_pane->list().setAccessibleName(m_parts.text(TextId::paneTracks));
     m_pane->overview().setAccessibleName(m_parts.text(TextId::paneOverview));
     m_pane->overview().setToolTip(m_parts.text(TextId::tipOverview));
-    m_empty->setSentence(m_parts.text(TextId::emptySong));
+    m_empty->setSentence(m_parts.text(TextId::emptySongRecord));
     m_empty->button().setText(m_parts.text(TextId::commandOpen));
     m_recovery->retranslate();
     showRecovery();

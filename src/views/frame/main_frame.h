@@ -3,31 +3,29 @@
 
 #include "base/messages.h"
 #include "core/ports/hint_observer.h"
-#include "realtime/transport/cnp_window.h"
 #include "views/frame/file_commands.h"
 #include "views/frame/frame_actions.h"
 #include "views/frame/frame_parts.h"
+#include "views/frame/keyboard_control.h"
+#include "views/frame/panel_follower.h"
+#include "views/frame/setup_commands.h"
 #include "views/frame/status_line.h"
+#include "views/frame/step_control.h"
 #include "views/frame/track_commands.h"
-#include "views/tracks/lights.h"
-#include "views/tracks/note_starts.h"
+#include "views/frame/transport_commands.h"
 #include "views/tracks/track_list_model.h"
 
-#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
 
-#include <functional>
 #include <memory>
-#include <string>
-#include <vector>
-
-class QStackedWidget;
+#include <optional>
 
 namespace tessaro {
 
 class CEditor;
 class EmptyHint;
+class PanelDock;
 class RecoveryList;
 class RecoveryPanel;
 class TrackPane;
@@ -36,7 +34,7 @@ class TransportBar;
 /// The one main window: commands, the transport strip, the tracks beside the overview of the song, the status line.
 /// It shows the document's song and follows the editor's hints and the control panel; edits go to the editor.
 /// User interface thread.
-class CMainFrame : public QMainWindow, public HintObserver, public CnpObserver {
+class CMainFrame : public QMainWindow, public HintObserver {
 public:
     explicit CMainFrame(const FrameParts& parts);
     ~CMainFrame() override;
@@ -56,7 +54,7 @@ public:
     /// A message from the engine or the devices.
     void handle(const Message& message);
     /// Shows where the song is by now, this many milliseconds after the last call.
-    void followPlay(int milliseconds);
+    void followPlay(int milliseconds) { m_follower->follow(milliseconds); }
     /// Offers the songs that were not saved; nothing for an empty list.
     void offerRecovery(std::unique_ptr<RecoveryList> songs);
     /// Shows name, mark and history as they are by now.
@@ -67,17 +65,13 @@ public:
     [[nodiscard]] StatusLine& statusLine() const { return *m_status; }
     [[nodiscard]] TrackPane& trackPane() const { return *m_pane; }
     [[nodiscard]] TransportBar& transportBar() const { return *m_bar; }
+    [[nodiscard]] PanelDock& panelDock() const { return *m_panelDock; }
+    [[nodiscard]] KeyboardControl& keyboard() { return *m_keyboard; }
+    [[nodiscard]] StepControl& steps() { return *m_steps; }
     [[nodiscard]] FrameActions& actions() { return m_actions; }
     [[nodiscard]] TrackListModel& trackModel() { return m_table; }
 
     void onHint(const HintObserver* sender, int code, CEditor* editor) override;
-
-    void stateChanged() override;
-    void locationShown(std::uint32_t tick) override;
-    void textShown(const std::string& text) override;
-    void tempoShown(int tempo) override;
-    void timerWanted(bool on) override;
-    void busy(bool on) override;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -87,18 +81,21 @@ protected:
 private:
     void layOut();
     void connectActions();
+    void connectPanel();
     void connectChoices();
     void connectTracks();
     void connectFiles();
     void refreshSong();
     void refreshRows();
-    void showPosition(std::uint32_t tick);
+    /// Whether the song has nothing to show or to play.
+    [[nodiscard]] bool isEmpty() const;
+    void panelChanged();
     void showTitle();
     void focusSong();
     void showDevices();
     void announceSong();
-    void toggleLoop();
-    void markLoop(std::uint32_t start, std::uint32_t end);
+    void arm(int track, bool on);
+    void showPanelPlace();
     void undo(bool (CEditor::*step)());
     /// Swaps the track of the current row with the one above, -1, or below, 1.
     void moveTrack(int step);
@@ -112,26 +109,26 @@ private:
     FrameParts m_parts;
     FrameActions m_actions;
     FileCommands m_files;
+    SetupCommands m_setup;
     TrackCommands m_tracks;
     std::unique_ptr<RecoveryList> m_recoverable; ///< null when nothing is offered
     TrackListModel m_table;
-    Lights m_lights;
-    std::vector<NoteStarts> m_starts; ///< beside the rows of the table
-    bool m_countingIn = false;        ///< the location box shows a count instead of a place
-    std::uint32_t m_lightTick = 0;    ///< the first tick whose notes have not been looked at
-    QTimer m_panelTimer;
-    QTimer m_followTimer;
-    QTimer m_refreshTimer; ///< once, behind a burst of hints
+    std::uint32_t m_leastEnd = 0; ///< of the overview, for a take that grows behind the song's end
+    QTimer m_refreshTimer;        ///< once, behind a burst of hints
     QTimer m_deviceTimer;
     QTimer m_copyTimer; ///< for copies of unsaved work
-    QElapsedTimer m_sinceFollow;
     // Children of the window.
     TransportBar* m_bar = nullptr;
-    QStackedWidget* m_stack = nullptr;
+    PanelDock* m_panelDock = nullptr;
     EmptyHint* m_empty = nullptr;
     TrackPane* m_pane = nullptr;
     StatusLine* m_status = nullptr;
     RecoveryPanel* m_recovery = nullptr;
+    // What works on them.
+    std::optional<TransportCommands> m_transport;
+    std::optional<PanelFollower> m_follower;
+    std::optional<KeyboardControl> m_keyboard;
+    std::optional<StepControl> m_steps;
 };
 
 } // namespace tessaro

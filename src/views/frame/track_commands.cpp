@@ -7,6 +7,12 @@
 
 namespace tessaro {
 
+void TrackCommands::setRecord(int track, bool on)
+{
+    m_editor.SetTrkRec(track, on);
+    onChanged(); // no hint tells of it
+}
+
 void TrackCommands::setMute(int track, bool on)
 {
     m_editor.SetTrkMute(track, on);

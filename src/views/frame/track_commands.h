@@ -21,6 +21,7 @@ public:
     /// The rows of the list are to be read anew.
     std::function<void()> onChanged;
 
+    void setRecord(int track, bool on);
     void setMute(int track, bool on);
     void setSolo(int track, bool on);
     void setName(int track, const QString& name);

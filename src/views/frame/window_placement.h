@@ -17,9 +17,12 @@ struct WindowPlacement {
     bool operator==(const WindowPlacement&) const = default;
 };
 
-/// The main window's placement, kept for one size of the screen; none when the size differs or a value is missing.
-[[nodiscard]] std::optional<WindowPlacement> loadPlacement(const SettingsStore& store, int screenWidth,
-                                                           int screenHeight);
-void savePlacement(SettingsStore& store, const WindowPlacement& placement, int screenWidth, int screenHeight);
+enum class PlacedWindow { main, panel };
+
+/// The placement of a window, kept for one size of the screen; none when the size differs or a value is missing.
+[[nodiscard]] std::optional<WindowPlacement> loadPlacement(const SettingsStore& store, PlacedWindow window,
+                                                           int screenWidth, int screenHeight);
+void savePlacement(SettingsStore& store, PlacedWindow window, const WindowPlacement& placement, int screenWidth,
+                   int screenHeight);
 
 } // namespace tessaro

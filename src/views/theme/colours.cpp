@@ -105,6 +105,8 @@ QColor trackColour(int track, const QPalette& palette)
     return QColor::fromRgb(isDark(palette) ? darkTracks[index] : lightTracks[index]);
 }
 
+QColor recordColour(const QPalette& palette) { return isDark(palette) ? QColor(0xFF6B61) : QColor(0xC62F28); }
+
 QColor blend(const QColor& a, const QColor& b, double share)
 {
     const auto mix = [share](int x, int y) { return static_cast<int>(std::lround(x * share + y * (1.0 - share))); };

@@ -16,6 +16,9 @@ namespace tessaro {
 /// The colour of a track, by its number from 1; sixteen colours in a circle.
 [[nodiscard]] QColor trackColour(int track, const QPalette& palette);
 
+/// The red of everything that records.
+[[nodiscard]] QColor recordColour(const QPalette& palette);
+
 /// `share` parts of `a` (0 to 1) over `b`.
 [[nodiscard]] QColor blend(const QColor& a, const QColor& b, double share);
 

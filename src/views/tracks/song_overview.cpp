@@ -54,6 +54,7 @@ void SongOverview::setSong(const std::vector<TrackRow>& rows, std::vector<Miniat
     m_miniatures = std::move(miniatures);
     m_end = end;
     m_measures = std::move(measures);
+    m_takes.clear(); // whose rows may be others
     layOut();
 }
 
@@ -82,6 +83,13 @@ void SongOverview::setLoop(const Loop& loop)
     update();
 }
 
+void SongOverview::setTakes(std::vector<Take> takes)
+{
+    for (const Take& take : m_takes) update(takeRect(take));
+    m_takes = std::move(takes);
+    for (const Take& take : m_takes) update(takeRect(take));
+}
+
 void SongOverview::setRowHeight(int height)
 {
     if (height == m_rowHeight) return;
@@ -106,6 +114,14 @@ void SongOverview::setCurrentRow(int row)
 QRect SongOverview::laneRect(std::size_t row) const
 {
     return {0, rulerHeight + static_cast<int>(row) * m_rowHeight - m_scroll, width(), m_rowHeight};
+}
+
+QRect SongOverview::takeRect(const Take& take) const
+{
+    const SongScale xs = scale();
+    const QRect lane = laneRect(take.row);
+    const int left = static_cast<int>(xs.x(take.top)) - 2;
+    return {left, lane.top(), static_cast<int>(xs.x(take.end)) + 4 - left, lane.height()};
 }
 
 QRect SongOverview::positionStrip(std::uint32_t tick) const
@@ -150,11 +166,31 @@ QPixmap SongOverview::drawLane(std::size_t row) const
         painter.setBrush(blend(colour, base, block.ghost ? 0.10 : 0.20));
         painter.drawRoundedRect(place, 3, 3);
     }
-    const int inset = blockInset + noteInset;
-    const QSize notes = (QSizeF(xs.span(), m_rowHeight - 1 - 2 * inset) * ratio).toSize();
-    painter.drawImage(QRectF(SongScale::margin, inset, xs.span(), m_rowHeight - 1 - 2 * inset),
-                      noteImage(m_miniatures[row], notes.width(), notes.height(), colour));
+    paintNotes(painter, m_miniatures[row], 0, colour);
     return picture;
+}
+
+/// Into the lane whose upper edge is `top`.
+void SongOverview::paintNotes(QPainter& painter, const Miniature& notes, int top, const QColor& colour) const
+{
+    const int inset = blockInset + noteInset;
+    const QRectF place(SongScale::margin, top + inset, scale().span(), m_rowHeight - 1 - 2 * inset);
+    const QSize pixels = (place.size() * devicePixelRatioF()).toSize();
+    painter.drawImage(place, noteImage(notes, pixels.width(), pixels.height(), colour));
+}
+
+void SongOverview::paintTake(QPainter& painter, const Take& take) const
+{
+    const QColor red = recordColour(palette());
+    const QColor base = palette().color(QPalette::Base);
+    const SongScale xs = scale();
+    const QRect lane = laneRect(take.row);
+    const QRectF place(xs.x(take.top) + 0.5, lane.top() + blockInset + 0.5,
+                       std::max(xs.x(take.end) - xs.x(take.top), 3.0) - 1, lane.height() - 2 * blockInset - 2);
+    painter.setPen(QPen(red, 1));
+    painter.setBrush(blend(red, base, 0.22));
+    painter.drawRoundedRect(place, 3, 3);
+    paintNotes(painter, take.notes, lane.top(), red);
 }
 
 bool SongOverview::event(QEvent* event)
@@ -193,6 +229,9 @@ void SongOverview::paintLanes(QPainter& painter, const QRect& area)
             painter.fillRect(QRectF(std::floor(mark.x), rulerHeight, 1, height()), line);
     for (int row = first; row <= last; ++row)
         painter.drawPixmap(laneRect(static_cast<std::size_t>(row)).topLeft(), lane(static_cast<std::size_t>(row)));
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const Take& take : m_takes)
+        if (area.intersects(takeRect(take))) paintTake(painter, take);
     painter.restore();
 }
 

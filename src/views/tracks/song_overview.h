@@ -32,6 +32,14 @@ public:
         bool operator==(const Loop&) const = default;
     };
 
+    /// A block under recording: its lane grows.
+    struct Take {
+        std::size_t row = 0;
+        Miniature notes; ///< of this block alone
+        std::uint32_t top = 0;
+        std::uint32_t end = 0;
+    };
+
     explicit SongOverview(QWidget* parent = nullptr);
 
     std::function<void(std::uint32_t tick)> onLocate;
@@ -42,8 +50,11 @@ public:
                  Measures measures);
     /// Rows of the same tracks, with other switches.
     void setRows(const std::vector<TrackRow>& rows);
+    [[nodiscard]] std::uint32_t end() const { return m_end; }
     void setPosition(std::uint32_t tick);
     void setLoop(const Loop& loop);
+    /// What is being recorded now; nothing to end it.
+    void setTakes(std::vector<Take> takes);
     void setRowHeight(int height);
     /// Pixels by which the lanes are scrolled up.
     void setScroll(int pixels);
@@ -67,6 +78,9 @@ private:
     [[nodiscard]] QRect positionStrip(std::uint32_t tick) const;
     [[nodiscard]] const QPixmap& lane(std::size_t row);
     [[nodiscard]] QPixmap drawLane(std::size_t row) const;
+    [[nodiscard]] QRect takeRect(const Take& take) const;
+    void paintNotes(QPainter& painter, const Miniature& notes, int top, const QColor& colour) const;
+    void paintTake(QPainter& painter, const Take& take) const;
     [[nodiscard]] std::uint32_t snapped(int x, Qt::KeyboardModifiers keys) const;
     void layOut();
     void paintRuler(QPainter& painter) const;
@@ -77,6 +91,7 @@ private:
     std::vector<TrackRow> m_rows;
     std::vector<Miniature> m_miniatures; ///< beside m_rows
     std::vector<QPixmap> m_lanes;        ///< beside m_rows; null until first shown
+    std::vector<Take> m_takes;
     std::vector<RulerMark> m_marks;
     Measures m_measures;
     Loop m_loop;

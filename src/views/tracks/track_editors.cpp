@@ -5,25 +5,15 @@
 #include "views/tracks/track_list_model.h"
 #include "views/tracks/track_list_view.h"
 #include "views/tracks/transpose_text.h"
+#include "views/widgets/keeps_key.h"
 
 #include <QComboBox>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSpinBox>
 #include <QTimer>
 
 namespace tessaro {
 namespace {
-
-/// Keeps a plain key from being taken as a command of the window.
-bool keepsKey(QEvent* event)
-{
-    if (event->type() != QEvent::ShortcutOverride) return false;
-    const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
-    event->accept();
-    return true;
-}
 
 /// A list of ports; a choice from the opened list is the end of editing.
 class PortBox : public QComboBox {

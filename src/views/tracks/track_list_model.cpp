@@ -10,7 +10,19 @@ namespace {
 bool isSwitch(const QModelIndex& index)
 {
     const auto column = static_cast<TrackColumn>(index.column());
-    return column == TrackColumn::mute || column == TrackColumn::solo;
+    return column == TrackColumn::record || column == TrackColumn::mute || column == TrackColumn::solo;
+}
+
+bool isOn(const TrackRow& r, TrackColumn column)
+{
+    return column == TrackColumn::record ? r.record : column == TrackColumn::mute ? r.mute : r.solo;
+}
+
+TextId switchName(TrackColumn column)
+{
+    return column == TrackColumn::record ? TextId::commandArm
+         : column == TrackColumn::mute   ? TextId::commandMute
+                                         : TextId::commandSolo;
 }
 
 QVariant cellValue(const TrackRow& r, TrackColumn column)
@@ -66,11 +78,9 @@ void TrackListModel::toggle(const QModelIndex& index)
 {
     if (!index.isValid() || !isSwitch(index)) return;
     const TrackRow& r = row(index);
-    if (static_cast<TrackColumn>(index.column()) == TrackColumn::mute) {
-        if (onMute) onMute(r.track, !r.mute);
-    } else if (onSolo) {
-        onSolo(r.track, !r.solo);
-    }
+    const auto column = static_cast<TrackColumn>(index.column());
+    const auto& ask = column == TrackColumn::record ? onRecord : column == TrackColumn::mute ? onMute : onSolo;
+    if (ask) ask(r.track, !isOn(r, column));
 }
 
 int TrackListModel::rowCount(const QModelIndex& parent) const
@@ -89,6 +99,7 @@ QString TrackListModel::cellText(const TrackRow& r, TrackColumn column) const
     case TrackColumn::port: return QString::number(r.port + 1);
     case TrackColumn::channel: return QString::number(r.channel + 1);
     case TrackColumn::transpose: return transposeText(r.transpose);
+    case TrackColumn::record: return m_text(TextId::columnRecord);
     case TrackColumn::mute: return m_text(TextId::columnMute);
     case TrackColumn::solo: return m_text(TextId::columnSolo);
     }
@@ -107,6 +118,7 @@ QString TrackListModel::cellTip(const TrackRow& r, TrackColumn column) const
     case TrackColumn::channel: return m_text(TextId::tipChannel).arg(r.channel + 1);
     case TrackColumn::transpose:
         return m_text(r.transposes ? TextId::tipTranspose : TextId::tipTransposeOff).arg(cellText(r, column));
+    case TrackColumn::record: return m_text(TextId::tipRecord);
     case TrackColumn::mute: return m_text(TextId::tipMute);
     case TrackColumn::solo: return m_text(TextId::tipSolo);
     default: return {};
@@ -123,18 +135,15 @@ QVariant TrackListModel::data(const QModelIndex& index, int role) const
     case Qt::EditRole: return cellValue(r, column);
     case Qt::ToolTipRole: return cellTip(r, column);
     case Qt::AccessibleTextRole:
-        if (isSwitch(index)) {
-            const bool on = column == TrackColumn::mute ? r.mute : r.solo;
-            return QStringLiteral("%1: %2").arg(
-                m_text(column == TrackColumn::mute ? TextId::commandMute : TextId::commandSolo),
-                m_text(on ? TextId::stateOn : TextId::stateOff));
-        }
+        if (isSwitch(index))
+            return QStringLiteral("%1: %2").arg(m_text(switchName(column)),
+                                                m_text(isOn(r, column) ? TextId::stateOn : TextId::stateOff));
         return column == TrackColumn::name || column == TrackColumn::number
                  ? cellText(r, column)
                  : QStringLiteral("%1: %2").arg(headerText(column), cellText(r, column));
     case Qt::CheckStateRole:
         if (!isSwitch(index)) return {};
-        return (column == TrackColumn::mute ? r.mute : r.solo) ? Qt::Checked : Qt::Unchecked;
+        return isOn(r, column) ? Qt::Checked : Qt::Unchecked;
     case Qt::TextAlignmentRole:
         return static_cast<int>((column == TrackColumn::name ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter);
     default: return {};

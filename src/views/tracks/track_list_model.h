@@ -14,8 +14,8 @@ namespace tessaro {
 
 class UiText;
 
-enum class TrackColumn { light, number, name, port, channel, transpose, mute, solo };
-inline constexpr int trackColumns = 8;
+enum class TrackColumn { light, number, name, port, channel, transpose, record, mute, solo };
+inline constexpr int trackColumns = 9;
 
 /// The rows of the track list as a table of the toolkit. It changes nothing itself: a click on a switch or an edited
 /// cell goes out through the functions below with the track and what is wanted, and comes back as new rows. A cell's
@@ -24,6 +24,7 @@ class TrackListModel : public QAbstractTableModel {
 public:
     explicit TrackListModel(const UiText& text) : m_text(text) {}
 
+    std::function<void(int track, bool on)> onRecord;
     std::function<void(int track, bool on)> onMute;
     std::function<void(int track, bool on)> onSolo;
     std::function<void(int track, const QString& name)> onName;

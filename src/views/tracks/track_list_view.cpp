@@ -33,6 +33,7 @@ public:
         const TrackRow& row = m_table.row(index);
         switch (static_cast<TrackColumn>(index.column())) {
         case TrackColumn::light: paintLight(*painter, option.rect, colours, row, m_table.lightLevel(index)); break;
+        case TrackColumn::record: paintRecord(*painter, option, row.record); break;
         case TrackColumn::mute: paintSwitch(*painter, option, index, row.mute, colours.color(QPalette::Text)); break;
         case TrackColumn::solo:
             paintSwitch(*painter, option, index, row.solo, colours.color(QPalette::Highlight));
@@ -53,7 +54,7 @@ private:
     {
         const QColor colour = trackColour(row.track, colours);
         painter.fillRect(cell.left(), cell.top(), 4, cell.height() - 1,
-                         row.sounding ? colour : colours.color(QPalette::Mid));
+                         row.sounding && row.used ? colour : colours.color(QPalette::Mid));
         const QColor dark = blend(colours.color(QPalette::Text), colours.color(QPalette::Base), 0.14);
         const QPointF middle(cell.left() + 16.0, cell.center().y() + 0.5);
         painter.setPen(Qt::NoPen);
@@ -68,8 +69,8 @@ private:
         painter.drawEllipse(middle, 4.5, 4.5);
     }
 
-    static void paintSwitch(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index, bool on,
-                            const QColor& lit)
+    /// The button of a switch; answers its place.
+    static QRectF paintButton(QPainter& painter, const QStyleOptionViewItem& option, bool on, const QColor& lit)
     {
         const QPalette& colours = option.palette;
         const QPointF middle = QRectF(option.rect).center();
@@ -84,6 +85,24 @@ private:
             painter.setBrush(Qt::NoBrush);
             painter.drawRoundedRect(box.adjusted(-1.5, -1.5, 1.5, 1.5), 5, 5);
         }
+        return box;
+    }
+
+    static void paintRecord(QPainter& painter, const QStyleOptionViewItem& option, bool on)
+    {
+        const QPalette& colours = option.palette;
+        const QColor red = recordColour(colours);
+        const QPointF middle = paintButton(painter, option, on, red).center();
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(on ? colours.color(QPalette::Base) : blend(red, colours.color(QPalette::Button), 0.55));
+        painter.drawEllipse(middle, 4.5, 4.5);
+    }
+
+    static void paintSwitch(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index, bool on,
+                            const QColor& lit)
+    {
+        const QPalette& colours = option.palette;
+        const QRectF box = paintButton(painter, option, on, lit);
         QFont font = option.font;
         font.setPointSizeF(font.pointSizeF() * 0.9);
         font.setBold(on);
@@ -97,7 +116,8 @@ private:
     {
         const QPalette& colours = option.palette;
         const bool name = static_cast<TrackColumn>(index.column()) == TrackColumn::name;
-        painter.setPen(colours.color(name && row.sounding ? QPalette::Text : QPalette::PlaceholderText));
+        const bool strong = name && row.sounding && row.used;
+        painter.setPen(colours.color(strong ? QPalette::Text : QPalette::PlaceholderText));
         const QRect place = option.rect.adjusted(name ? 8 : 2, 0, name ? -8 : -2, 0);
         const QString text = option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, place.width());
         painter.drawText(place, index.data(Qt::TextAlignmentRole).toInt(), text);
@@ -150,6 +170,7 @@ void TrackListView::fitColumns()
     fit(TrackColumn::port, QStringLiteral("16"), 32);
     fit(TrackColumn::channel, QStringLiteral("16"), 32);
     fit(TrackColumn::transpose, QStringLiteral("+36"), 40);
+    fit(TrackColumn::record, {}, 28);
     fit(TrackColumn::mute, {}, 28);
     fit(TrackColumn::solo, {}, 32);
     header.setSectionResizeMode(static_cast<int>(TrackColumn::name), QHeaderView::Stretch);
@@ -200,6 +221,7 @@ void TrackListView::keyPressEvent(QKeyEvent* event)
     const bool editing = state() == EditingState; // then keys come here that the editor has no use for
     if (current.isValid() && !editing && event->modifiers() == Qt::NoModifier) {
         switch (event->key()) {
+        case Qt::Key_A: toggle(TrackColumn::record); return;
         case Qt::Key_M: toggle(TrackColumn::mute); return;
         case Qt::Key_S: toggle(TrackColumn::solo); return;
         case Qt::Key_Return:

@@ -7,8 +7,8 @@ namespace tessaro {
 
 class TrackListModel;
 
-/// The left side of the track pane: the table of tracks with their switches and settings. M and S act on the row with
-/// the focus; a double click, F2 and Enter edit a cell.
+/// The left side of the track pane: the table of tracks with their switches and settings. A, M and S act on the row
+/// with the focus; a double click, F2 and Enter edit a cell.
 class TrackListView : public QTableView {
 public:
     static constexpr int headerHeight = 28;

@@ -4,27 +4,33 @@
 #include "views/tracks/song_overview.h"
 #include "views/tracks/track_list_model.h"
 #include "views/tracks/track_list_view.h"
+#include "views/widgets/empty_hint.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
 #include <QScrollBar>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
 namespace tessaro {
 
-TrackPane::TrackPane(TrackListModel& table, QWidget* parent)
+TrackPane::TrackPane(TrackListModel& table, EmptyHint* hint, QWidget* parent)
     : QWidget(parent)
     , m_splitter(new QSplitter(Qt::Horizontal, this))
     , m_list(new TrackListView(table))
+    , m_right(new QStackedWidget)
+    , m_hint(hint)
     , m_overview(new SongOverview)
     , m_barColumn(new QWidget(this))
     , m_bar(new QScrollBar(Qt::Vertical, m_barColumn))
 {
     m_splitter->addWidget(m_list);
-    m_splitter->addWidget(m_overview);
+    m_right->addWidget(m_overview);
+    m_right->addWidget(m_hint);
+    m_splitter->addWidget(m_right);
     m_splitter->setStretchFactor(0, 0);
     m_splitter->setStretchFactor(1, 1);
     m_splitter->setChildrenCollapsible(false);
@@ -56,6 +62,8 @@ TrackPane::TrackPane(TrackListModel& table, QWidget* parent)
     connect(&table, &QAbstractItemModel::modelReset, this, [this] { fitRows(); });
     fitRows();
 }
+
+void TrackPane::showHint(bool on) { m_right->setCurrentWidget(on ? static_cast<QWidget*>(m_hint) : m_overview); }
 
 void TrackPane::fitRows()
 {

@@ -5,20 +5,25 @@
 
 class QScrollBar;
 class QSplitter;
+class QStackedWidget;
 
 namespace tessaro {
 
+class EmptyHint;
 class SongOverview;
 class TrackListView;
 class TrackListModel;
 
-/// The track list and the overview of the song side by side, scrolled as one.
+/// The track list and the overview of the song side by side, scrolled as one. Beside the tracks of a song without notes
+/// stands what to do next.
 class TrackPane : public QWidget {
 public:
     static constexpr int leastRowHeight = 28;
     static constexpr int mostRowHeight = 44;
 
-    explicit TrackPane(TrackListModel& table, QWidget* parent = nullptr);
+    TrackPane(TrackListModel& table, EmptyHint* hint, QWidget* parent = nullptr);
+
+    void showHint(bool on);
 
     [[nodiscard]] SongOverview& overview() const { return *m_overview; }
     [[nodiscard]] TrackListView& list() const { return *m_list; }
@@ -35,6 +40,8 @@ private:
     // Children of the widget.
     QSplitter* m_splitter;
     TrackListView* m_list;
+    QStackedWidget* m_right;
+    EmptyHint* m_hint;
     SongOverview* m_overview;
     QWidget* m_barColumn; ///< the scroll bar below the height of the ruler
     QScrollBar* m_bar;

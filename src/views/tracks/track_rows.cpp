@@ -7,6 +7,7 @@ namespace tessaro {
 namespace {
 
 constexpr int lastTrack = 100;
+constexpr int leastRows = 16;
 
 TrackRow makeRow(const CTrk& trk, int number, bool soloed)
 {
@@ -19,6 +20,8 @@ TrackRow makeRow(const CTrk& trk, int number, bool soloed)
     row.transposes = trk.GetTransEnable();
     row.solo = trk.GetSolo();
     row.mute = trk.GetMute();
+    row.record = trk.GetRec();
+    row.used = !trk.IsEmpty();
     row.sounding = soloed ? row.solo : !row.mute;
     return row;
 }
@@ -28,11 +31,16 @@ TrackRow makeRow(const CTrk& trk, int number, bool soloed)
 std::vector<TrackRow> trackRows(const CEditor& editor)
 {
     const bool soloed = editor.IsSoloExist() || editor.IsSoloExistStyle();
-    std::vector<TrackRow> rows;
-    for (int number = 1; number <= lastTrack; ++number) {
+    const auto used = [&editor](int number) {
         const CTrk* trk = editor.song().trk(number);
-        if (trk && !trk->IsEmpty()) rows.push_back(makeRow(*trk, number, soloed));
-    }
+        return trk && !trk->IsEmpty();
+    };
+    int last = lastTrack;
+    while (last > 0 && !used(last)) --last;
+    std::vector<TrackRow> rows;
+    for (int number = 1; number <= lastTrack; ++number)
+        if (number <= leastRows || number == last + 1 || used(number))
+            if (const CTrk* trk = editor.song().trk(number)) rows.push_back(makeRow(*trk, number, soloed));
     return rows;
 }
 

@@ -19,12 +19,15 @@ struct TrackRow {
     bool transposes = true; ///< false where the transposition is switched off
     bool solo = false;
     bool mute = false;
+    bool record = false;  ///< armed
+    bool used = true;     ///< holds blocks
     bool sounding = true; ///< false while mute or another track's solo silences it
 
     bool operator==(const TrackRow&) const = default;
 };
 
-/// The tracks that hold blocks, in the order of their numbers.
+/// The tracks that hold blocks, and empty ones to record on: the first 16 tracks at the least, and the one behind the
+/// last that is used. In the order of their numbers.
 [[nodiscard]] std::vector<TrackRow> trackRows(const CEditor& editor);
 
 } // namespace tessaro

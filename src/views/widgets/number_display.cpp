@@ -9,7 +9,10 @@
 
 namespace tessaro {
 
-NumberDisplay::NumberDisplay(QString widest, QWidget* parent) : QWidget(parent), m_widest(std::move(widest))
+NumberDisplay::NumberDisplay(QString widest, QWidget* parent, double size)
+    : QWidget(parent)
+    , m_widest(std::move(widest))
+    , m_size(size)
 {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setFocusPolicy(Qt::NoFocus);
@@ -18,6 +21,7 @@ NumberDisplay::NumberDisplay(QString widest, QWidget* parent) : QWidget(parent),
 
 void NumberDisplay::setCaption(const QString& caption)
 {
+    if (caption == m_caption) return;
     m_caption = caption;
     setAccessibleName(caption);
     updateGeometry();
@@ -32,12 +36,26 @@ void NumberDisplay::setValue(const QString& value)
     update();
 }
 
+void NumberDisplay::setCaptionRole(QPalette::ColorRole role)
+{
+    m_captionRole = role;
+    update();
+}
+
+void NumberDisplay::setBanner(const QString& text)
+{
+    if (text == m_banner) return;
+    m_banner = text;
+    setAccessibleDescription(text.isEmpty() ? m_value : text);
+    update();
+}
+
 void NumberDisplay::chooseFonts()
 {
     m_captionFont = font();
     m_captionFont.setPointSizeF(font().pointSizeF() * 0.85);
     m_valueFont = font();
-    m_valueFont.setPointSizeF(font().pointSizeF() * 1.6);
+    m_valueFont.setPointSizeF(font().pointSizeF() * m_size);
     const QFontMetrics metrics(m_valueFont);
     m_figure = 0;
     for (char c = '0'; c <= '9'; ++c) m_figure = std::max(m_figure, metrics.horizontalAdvance(QLatin1Char(c)));
@@ -56,10 +74,12 @@ int NumberDisplay::textWidth(const QString& text) const
     return width;
 }
 
+int NumberDisplay::captionHeight() const { return m_caption.isEmpty() ? 0 : QFontMetrics(m_captionFont).height(); }
+
 QSize NumberDisplay::sizeHint() const
 {
     const int width = std::max(textWidth(m_widest), QFontMetrics(m_captionFont).horizontalAdvance(m_caption));
-    return {width + 4, QFontMetrics(m_captionFont).height() + QFontMetrics(m_valueFont).height()};
+    return {width + 4, captionHeight() + QFontMetrics(m_valueFont).height()};
 }
 
 void NumberDisplay::changeEvent(QEvent* event)
@@ -71,17 +91,25 @@ void NumberDisplay::changeEvent(QEvent* event)
 void NumberDisplay::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const int captionHeight = QFontMetrics(m_captionFont).height();
+    if (!m_banner.isEmpty()) {
+        QFont large = m_valueFont;
+        large.setPixelSize(height());
+        painter.setFont(large);
+        painter.setPen(palette().color(QPalette::Link));
+        painter.drawText(rect(), Qt::AlignCenter, m_banner);
+        return;
+    }
+    const int top = captionHeight();
     painter.setFont(m_captionFont);
-    painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(QRect(0, 0, width() - 1, captionHeight), Qt::AlignRight | Qt::AlignVCenter, m_caption);
+    painter.setPen(palette().color(m_captionRole));
+    painter.drawText(QRect(0, 0, width() - 1, top), Qt::AlignRight | Qt::AlignVCenter, m_caption);
 
     painter.setFont(m_valueFont);
     int x = std::max(0, width() - textWidth(m_value));
     for (const QChar c : m_value) {
         const int cell = cellWidth(c);
         painter.setPen(palette().color(c.isDigit() ? QPalette::WindowText : QPalette::PlaceholderText));
-        painter.drawText(QRect(x, captionHeight, cell, height() - captionHeight), Qt::AlignCenter, QString(c));
+        painter.drawText(QRect(x, top, cell, height() - top), Qt::AlignCenter, QString(c));
         x += cell;
     }
 }

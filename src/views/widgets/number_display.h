@@ -9,11 +9,18 @@ namespace tessaro {
 /// nothing moves while the number runs. The width is that of the widest text told in advance.
 class NumberDisplay : public QWidget {
 public:
-    explicit NumberDisplay(QString widest, QWidget* parent = nullptr);
+    /// `size` is that of the figures, beside the size of the usual font.
+    explicit NumberDisplay(QString widest, QWidget* parent = nullptr, double size = 1.6);
 
+    /// Without a caption the number takes the whole height.
     void setCaption(const QString& caption);
+    /// The palette role of the caption; a quiet text otherwise.
+    void setCaptionRole(QPalette::ColorRole role);
     void setValue(const QString& value);
     [[nodiscard]] const QString& value() const { return m_value; }
+    /// A text that stands large in the place of caption and number; empty to end it.
+    void setBanner(const QString& text);
+    [[nodiscard]] const QString& banner() const { return m_banner; }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
@@ -21,6 +28,8 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    [[nodiscard]] const QFont& valueFont() const { return m_valueFont; }
+    [[nodiscard]] int captionHeight() const;
 
 private:
     void chooseFonts();
@@ -30,6 +39,9 @@ private:
     QString m_widest;
     QString m_caption;
     QString m_value;
+    QString m_banner;
+    QPalette::ColorRole m_captionRole = QPalette::PlaceholderText;
+    double m_size;
     QFont m_valueFont;
     QFont m_captionFont;
     int m_figure = 0; ///< width of a figure

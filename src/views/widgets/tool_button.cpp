@@ -3,21 +3,24 @@
 
 #include "views/theme/colours.h"
 #include "views/theme/icons.h"
+#include "views/widgets/held_action.h"
 
-#include <QAction>
+#include <QMouseEvent>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace tessaro {
 
 ToolButton::ToolButton(const Icons& icons, QString icon, QAction& action, QWidget* parent)
     : QAbstractButton(parent)
+    , m_action(action)
     , m_icons(icons)
     , m_icon(std::move(icon))
-    , m_action(action)
 {
     setFocusPolicy(Qt::TabFocus);
     connect(&action, &QAction::changed, this, [this] { follow(); });
-    connect(this, &QAbstractButton::clicked, &action, [&action] { action.trigger(); });
+    connect(this, &QAbstractButton::clicked, this, [this] { act(); });
     follow();
 }
 
@@ -25,6 +28,29 @@ void ToolButton::setIconName(const QString& name)
 {
     m_icon = name;
     update();
+}
+
+void ToolButton::setFace(const QString& word)
+{
+    m_face = word;
+    update();
+}
+
+void ToolButton::setSize(QSize size, int iconSize)
+{
+    m_size = size;
+    m_iconSize = iconSize;
+    updateGeometry();
+}
+
+void ToolButton::act() { m_action.trigger(); }
+
+ToolButton::Colours ToolButton::colours() const
+{
+    const QPalette& roles = palette();
+    if (isCheckable() && m_action.isChecked())
+        return {roles.color(QPalette::Highlight), roles.color(QPalette::HighlightedText)};
+    return {roles.color(QPalette::Button), roles.color(QPalette::ButtonText)};
 }
 
 void ToolButton::follow()
@@ -55,27 +81,62 @@ void ToolButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QPalette colours = palette();
+    const QColor text = palette().color(QPalette::Text);
     const QRectF place = QRectF(rect()).adjusted(2, 2, -2, -2);
-    const bool on = isCheckable() && m_action.isChecked();
-
-    QColor back = colours.color(QPalette::Button);
-    if (on) back = colours.color(QPalette::Highlight);
+    const double round = std::min(5.0, place.height() / 4);
+    auto [back, mark] = colours();
     if (isDown())
-        back = blend(colours.color(QPalette::Text), back, 0.2);
+        back = blend(text, back, 0.2);
     else if (underMouse() && isEnabled())
-        back = blend(colours.color(QPalette::Text), back, 0.1);
+        back = blend(text, back, 0.1);
     painter.setPen(Qt::NoPen);
     painter.setBrush(back);
-    painter.drawRoundedRect(place, 5, 5);
+    painter.drawRoundedRect(place, round, round);
     if (hasFocus()) {
-        painter.setPen(QPen(colours.color(on ? QPalette::Text : QPalette::Highlight), 2));
+        const bool on = isCheckable() && m_action.isChecked();
+        painter.setPen(QPen(on ? text : palette().color(QPalette::Highlight), 2));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(place.adjusted(-1, -1, 1, 1), 6, 6);
+        painter.drawRoundedRect(place.adjusted(-1, -1, 1, 1), round + 1, round + 1);
     }
-    const QPointF middle = place.center();
-    m_icons.draw(painter, m_icon, QRectF(middle.x() - 10, middle.y() - 10, 20, 20),
-                 colours.color(on ? QPalette::HighlightedText : QPalette::ButtonText));
+    if (m_face.isEmpty()) {
+        const QPointF middle = place.center();
+        m_icons.draw(painter, m_icon,
+                     QRectF(middle.x() - m_iconSize / 2.0, middle.y() - m_iconSize / 2.0, m_iconSize, m_iconSize),
+                     mark);
+        return;
+    }
+    QFont face = font();
+    face.setPointSizeF(face.pointSizeF() * 0.9);
+    face.setBold(true);
+    painter.setFont(face);
+    painter.setPen(mark);
+    painter.drawText(place, Qt::AlignCenter, m_face);
+}
+
+// HeldButton
+
+HeldButton::HeldButton(const Icons& icons, QString icon, HeldAction& action, QWidget* parent)
+    : ToolButton(icons, std::move(icon), action, parent)
+    , m_held(action)
+{
+}
+
+void HeldButton::mousePressEvent(QMouseEvent* event)
+{
+    ToolButton::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton) m_held.press(event->modifiers());
+}
+
+void HeldButton::mouseReleaseEvent(QMouseEvent* event)
+{
+    ToolButton::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton) m_held.release();
+}
+
+void HeldButton::hideEvent(QHideEvent* event)
+{
+    m_held.release();
+    ToolButton::hideEvent(event);
 }
 
 } // namespace tessaro

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QAction>
+#include <QWidget>
+
+class QLabel;
+class QSpinBox;
+
+namespace tessaro {
+
+class ElidedLabel;
+class Icons;
+class KeyboardView;
+class TypedKeyboard;
+class UiText;
+
+/// The piano keys of the computer's keyboard, with octave and velocity, and one sentence on how to play.
+class KeyboardPanel : public QWidget {
+public:
+    /// All outlive the panel.
+    KeyboardPanel(TypedKeyboard& keyboard, const Icons& icons, const UiText& text, QWidget* parent = nullptr);
+
+    /// Whether the computer's keys play now.
+    void setHasKeys(bool has);
+    void retranslate();
+    /// Octave, velocity and keys as they are by now.
+    void refresh();
+
+    [[nodiscard]] KeyboardView& view() const { return *m_view; }
+    [[nodiscard]] QSpinBox& velocityBox() const { return *m_velocity; }
+
+private:
+    TypedKeyboard& m_keyboard;
+    const UiText& m_text;
+    QAction m_octaveDown;
+    QAction m_octaveUp;
+    bool m_hasKeys = true;
+    // Children of the panel.
+    QLabel* m_octaveName;
+    QLabel* m_octave;
+    QLabel* m_velocityName;
+    QSpinBox* m_velocity;
+    ElidedLabel* m_hint;
+    KeyboardView* m_view;
+};
+
+} // namespace tessaro
