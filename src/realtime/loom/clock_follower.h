@@ -22,6 +22,8 @@ public:
     [[nodiscard]] Nanos last() const { return Nanos(static_cast<Nanos::rep>(m_offset)) + m_base; }
     /// Time from clock to clock in nanoseconds.
     [[nodiscard]] double period() const { return m_period; }
+    /// How many of the clocks told last may have been none.
+    [[nodiscard]] int doubtful() const { return m_assumedLost; }
     /// True when the period was measured, not guessed.
     [[nodiscard]] bool measured() const { return m_measured; }
 

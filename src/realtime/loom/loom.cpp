@@ -257,7 +257,6 @@ int Loom::getLoomgTransp() const { return m_engine->tracks.globalTransposition()
 
 // Recording and owners
 
-
 void Loom::setLoomRecFlag(int on)
 {
     m_engine->setRecording(on != 0);
@@ -291,6 +290,7 @@ void Loom::setLoomMetroFlg(int on) { m_engine->metronome.setOn(on != 0); }
 // Beside the contract
 
 int Loom::getLoomRecFlag() const { return m_engine->recording() ? 1 : 0; }
+std::uint16_t Loom::getLoomRrdpt() const { return m_engine->recorded.readIndex(); }
 
 void Loom::setSendObserver(SendObserver* observer)
 {

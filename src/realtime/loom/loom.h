@@ -180,6 +180,8 @@ public:
     /// 1 while the engine records; behind setLoomRecFlag(0) until all that arrived before is in the ring. The user
     /// interface's thread.
     [[nodiscard]] int getLoomRecFlag() const;
+    /// Read index of the record ring.
+    [[nodiscard]] std::uint16_t getLoomRrdpt() const;
 
     /// Null by default. Set while the engine does not run.
     void setSendObserver(SendObserver* observer);

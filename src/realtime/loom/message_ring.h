@@ -31,6 +31,8 @@ public:
     // Any thread.
     [[nodiscard]] const LoomRingEntry* entries() const noexcept { return m_entries.data(); }
     [[nodiscard]] std::uint16_t writeIndex() const noexcept { return m_write.load(std::memory_order_acquire); }
+    /// Where the oldest entry is, or will be.
+    [[nodiscard]] std::uint16_t readIndex() const noexcept { return m_read.load(std::memory_order_acquire); }
     /// Frees the oldest entry; nothing on an empty ring.
     void free() noexcept;
 

@@ -302,7 +302,8 @@ void Run::playClock(std::int64_t tick)
 
 std::int64_t Run::followLimit() const
 {
-    return m_clockTick + clockLead + std::llround(m_clockDelay / m_follower.period() * midi::ticksPerClock);
+    const std::int64_t sure = m_clockTick - std::int64_t{m_follower.doubtful()} * midi::ticksPerClock;
+    return sure + clockLead + std::llround(m_clockDelay / m_follower.period() * midi::ticksPerClock);
 }
 
 void Run::startArrived()

@@ -41,17 +41,33 @@ void RecordThread::setOwner(MessageTarget* owner)
 void RecordThread::pass()
 {
     forwardIncoming();
-    if (m_loom.getLoomRecError() == 1 && postToOwner(msg::recordError, nullptr)) m_loom.setLoomRecError(0);
+    tellError();
     forwardPlayed();
 }
 
 void RecordThread::forwardIncoming()
 {
     const LoomRingEntry* entries = m_loom.getLoomRecdata();
-    for (const std::uint16_t end = m_loom.getLoomWrdpt(); m_recIndex != end; m_recIndex = after(m_recIndex)) {
-        const LoomRingEntry& entry = entries[m_recIndex];
-        if (!isWhole(entry) || !postToOwner(msg::data, &entry)) m_loom.loomIncRrdpt();
-    }
+    const std::uint16_t end = m_loom.getLoomWrdpt();
+    while (m_recIndex != end && handOn(entries[m_recIndex])) m_recIndex = after(m_recIndex);
+}
+
+// False when it has to wait: for room in the owner's line, or, since entries are freed in order, for the owner to free
+// those it has.
+bool RecordThread::handOn(const LoomRingEntry& entry)
+{
+    const Posted posted = isWhole(entry) ? postToOwner(msg::data, &entry) : Posted::nobody;
+    if (posted != Posted::nobody) return posted == Posted::yes;
+    if (m_loom.getLoomRrdpt() != m_recIndex) return false;
+    m_loom.loomIncRrdpt();
+    return true;
+}
+
+void RecordThread::tellError()
+{
+    if (m_loom.getLoomRecError() == 0) return;
+    m_loom.setLoomRecError(0); // first, so that one that comes now is told next time
+    if (postToOwner(msg::recordError, nullptr) == Posted::full) m_loom.setLoomRecError(1);
 }
 
 void RecordThread::forwardPlayed()
@@ -63,11 +79,12 @@ void RecordThread::forwardPlayed()
     }
 }
 
-bool RecordThread::postToOwner(std::uint32_t id, const LoomRingEntry* entry)
+RecordThread::Posted RecordThread::postToOwner(std::uint32_t id, const LoomRingEntry* entry)
 {
     m_posting.store(true); // before the owner is read, so that setOwner waits for us
-    MessageTarget* owner = m_owner.load();
-    const bool posted = owner && owner->post({id, 0, reinterpret_cast<std::intptr_t>(entry)});
+    Posted posted = Posted::nobody;
+    if (MessageTarget* owner = m_owner.load())
+        posted = owner->post({id, 0, reinterpret_cast<std::intptr_t>(entry)}) ? Posted::yes : Posted::full;
     m_posting.store(false);
     return posted;
 }
