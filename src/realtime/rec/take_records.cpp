@@ -62,6 +62,27 @@ std::optional<LoomRingEntry> sysexOf(std::uint8_t status, ByteReader::Bytes byte
     return entry;
 }
 
+/// False for a record of no known form.
+bool readItem(ByteReader& from, TakeItem& item) noexcept
+{
+    item = {};
+    const auto kind = static_cast<RecordKind>(from.u8());
+    item.tick = from.u32be();
+    if (kind == RecordKind::passed) return from.ok();
+    const std::uint8_t status = from.u8();
+    if (kind == RecordKind::sysex) {
+        item.entry = sysexOf(status, from.bytes(from.left()));
+    } else if (kind == RecordKind::message && status < que::sysex) {
+        item.entry.emplace();
+        item.entry->status = status;
+        item.entry->data1 = from.u8();
+        item.entry->data2 = from.u8();
+    }
+    if (!from.ok() || !item.entry) return false;
+    item.entry->time = item.tick;
+    return true;
+}
+
 } // namespace
 
 template <class Fill>
@@ -164,27 +185,9 @@ std::optional<TakeStart> TakeReplay::readStart()
 
 bool TakeReplay::next(TakeItem& item)
 {
-    auto from = record();
-    if (!from) return false;
-    item = {};
-    const auto kind = static_cast<RecordKind>(from->u8());
-    item.tick = from->u32be();
-    if (kind == RecordKind::message) {
-        item.entry.emplace();
-        item.entry->status = from->u8();
-        item.entry->data1 = from->u8();
-        item.entry->data2 = from->u8();
-    } else if (kind == RecordKind::sysex) {
-        const std::uint8_t status = from->u8();
-        item.entry = sysexOf(status, from->bytes(from->left()));
-    }
-    const bool known = item.entry ? !hasBytes(*item.entry) || kind == RecordKind::sysex : kind == RecordKind::passed;
-    if (!from->ok() || !known) {
-        m_reader = {};
-        return false;
-    }
-    if (item.entry) item.entry->time = item.tick;
-    return true;
+    while (auto from = record())
+        if (readItem(*from, item)) return true;
+    return false;
 }
 
 TakeReplay readTakeJournal(const std::string& path)

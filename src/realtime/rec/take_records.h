@@ -56,8 +56,8 @@ public:
     /// Whether the bytes begin a take at all; the rest is for those that do.
     [[nodiscard]] bool isTake() const noexcept { return m_start.has_value(); }
     [[nodiscard]] const TakeStart& start() const noexcept { return *m_start; }
-    /// False at the end. System exclusives keep to the form in which the engine hands them over; their bytes stand as
-    /// long as this object.
+    /// False at the end. What does not have the form in which the engine hands it over is left out. The bytes of system
+    /// exclusives stand as long as this object.
     bool next(TakeItem& item);
 
 private:
