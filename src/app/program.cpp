@@ -36,6 +36,7 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
     m_smc.setMainWindow(&m_queue);
     m_panel.setMainFrame(&m_queue);
     m_transport.setPanel(&m_panel);
+    m_panel.recorder().setKeeper(&m_document);
     m_windows.setMaker([this, &store, sentence = std::move(deviceSentence), typedKeys] {
         return std::make_unique<CMainFrame>(FrameParts{m_app, m_document, m_panel, m_smc, m_messages, store, m_user,
                                                        m_text, m_theme, m_icons, sentence, m_devices, typedKeys});
