@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/message_queue.h"
 #include "base/real_clock.h"
 #include "realtime/loom_rig.h"
+#include "realtime/play/play_owners.h"
+#include "realtime/rec/record_thread.h"
 #include "support/rt_guard.h"
 
 #include <gtest/gtest.h>
@@ -86,8 +89,22 @@ TEST_F(LoomThreads, BurstsFromManyThreadsArriveWholeAndInOrder)
     EXPECT_EQ(next, (std::array<int, senders>{burst, burst, burst}));
 }
 
+/// Playing and recording together, thru and MIDI clock beside them, while everything is changed.
 TEST_F(LoomThreads, EverybodyAtOnce)
 {
+    std::uint32_t sum = 0;
+    int received = 0;
+    MessageQueue recordOwner([&](const Message& message) {
+        if (message.id != msg::data) return;
+        const auto& entry = *reinterpret_cast<const LoomRingEntry*>(message.lParam);
+        sum += entry.time + (entry.data ? entry.data[entry.length - 1] : entry.data1);
+        loom.loomIncRrdpt();
+        ++received;
+    });
+    PlayOwners owners(loom, clock);
+    RecordThread recordThread(loom, clock, owners);
+    recordThread.start();
+    recordThread.setOwner(&recordOwner);
     loom.setLoomOwner(&window);
     loom.setLoomRecFlag(1);
     loom.setLoomThruFlag(1);
@@ -95,7 +112,6 @@ TEST_F(LoomThreads, EverybodyAtOnce)
     loom.setLoomRealTimeMessagesSw(1);
     std::atomic<bool> done = false;
     std::atomic<int> played = 0;
-    std::atomic<int> received = 0;
     loom.loomPlayStart();
     loom.setLoomQueplying(1);
 
@@ -103,29 +119,11 @@ TEST_F(LoomThreads, EverybodyAtOnce)
         for (std::uint32_t tick = 0; !done; ++tick) {
             while (loom.getLoomQueCount() > 512 && !done) clock.sleepFor(1ms);
             const int key = static_cast<int>(tick / 4 % 100);
-            loom.putLoomQueData(shortRecord(1, tick, 0x90, key, tick % 2 ? 0 : 90, static_cast<int>(tick % 7), 0));
+            loom.putLoomQueData(
+                shortRecord(1, tick % 960, 0x90, key, tick % 2 ? 0 : 90, static_cast<int>(tick % 7), 0));
             if (tick % 50 == 0) loom.putLoomQueData(tempoRecord(0, tick, 40'000 + tick % 3000));
             ++played;
         }
-    });
-    std::thread recorder([&] {
-        std::uint16_t record = 0;
-        std::uint16_t back = 0;
-        std::uint32_t sum = 0;
-        while (!done) {
-            for (; record != loom.getLoomWrdpt(); record = static_cast<std::uint16_t>((record + 1) % 600)) {
-                sum += loom.getLoomRecdata()[record].data1;
-                loom.loomIncRrdpt();
-                ++received;
-            }
-            for (; back != loom.getLoomWbmpt(); back = static_cast<std::uint16_t>((back + 1) % 600)) {
-                sum += loom.getLoomBackMsg()[back].status;
-                loom.loomIncRbmpt();
-            }
-            if (loom.getLoomRecError()) loom.setLoomRecError(0);
-            clock.sleepFor(1ms);
-        }
-        EXPECT_GT(sum, 0U);
     });
     std::thread driver([&] {
         Bytes sysex(600, 1);
@@ -134,9 +132,11 @@ TEST_F(LoomThreads, EverybodyAtOnce)
         for (std::uint8_t key = 0; !done; key = (key + 1) & 0x7F) {
             const Bytes on{0x90, key, 80};
             const Bytes off{0x80, key, 0};
-            midi.sink->received(on, clock.now());
+            const Bytes timing{0xF8};
+            midi.sink->received(on, clock.now() - 20ms);
             midi.sink->received(sysex, clock.now());
             midi.sink->received(off, clock.now());
+            if (key % 16 == 0) midi.sink->received(timing, clock.now());
             clock.sleepFor(200us);
         }
     });
@@ -148,6 +148,13 @@ TEST_F(LoomThreads, EverybodyAtOnce)
         loom.setLoomRelativeTempo(i % 500);
         loom.queTimeTic();
         seen += loom.getLoomQplaytime() + loom.getLoomInnerTime() + static_cast<unsigned>(loom.getLoomRealTempo());
+        loom.setLoomSyncMode(i / 20 % 2);
+        recordOwner.drain();
+        if (i % 10 == 5) {
+            loom.setLoomRecFlag(0);
+            waitFor([&] { return loom.getLoomRecFlag() == 0; });
+            loom.setLoomRecFlag(1);
+        }
         if (i % 10 == 3) openPorts();
         if (i % 10 == 7) loom.setLoomQueAlloff(1);
         loom.loomSendShortMsg(2, 0xB0, 1, 1);
@@ -155,12 +162,12 @@ TEST_F(LoomThreads, EverybodyAtOnce)
     }
     done = true;
     feeder.join();
-    recorder.join();
     driver.join();
-    EXPECT_GT(seen, 0U);
+    EXPECT_GT(seen + sum, 0U);
     loom.setLoomQueplying(0);
     loom.setLoomQueAlloff(1);
     waitFor([&] { return loom.getLoomQueQlloff() == 0; });
+    recordThread.stop();
     loom.CallTimeKillEvent(1);
     StreamChecker checker;
     checker.check(midi.takeSent());
