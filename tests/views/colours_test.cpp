@@ -49,6 +49,14 @@ TEST_P(BothThemes, SixteenTrackColoursDifferAndStandOut)
     EXPECT_EQ(seen.size(), 16U);
 }
 
+TEST_P(BothThemes, TheRedOfRecordingStandsOutAndCarriesASign)
+{
+    const QColor red = recordColour(palette);
+    for (const Role back : {QPalette::Base, QPalette::Window, QPalette::Button})
+        EXPECT_GE(contrast(red, palette.color(back)), 3.0) << back;
+    EXPECT_GE(contrast(palette.color(QPalette::Base), red), 4.5);
+}
+
 INSTANTIATE_TEST_SUITE_P(Colours, BothThemes, testing::Bool(),
                          [](const auto& each) { return each.param ? "dark" : "light"; });
 

@@ -66,15 +66,16 @@ TEST_F(TrackListModelTest, SwitchesAskAndDoNotActThemselves)
     made[0].name = "\x83\x73\x83\x41\x83\x6d"; // a name in code page 932
     model.setRows(made);
     std::vector<std::pair<int, bool>> asked;
-    model.onMute = model.onSolo = [&](int track, bool on) { asked.emplace_back(track, on); };
+    model.onMute = model.onSolo = model.onRecord = [&](int track, bool on) { asked.emplace_back(track, on); };
 
     EXPECT_TRUE(model.setData(cell(0, TrackColumn::mute), Qt::Checked, Qt::CheckStateRole));
     EXPECT_TRUE(model.setData(cell(0, TrackColumn::solo), Qt::Checked, Qt::CheckStateRole)); // it is on
     EXPECT_FALSE(model.setData(cell(0, TrackColumn::name), Qt::Checked, Qt::CheckStateRole));
     model.toggle(cell(0, TrackColumn::solo));
     model.toggle(cell(0, TrackColumn::port));
+    model.toggle(cell(0, TrackColumn::record));
     model.toggle({});
-    EXPECT_EQ(asked, (std::vector<std::pair<int, bool>>{{7, true}, {7, false}}));
+    EXPECT_EQ(asked, (std::vector<std::pair<int, bool>>{{7, true}, {7, false}, {7, true}}));
     EXPECT_FALSE(model.row(cell(0, TrackColumn::mute)).mute);
     EXPECT_EQ(cell(0, TrackColumn::name).data().toString(), QStringLiteral("ピアノ"));
 }
@@ -100,6 +101,18 @@ TEST_F(StoredTest, PlacementHoldsForOneScreenAndOnlyWhole)
         store.setInt("Window Placement", key, -3000);
         EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, 1920, 1080)) << key;
     }
+}
+
+TEST_F(StoredTest, ThePanelHasAPlaceOfItsOwn)
+{
+    const WindowPlacement main{.left = 1, .top = 2, .right = 3, .bottom = 4};
+    const WindowPlacement panel{.left = 5, .top = 6, .right = 7, .bottom = 8};
+    savePlacement(store, PlacedWindow::main, main, 1920, 1080);
+    savePlacement(store, PlacedWindow::panel, panel, 1920, 1080);
+    EXPECT_EQ(loadPlacement(store, PlacedWindow::main, 1920, 1080), main);
+    EXPECT_EQ(loadPlacement(store, PlacedWindow::panel, 1920, 1080), panel);
+    store.remove("Window Placement", "Cnp MaxPos y");
+    EXPECT_FALSE(loadPlacement(store, PlacedWindow::panel, 1920, 1080));
 }
 
 TEST_F(StoredTest, StrangeChoicesFallBackToTheDesktop)

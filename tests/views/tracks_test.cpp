@@ -13,21 +13,33 @@ namespace {
 TEST(TrackRows, ListTracksWithBlocksAndWhatSounds)
 {
     SongFixture song;
-    EXPECT_TRUE(trackRows(song.editor).empty());
-    for (const int track : {1, 4, 100}) song.addBlock(track, 0, 1920);
-    song.editor.SetTrkMute(4, true);
-    auto rows = trackRows(song.editor);
-    ASSERT_EQ(rows.size(), 3U);
-    EXPECT_EQ(rows[1].track, 4);
-    EXPECT_EQ(rows[1].channel, 3);
-    EXPECT_TRUE(rows[0].sounding);
-    EXPECT_FALSE(rows[1].sounding);
+    const auto shown = [&](int track) { // 0 for no row, 1 for an empty one, 2 for one in use
+        for (const TrackRow& row : trackRows(song.editor))
+            if (row.track == track) return row.used ? 2 : 1;
+        return 0;
+    };
+    EXPECT_EQ(trackRows(song.editor).size(), 16U); // a new song has tracks to record on
+    EXPECT_EQ(shown(16), 1);
+    for (const int track : {1, 4, 40}) song.addBlock(track, 0, 1920);
+    EXPECT_EQ(shown(4), 2);
+    EXPECT_EQ(shown(17), 0);
+    EXPECT_EQ(shown(40), 2);
+    EXPECT_EQ(shown(41), 1); // room behind the last
+    song.addBlock(100, 0, 1920);
+    EXPECT_EQ(trackRows(song.editor).size(), 18U);
 
+    song.editor.SetTrkMute(4, true);
+    song.editor.SetTrkRec(2, true);
+    auto rows = trackRows(song.editor);
+    EXPECT_EQ(rows[3].channel, 3);
+    EXPECT_TRUE(rows[1].record);
+    EXPECT_TRUE(rows[0].sounding);
+    EXPECT_FALSE(rows[3].sounding);
     song.editor.SetTrkSolo(4, true); // a muted track with solo plays, and alone
     rows = trackRows(song.editor);
     EXPECT_FALSE(rows[0].sounding);
-    EXPECT_TRUE(rows[1].sounding);
-    EXPECT_FALSE(rows[2].sounding);
+    EXPECT_TRUE(rows[3].sounding);
+    EXPECT_FALSE(rows.back().sounding);
 }
 
 TEST(Miniature, PutsNotesWhereTheyPlay)
@@ -48,6 +60,19 @@ TEST(Miniature, PutsNotesWhereTheyPlay)
     EXPECT_EQ(picture.bandsIn(200, 201), 1U << (Miniature::bands - 1));
     EXPECT_NE(picture.bandsIn(1023, 5000), 0U);
     EXPECT_EQ(Miniature(*song.editor.song().trk(2), 0).bandsIn(0, Miniature::parts), 0U);
+}
+
+TEST(Miniature, OfABlockUnderRecordingLeavesTheOthersOut)
+{
+    SongFixture song;
+    const std::uint32_t end = Miniature::parts * 10;
+    SongFixture::addNote(song.addBlock(1, 0, 1000), 0, 20, 100, 1000);
+    CBlk& take = song.addBlock(1, 2000, 2000);
+    SongFixture::addNote(take, 2500, 60, 100, 10);
+    const Miniature picture(take, end);
+    ASSERT_EQ(picture.blocks().size(), 1U);
+    EXPECT_EQ(picture.bandsIn(0, 250), 0U);
+    EXPECT_NE(picture.bandsIn(250, 251), 0U);
 }
 
 TEST(NoteStarts, FindNotesThatBegin)

@@ -173,7 +173,7 @@ void FrameActions::setEditing(bool possible)
 {
     if (possible == m_editing) return;
     m_editing = possible;
-    for (QAction* action : {&newSong, &open, &trackUp, &trackDown}) action->setEnabled(possible);
+    for (QAction* action : {&newSong, &open, &save, &saveAs, &trackUp, &trackDown}) action->setEnabled(possible);
     m_recentMenu->setEnabled(possible);
     showHistory();
 }

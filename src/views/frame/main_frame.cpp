@@ -147,7 +147,10 @@ void CMainFrame::connectActions()
     on(m_actions.trackUp, [this] { moveTrack(-1); });
     on(m_actions.trackDown, [this] { moveTrack(1); });
     on(m_actions.quit, [this] { close(); });
-    on(m_actions.systemSetup, [this] { m_setup.systemSetup(); });
+    on(m_actions.systemSetup, [this] {
+        m_setup.systemSetup();
+        m_keyboard->devicesChanged();
+    });
     on(m_actions.recordSettings, [this] { m_setup.recordSettings(); });
     on(m_actions.metronomeSettings, [this] { m_setup.metronomeSettings(); });
     m_setup.isBusy = [this] { return m_status->busy(); };
@@ -487,6 +490,7 @@ void CMainFrame::showInPlace()
 
 void CMainFrame::closeEvent(QCloseEvent* event)
 {
+    if (m_parts.document.IsRecording()) m_parts.panel.Stop(); // a take is complete before anything is asked
     if (!m_files.leaveSong()) {
         event->ignore();
         return;

@@ -98,7 +98,8 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     switch (metric) {
     case PM_ScrollBarExtent: return 12;
     case PM_ScrollBarSliderMin: return 32;
-    case PM_SplitterWidth: return 1;
+    case PM_SplitterWidth:
+    case PM_DockWidgetSeparatorExtent: return 1;
     case PM_MenuVMargin: return 4;
     case PM_MenuBarVMargin: return 2;
     case PM_MenuBarItemSpacing: return 4;
@@ -133,6 +134,10 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
 {
     if (element == PE_FrameFocusRect && option->state & State_Enabled && qobject_cast<const QPushButton*>(widget))
         return;
+    if (element == PE_IndicatorDockWidgetResizeHandle) {
+        painter->fillRect(option->rect, option->palette.mid());
+        return;
+    }
     if (element == PE_PanelStatusBar || element == PE_FrameStatusBarItem) return;
     if (element == PE_PanelTipLabel) {
         painter->fillRect(option->rect, option->palette.mid());

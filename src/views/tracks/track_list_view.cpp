@@ -94,7 +94,7 @@ private:
         const QColor red = recordColour(colours);
         const QPointF middle = paintButton(painter, option, on, red).center();
         painter.setPen(Qt::NoPen);
-        painter.setBrush(on ? colours.color(QPalette::Base) : blend(red, colours.color(QPalette::Button), 0.55));
+        painter.setBrush(on ? colours.color(QPalette::Base) : blend(red, colours.color(QPalette::Button), 0.45));
         painter.drawEllipse(middle, 4.5, 4.5);
     }
 

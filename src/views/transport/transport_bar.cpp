@@ -47,6 +47,7 @@ TransportBar::TransportBar(const Icons& icons, const Actions& actions, const UiT
     addSwitches(actions);
     m_song->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setFiller(m_song);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     retranslate();
 }
 

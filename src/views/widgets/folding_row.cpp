@@ -11,7 +11,7 @@ namespace tessaro {
 namespace {
 
 constexpr int edge = 8;
-constexpr int gap = 17; ///< with the line in its middle
+constexpr int gap = 13; ///< with the line in its middle
 constexpr int leastFiller = 80;
 
 } // namespace
