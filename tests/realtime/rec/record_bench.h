@@ -58,9 +58,11 @@ struct RecordBench : PlayBench {
         smc.smcSetRecOwner(nullptr);
     }
 
-    /// One tick a millisecond.
-    void plainTempo()
+    /// One tick a millisecond, and something to play on each, so that the position moves tick by tick.
+    void plainTime()
     {
+        CBlk& blk = block(100);
+        for (std::uint32_t tick = 0; tick < 2500; ++tick) add(blk, 0xD0, tick, {1});
         const std::uint8_t tempo[] = {0x07, 0x53, 0x00};
         editor.AddTempo(0, tempo);
     }
@@ -111,6 +113,7 @@ struct RecordBench : PlayBench {
     /// Ends the take as it stands, with what has not been handed over yet.
     void end()
     {
+        smc.smcRecStop();
         for (; m_next % loomRingEntries != loom.getLoomWrdpt(); ++m_next)
             note(loom.getLoomRecdata()[m_next % loomRingEntries]);
         told.stop = smc.smcGetPlayCount();
