@@ -129,11 +129,13 @@ TEST_F(PanelTest, TakesBeginWithTheirCountInAndGoBackWhenStopped)
 
     // The song itself counts in: what it plays before is no wrap of a loop.
     bench.settings.ints["System/Count In Play"] = 1;
+    bench.panel.SetLoop(1920, 9600);
+    bench.panel.ShortCutLoopClicked();
     bench.panel.ShortCutRECClicked();
     bench.panel.Start();
     EXPECT_EQ(bench.panel.GetLocation(), 0U);
     play(500ms);
-    EXPECT_EQ(bench.panel.recorder().lastTick(), 1920U);
+    EXPECT_EQ(bench.panel.GetRecBlk(bench.editor.GetTrkPos(2))->GetTimeEnd(), 1920U);
     play(2000ms);
     EXPECT_NEAR(bench.panel.recorder().lastTick(), 2400, 20);
     bench.main.send({msg::recordError, 0, 0});
@@ -187,6 +189,11 @@ TEST_F(PanelTest, StepsOnWhileNothingPlays)
     bench.panel.SetLocation(4800);
     EXPECT_EQ(bench.panel.recorder().stepTick(), 4800U);
     playKey(62);
+    bench.loom.setLoomSyncMode(1);
+    tell(2); // what another machine plays is nothing to step input
+    tell(6, 4 << 8U);
+    EXPECT_TRUE(bench.panel.IsStepRec());
+    bench.loom.setLoomSyncMode(0);
     bench.panel.StopClicked();
     EXPECT_FALSE(bench.panel.GetPlayBtn());
     EXPECT_EQ(bench.panel.GetLocation(), 4800U + 480) << "step input stays where it got";
@@ -197,6 +204,12 @@ TEST_F(PanelTest, StepsOnWhileNothingPlays)
     bench.panel.ShortCutRECClicked();
     EXPECT_FALSE(bench.panel.GetPlayBtn());
     EXPECT_FALSE(seen.timer);
+    bench.panel.ShortCutRECClicked();
+    bench.panel.Top();
+    EXPECT_TRUE(bench.panel.IsStepRec()) << "as yet only armed";
+    bench.panel.Start();
+    bench.panel.Top();
+    EXPECT_FALSE(bench.panel.IsStepRec() || bench.panel.GetPlayBtn());
 }
 
 TEST_F(PanelTest, FollowsAMasterWithATake)

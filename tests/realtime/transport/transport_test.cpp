@@ -101,6 +101,12 @@ TEST_F(TransportTest, EditsInterruptPlayAndKeepItsPlace)
     EXPECT_NEAR(bench.panel.GetLocation(), at + 192, 10);
     EXPECT_TRUE(bench.panel.GetPlayBtn());
 
+    bench.editor.StopSeq();
+    bench.panel.Stop();
+    bench.editor.PlaySeq();
+    EXPECT_FALSE(bench.smc.running()) << "stopped for good meanwhile";
+    bench.panel.Start();
+
     // A song that has ended by itself stays ended.
     bench.panel.ShortCutLoopClicked();
     bench.panel.SetLocation(19200);
