@@ -230,6 +230,7 @@ void Recorder::Parts::endTake(const LoopRange& loop)
     journal.end();
     const std::uint32_t stop = ports.smc.smcGetPlayCount();
     ended->finish(stop, stop > ended->lastTick() ? stop : loop.end);
+    ports.smc.takeEcho().clear(); // from now on the blocks themselves are heard
     editor->CloseUndoNode();
     ended->select();
     tellJournal();

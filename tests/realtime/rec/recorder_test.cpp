@@ -167,13 +167,18 @@ TEST(Recorder, ALoopSizesTheBlockOnceAndPlaysWhatWasRecorded)
     bench.passed(bench.smc.smcGetPlayCount());
     EXPECT_EQ(blk.GetTimeEnd(), 2000U);
     EXPECT_TRUE(bench.smc.running()) << "sizing does not stop the song";
-    bench.log.heard.clear();
-    bench.run(1000ms);
-    EXPECT_EQ(
-        std::count_if(bench.log.heard.begin(), bench.log.heard.end(), [](const Heard& h) { return h.isNoteOn(); }), 1);
+    const auto notesOfOnePass = [&bench] {
+        bench.log.heard.clear();
+        bench.run(1000ms);
+        return std::ranges::count_if(bench.log.heard, [](const Heard& h) { return h.isNoteOn(); });
+    };
+    EXPECT_EQ(notesOfOnePass(), 1);
     bench.end();
     EXPECT_EQ(events(blk), "900:90,60,1+100 ") << "a note held over the wrap lasts to the loop's end";
     EXPECT_EQ(bench.selection.selected.size(), 1U);
+    bench.smc.smcLocate(1000, false);
+    bench.smc.smcPlayStart();
+    EXPECT_EQ(notesOfOnePass(), 1) << "and is heard once";
 }
 
 TEST(Recorder, WhatIsOnItsWayAtTheEndIsTakenOnceAndFreedOnce)
