@@ -19,7 +19,6 @@ constexpr const char* midiChaseKey = "MIDI Chase";
 constexpr const char* viewChaseKey = "View Chase";
 constexpr int largestTranspose = 127;
 constexpr int midiSync = 1;
-constexpr int fastForwardTempo = 3000; // thousandths on top
 constexpr int stopAttempts = 10;
 } // namespace
 
@@ -30,9 +29,10 @@ CCnpWindow::CCnpWindow(const RecorderPorts& ports)
     , m_profile(ports.profile)
     , m_user(ports.user)
     , m_recorder(ports)
+    , m_tempoBox(m_smc)
     , m_midiChase(m_profile.getInt(section, midiChaseKey, 0) != 0)
-    , m_viewChase(m_profile.getInt(section, viewChaseKey, 1) != 0)
 {
+    m_locationBox.setViewsFollow(m_profile.getInt(section, viewChaseKey, 1) != 0);
     m_smc.setTempoDisplay(this);
     m_smc.setTakeInfo(&m_recorder);
 }
@@ -43,16 +43,11 @@ CCnpWindow::~CCnpWindow()
     m_smc.setTempoDisplay(nullptr);
 }
 
-void CCnpWindow::addView(MessageTarget* view) { m_views.push_back(view); }
-
-void CCnpWindow::removeView(const MessageTarget* view) noexcept { std::erase(m_views, view); }
-
-void CCnpWindow::tellViews(std::uint32_t message, std::uint32_t tick)
+void CCnpWindow::setObserver(CnpObserver* observer) noexcept
 {
-    if (!m_viewChase) return;
-    const std::vector<MessageTarget*> views = m_views; // a view may leave meanwhile
-    for (MessageTarget* view : views)
-        if (std::find(m_views.begin(), m_views.end(), view) != m_views.end()) view->send({message, tick, 0});
+    m_observer = observer;
+    m_locationBox.setObserver(observer);
+    m_tempoBox.setObserver(observer);
 }
 
 void CCnpWindow::changed()
@@ -84,7 +79,7 @@ void CCnpWindow::Start()
     WindReleased();
     if (!hasSong() || steps()) return;
     if (m_smc.running()) { // by fast forward, of which no more comes than the tempo
-        m_forward.startedPlay = false;
+        m_fastPlay = false;
         m_play = true;
         changed();
         return;
@@ -98,12 +93,9 @@ void CCnpWindow::run(Entry entry)
     m_resumes = false;
     m_startTick = m_smc.smcGetPlayCount();
     const bool recording = IsRecButton();
-    if (recording) {
-        m_smc.takeEcho().clear();
-        if (!m_recorder.begin(m_startTick, loop())) {
-            Stop();
-            return;
-        }
+    if (recording && !m_recorder.begin(m_startTick, loop())) {
+        Stop();
+        return;
     }
     m_play = true;
     wantTimer(true);
@@ -113,11 +105,10 @@ void CCnpWindow::run(Entry entry)
         if (recording && entry == Entry::countIn) m_smc.smcSetPreCount(true);
         m_smc.smcPlayStart();
     }
-    m_shownTick = m_smc.smcGetPlayCount(); // before the start when the song itself is the count-in
-    m_reachedTake = m_shownTick >= m_startTick;
-    show(m_shownTick);
+    const std::uint32_t at = m_smc.smcGetPlayCount(); // before the start when the song itself is the count-in
+    m_reachedTake = at >= m_startTick;
     changed();
-    tellViews(msg::locationJumped, m_shownTick);
+    m_locationBox.jumpTo(at);
 }
 
 int CCnpWindow::Stop()
@@ -133,9 +124,7 @@ int CCnpWindow::Stop()
     wantTimer(false);
     // Another machine's Start may have come in between.
     for (int i = 0; i < stopAttempts && m_smc.smcPlayStatus(); ++i) m_smc.smcPlayStop();
-    m_countIn.reset();
-    m_shownTick = m_smc.smcGetPlayCount();
-    show(m_shownTick);
+    m_locationBox.show(m_smc.smcGetPlayCount());
     changed();
     if (m_mainFrame) m_mainFrame->send({msg::playStopped, 0, 0});
     return 1;
@@ -195,26 +184,25 @@ void CCnpWindow::playOn()
 void CCnpWindow::FastForwardPressed()
 {
     WindReleased();
-    if (!hasSong() || m_forward.on) return;
+    if (!hasSong() || GetFastForward()) return;
     if (!IsRecButton()) {
-        m_forward = {true, !plays(), m_smc.loom().getLoomRelativeTempo()};
-        if (m_forward.startedPlay) {
+        m_fastPlay = !plays();
+        m_tempoBox.beginFast();
+        if (m_fastPlay) {
             m_smc.smcLocateQuiet(m_smc.smcGetPlayCount(), false);
             applyLoop();
             m_smc.smcPlayStart();
-            m_shownTick = m_smc.smcGetPlayCount();
             wantTimer(true);
         }
-        m_smc.smcSetRelativeTempo(fastForwardTempo);
     }
     changed();
 }
 
 void CCnpWindow::FastForwardReleased()
 {
-    const bool startedPlay = m_forward.startedPlay;
+    const bool played = m_fastPlay;
     endFastForward();
-    if (startedPlay)
+    if (played)
         Stop();
     else
         changed();
@@ -222,27 +210,23 @@ void CCnpWindow::FastForwardReleased()
 
 void CCnpWindow::endFastForward()
 {
-    if (!std::exchange(m_forward.on, false)) return;
-    m_forward.startedPlay = false;
-    applyRelativeTempo(m_forward.savedRelTempo);
+    m_fastPlay = false;
+    if (GetFastForward()) m_tempoBox.endFast();
 }
 
 void CCnpWindow::Wind(int direction, WindStep step)
 {
     if (!hasSong()) return;
     if (plays()) Stop();
-    const std::uint32_t from = steps() ? m_recorder.stepTick() : m_location;
-    show(m_winding.repeat(*m_smc.song(), from, direction, step));
-    if (steps()) {
-        m_recorder.setStepTick(m_location);
-        m_shownTick = m_location;
-    }
-    tellViews(msg::locationJumped, m_location);
+    const std::uint32_t from = steps() ? m_recorder.stepTick() : GetLocation();
+    const std::uint32_t to = m_winding.repeat(*m_smc.song(), from, direction, step);
+    if (steps()) m_recorder.setStepTick(to);
+    m_locationBox.jumpTo(to);
 }
 
 void CCnpWindow::WindReleased()
 {
-    if (m_winding.held() && hasSong()) locateAndShow(m_winding.release(*m_smc.song(), m_location));
+    if (m_winding.held() && hasSong()) locateAndShow(m_winding.release(*m_smc.song(), GetLocation()));
 }
 
 // Recording
@@ -255,7 +239,7 @@ void CCnpWindow::ShortCutRECClicked()
         RecStop();
         return;
     }
-    if (m_forward.on) FastForwardReleased();
+    if (GetFastForward()) FastForwardReleased();
     if (m_mainFrame && m_recorder.arm(*m_mainFrame) && m_play) {
         m_smc.smcPlayStop();
         run(Entry::atOnce);
@@ -300,14 +284,13 @@ void CCnpWindow::SetLocation(long tick)
 {
     m_winding.forget();
     if (!hasSong()) return;
-    if (m_forward.on) FastForwardReleased();
+    if (GetFastForward()) FastForwardReleased();
     if (inMidiSync() && steps()) Stop(); // there, a new location ends whatever is recorded
     const bool played = m_play && !steps();
     if (inMidiSync() || plays()) {
         m_smc.smcPlayStop();
         m_smc.smcRecStop();
         endTake();
-        m_shownTick = 0;
     }
     locateAndShow(static_cast<std::uint32_t>(std::max(tick, 0L)));
     m_resumes = played;
@@ -334,19 +317,10 @@ void CCnpWindow::locateAndShow(std::uint32_t tick)
     if (m_observer) m_observer->busy(true);
     m_smc.smcLocate(tick, m_midiChase);
     if (m_observer) m_observer->busy(false);
-    m_startTick = m_shownTick = m_smc.smcGetPlayCount();
+    m_startTick = m_smc.smcGetPlayCount();
     if (steps()) m_recorder.setStepTick(m_startTick);
-    m_countIn.reset();
     applyLoop();
-    show(m_startTick);
-    tellViews(msg::locationJumped, m_startTick);
-}
-
-void CCnpWindow::show(std::uint32_t tick)
-{
-    m_location = tick;
-    m_thinCount = 0;
-    if (m_observer) m_observer->locationShown(tick);
+    m_locationBox.jumpTo(m_startTick);
 }
 
 void CCnpWindow::DrawLocation(const std::string& text)
@@ -360,42 +334,28 @@ void CCnpWindow::SetTop()
     if (goesOn() || IsRecButton()) Stop();
     m_loopStart = m_loopEnd = 0;
     m_loop = m_metronome = false;
-    m_startTick = m_shownTick = 0;
+    m_startTick = 0;
     m_smc.loom().setLoomMetroFlg(0);
     applyLoop();
     applyTranspose(0);
-    applyRelativeTempo(0);
-    show(0);
+    m_tempoBox.setRelative(0);
+    m_locationBox.show(0);
     changed();
 }
 
 // The song may have wrapped since the last call, or be at the count-in still.
 void CCnpWindow::timer()
 {
+    if (m_winding.held()) return;
     if (goesOn() && !plays() && !steps()) { // an edit that failed has stopped it for good
         Stop();
         return;
     }
-    showCountIn();
-    const std::uint32_t tick = position();
-    if (tick > m_shownTick) {
-        if (++m_thinCount >= m_thinTime) show(tick);
-        tellViews(msg::playPosition, tick);
-    } else if (tick < m_shownTick) {
-        show(tick);
-        tellViews(msg::locationJumped, m_loop ? m_loopStart : tick);
-    }
-    m_shownTick = tick;
+    m_locationBox.showCountIn(m_smc.countInShown());
+    const std::uint32_t tick = steps() ? m_recorder.stepTick() : m_smc.smcGetPlayCount();
+    m_locationBox.follow(tick, m_loop ? m_loopStart : tick);
     UpdateTempo();
     if (records() && !steps()) passTake(tick);
-}
-
-void CCnpWindow::showCountIn()
-{
-    const std::optional<int> countIn = m_smc.countInShown();
-    if (countIn == m_countIn) return;
-    m_countIn = countIn;
-    if (countIn) DrawLocation(std::to_string(*countIn));
 }
 
 // What comes before the take's beginning is the song as its own count-in.
@@ -459,31 +419,12 @@ void CCnpWindow::SetSyncMode(unsigned mode)
 
 void CCnpWindow::SetTempo(int tempo)
 {
-    const int base = m_smc.loom().getLoomTempo();
-    if (base > 0 && tempo > 0) SetRelativeTempo((long{tempo} * 1000 + base - 1) / base - 1000);
+    if (hasSong()) m_tempoBox.wish(tempo);
 }
 
 void CCnpWindow::SetRelativeTempo(long thousandths)
 {
-    if (hasSong()) applyRelativeTempo(thousandths);
-}
-
-void CCnpWindow::applyRelativeTempo(long thousandths)
-{
-    if (m_forward.on)
-        m_forward.savedRelTempo = static_cast<int>(thousandths); // for when the button is let go
-    else
-        m_smc.smcSetRelativeTempo(static_cast<int>(thousandths));
-    UpdateTempo();
-}
-
-void CCnpWindow::UpdateTempo()
-{
-    if (m_forward.on) return;
-    const int tempo = m_smc.loom().getLoomRealTempo();
-    if (tempo == m_tempo) return;
-    m_tempo = tempo;
-    if (m_observer) m_observer->tempoShown(tempo);
+    if (hasSong()) m_tempoBox.setRelative(thousandths);
 }
 
 void CCnpWindow::SetTranspose(int semitones)
@@ -506,7 +447,7 @@ void CCnpWindow::SetMIDIChase(bool on)
 
 void CCnpWindow::SetViewChase(bool on)
 {
-    m_viewChase = on;
+    m_locationBox.setViewsFollow(on);
     m_profile.setInt(section, viewChaseKey, on);
 }
 

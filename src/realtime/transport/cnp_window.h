@@ -4,36 +4,18 @@
 #include "base/export.h"
 #include "realtime/play/smc.h"
 #include "realtime/rec/recorder.h"
+#include "realtime/transport/cnp_observer.h"
+#include "realtime/transport/location_box.h"
+#include "realtime/transport/tempo_box.h"
 #include "realtime/transport/winding.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
-#include <vector>
 
 namespace tessaro {
 
 class MessageTarget;
 class SettingsStore;
-
-/// Draws the control panel. Main thread.
-class TESSARO_API CnpObserver {
-public:
-    virtual ~CnpObserver();
-    /// A button, the loop points, sync mode, transposition or the state of recording changed.
-    virtual void stateChanged() = 0;
-    virtual void locationShown(std::uint32_t tick) = 0;
-    /// A text in the location box, until the next location.
-    virtual void textShown(const std::string& text) = 0;
-    /// The real tempo in whole beats a minute.
-    virtual void tempoShown(int tempo) = 0;
-    /// While `on`, `timer` wants to be called every 100 ms.
-    virtual void timerWanted(bool on) = 0;
-    /// Around work that may take seconds.
-    virtual void busy(bool on) = 0;
-    /// The location box is to be typed into.
-    virtual void locationWanted() {}
-};
 
 /// The control panel: what the transport's buttons and boxes do, without their looks. The real-time layer holds the
 /// truth while a song plays; what is held here is what the person sees. Without a song a command does nothing but tell
@@ -52,12 +34,12 @@ public:
     CCnpWindow(const CCnpWindow&) = delete;
     CCnpWindow& operator=(const CCnpWindow&) = delete;
 
-    void setObserver(CnpObserver* observer) noexcept { m_observer = observer; }
+    void setObserver(CnpObserver* observer) noexcept;
     void setMainFrame(MessageTarget* mainFrame) noexcept { m_mainFrame = mainFrame; }
-    void addView(MessageTarget* view);
-    void removeView(const MessageTarget* view) noexcept;
+    void addView(MessageTarget* view) { m_locationBox.addView(view); }
+    void removeView(const MessageTarget* view) noexcept { m_locationBox.removeView(view); }
     /// Timer calls from one redraw of the location to the next; 0 counts as 1.
-    void setThinTime(int calls) noexcept { m_thinTime = calls > 0 ? calls : 1; }
+    void setThinTime(int calls) noexcept { m_locationBox.setThinTime(calls); }
 
     void Start();
     /// Ends everything: play, a take, fast forward. Always 1.
@@ -77,7 +59,7 @@ public:
     /// The fast forward button, held: four times the tempo.
     void FastForwardPressed();
     void FastForwardReleased();
-    [[nodiscard]] bool GetFastForward() const noexcept { return m_forward.on; }
+    [[nodiscard]] bool GetFastForward() const noexcept { return m_tempoBox.isFast(); }
     /// The rewind (-1) or forward (1) button, held: to be called when it goes down and for each repetition after. Stops
     /// what plays.
     void Wind(int direction, WindStep step);
@@ -99,7 +81,7 @@ public:
     /// Message 0x434.
     void recordError();
 
-    [[nodiscard]] std::uint32_t GetLocation() const noexcept { return m_location; }
+    [[nodiscard]] std::uint32_t GetLocation() const noexcept { return m_locationBox.tick(); }
     /// Negative is 0. A playing song goes on from there, once the main frame has had its message.
     void SetLocation(long tick);
     /// That message: a song that was to go on does, unless it has been stopped since.
@@ -110,7 +92,7 @@ public:
     // For who interrupts a playing song
 
     /// Whether the song is to play on after an interruption.
-    [[nodiscard]] bool goesOn() const noexcept { return (m_play || m_forward.startedPlay) && !m_endingTake; }
+    [[nodiscard]] bool goesOn() const noexcept { return (m_play || m_fastPlay) && !m_endingTake; }
     /// Plays on from the present position.
     void playOn();
 
@@ -133,12 +115,12 @@ public:
 
     /// Wishes for the real tempo in beats a minute: a value, one more, one less, the song's own.
     void SetTempo(int tempo);
-    void TempoUp() { SetTempo(m_tempo + 1); }
-    void TempoDown() { SetTempo(m_tempo - 1); }
+    void TempoUp() { SetTempo(GetTempo() + 1); }
+    void TempoDown() { SetTempo(GetTempo() - 1); }
     void TempoReset() { SetRelativeTempo(0); }
     void SetRelativeTempo(long thousandths);
-    void UpdateTempo() override;
-    [[nodiscard]] int GetTempo() const noexcept { return m_tempo; }
+    void UpdateTempo() override { m_tempoBox.update(); }
+    [[nodiscard]] int GetTempo() const noexcept { return m_tempoBox.tempo(); }
     /// Global transposition in semitones.
     [[nodiscard]] int GetTranspose() const noexcept { return m_transpose; }
     void SetTranspose(int semitones);
@@ -148,7 +130,7 @@ public:
     void DrawLocation(const std::string& text);
     [[nodiscard]] bool GetMIDIChase() const noexcept { return m_midiChase; }
     void SetMIDIChase(bool on);
-    [[nodiscard]] bool GetViewChase() const noexcept { return m_viewChase; }
+    [[nodiscard]] bool GetViewChase() const noexcept { return m_locationBox.viewsFollow(); }
     void SetViewChase(bool on);
 
     /// To be called every 100 ms while it is wanted.
@@ -160,61 +142,45 @@ private:
     void endTake();
     void endFastForward();
     void locateAndShow(std::uint32_t tick);
-    void show(std::uint32_t tick);
-    void showCountIn();
     void passTake(std::uint32_t tick);
-    void tellViews(std::uint32_t message, std::uint32_t tick);
     void applyLoop();
     void applyTranspose(int semitones);
-    void applyRelativeTempo(long thousandths);
     void wantTimer(bool on);
     void changed();
 
+    /// Without a song, lets the observer look at the buttons again.
     [[nodiscard]] bool hasSong();
     [[nodiscard]] bool inMidiSync() const;
     [[nodiscard]] bool plays() const { return m_resumes || m_smc.running(); }
     /// A take or step input runs.
     [[nodiscard]] bool records() const noexcept { return m_recorder.state() == RecState::recording; }
     [[nodiscard]] bool steps() const noexcept { return records() && m_recorder.IsStepRec(); }
-    [[nodiscard]] std::uint32_t position() const { return steps() ? m_recorder.stepTick() : m_smc.smcGetPlayCount(); }
     [[nodiscard]] LoopRange loop() const noexcept { return {m_loop, m_loopStart, m_loopEnd}; }
-
-    struct FastForward {
-        bool on = false;
-        bool startedPlay = false; ///< the song did not play before
-        int savedRelTempo = 0;
-    };
 
     Smc& m_smc;
     SettingsStore& m_profile;
     UserPort& m_user;
     Recorder m_recorder;
+    LocationBox m_locationBox;
+    TempoBox m_tempoBox;
+    Winding m_winding;
     CnpObserver* m_observer = nullptr;
     MessageTarget* m_mainFrame = nullptr;
-    std::vector<MessageTarget*> m_views;
 
-    std::uint32_t m_location = 0;  ///< the location box
-    std::uint32_t m_shownTick = 0; ///< position at the last timer call
     std::uint32_t m_startTick = 0; ///< where play began
     std::uint32_t m_loopStart = 0;
     std::uint32_t m_loopEnd = 0;
-    std::optional<int> m_countIn; ///< shown now
-    Winding m_winding;
-    FastForward m_forward;
-    int m_tempo = 0;
     int m_transpose = 0;
-    int m_thinTime = 1;
-    int m_thinCount = 0;
     unsigned m_syncMode = 0;
     bool m_loop = false;
     bool m_play = false;
+    bool m_fastPlay = false;    ///< the song plays only because fast forward is held
     bool m_resumes = false;     ///< play goes on when the main frame has had its message
     bool m_endingTake = false;  ///< the transport stands until the take is complete
     bool m_reachedTake = false; ///< the song has come to where the take begins
     bool m_timerOn = false;
     bool m_metronome = false;
     bool m_midiChase;
-    bool m_viewChase;
 };
 
 } // namespace tessaro

@@ -65,6 +65,20 @@ TEST_F(PanelTest, WindsFromWhereItStandsAndSettlesWhenLetGo)
     bench.panel.Stop();
 }
 
+TEST_F(PanelTest, ThinsTheBoxAndNotTheViews)
+{
+    for (const int thinTime : {0, 1, 3}) {
+        bench.panel.setThinTime(thinTime);
+        bench.panel.Start();
+        seen.locations.clear();
+        view.got.clear();
+        play(1200ms);
+        EXPECT_EQ(seen.locations.size(), thinTime == 3 ? 4U : 12U);
+        EXPECT_EQ(view.got.size(), 12U);
+        bench.panel.Stop();
+    }
+}
+
 TEST_F(PanelTest, FastForwardIsFourTimesTheTempoWhileItIsHeld)
 {
     bench.panel.SetRelativeTempo(100);
