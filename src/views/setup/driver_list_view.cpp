@@ -116,6 +116,7 @@ void DriverListView::mousePressEvent(QMouseEvent* event)
     QTreeWidget::mousePressEvent(event);
     QTreeWidgetItem* item = itemAt(event->position().toPoint());
     if (event->button() != Qt::LeftButton || !item) return;
+    setCurrentItem(item); // which a press on the box alone does not
     m_held = indexOfTopLevelItem(item);
     viewport()->setCursor(Qt::ClosedHandCursor);
 }

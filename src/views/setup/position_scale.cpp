@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::uint32_t barTicks = 1920;
 constexpr std::uint32_t beatTicks = 480;
-constexpr std::uint32_t largestNumber = 999'999; ///< of those that can be typed
+constexpr std::uint32_t largestNumber = 2'000'000; ///< more than the bars of the longest song
 constexpr std::uint32_t lastTick = std::numeric_limits<std::int32_t>::max();
 
 } // namespace
@@ -49,10 +49,12 @@ std::optional<std::uint32_t> PositionScale::parse(std::string_view text) const
     std::array<std::uint32_t, 3> numbers{};
     std::size_t field = 0;
     for (const char c : text) {
-        if (c >= '0' && c <= '9')
-            numbers[field] = std::min(numbers[field] * 10 + static_cast<std::uint32_t>(c - '0'), largestNumber);
-        else if (++field == numbers.size())
-            return std::nullopt;
+        if (c < '0' || c > '9') {
+            if (++field == numbers.size()) return std::nullopt;
+            continue;
+        }
+        numbers[field] = numbers[field] * 10 + static_cast<std::uint32_t>(c - '0');
+        if (numbers[field] > largestNumber) return std::nullopt;
     }
     if (numbers[0] == 0) return std::nullopt;
     return tickOf({numbers[0], numbers[1], numbers[2]});
