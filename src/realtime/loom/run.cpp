@@ -25,6 +25,17 @@ constexpr int mostMissed = 96;
 /// No clock goes out sooner behind the one before, lest an absurd tempo fill the wire and the engine's time.
 constexpr auto leastClockGap = std::chrono::milliseconds(1);
 
+std::uint32_t tempoOf(const _LOOM_QUE_REC& record)
+{
+    return static_cast<std::uint16_t>(record.track) * 65'536U + record.length;
+}
+
+bool isTempo(std::uint32_t tempo)
+{
+    constexpr std::uint32_t longest = 0xFF'FFFF;
+    return tempo != 0 && tempo <= longest;
+}
+
 } // namespace
 
 void Run::advance(Nanos now, bool playing)
@@ -149,7 +160,7 @@ void Run::playRecord(const _LOOM_QUE_REC& queued, std::int64_t tick)
     m_queueTick = tick;
     const Stamp stamp{.due = stampDue(tick), .songTick = record.time};
     switch (record.status) {
-    case que::tempo: playTempo(static_cast<std::uint16_t>(record.track) * 65'536U + record.length, tick); break;
+    case que::tempo: playTempo(tempoOf(record), tick); break;
     case que::songPosition:
     case que::continuePlay:
     case que::stopPlay: playRealtime(record, tick, stamp); break;
@@ -164,8 +175,7 @@ void Run::playRecord(const _LOOM_QUE_REC& queued, std::int64_t tick)
 
 void Run::playTempo(std::uint32_t tempo, std::int64_t tick)
 {
-    constexpr std::uint32_t longest = 0xFF'FFFF;
-    if (tempo == 0 || tempo > longest) return;
+    if (!isTempo(tempo)) return;
     m_tempo.play(tempo);
     if (following()) return;
     const Nanos due = m_line.due(tick);
@@ -213,14 +223,20 @@ Nanos Run::dueOf(std::int64_t tick) const { return m_running ? m_line.due(tick) 
 std::uint32_t Run::songTickAt(Nanos time)
 {
     if (!m_started) return m_state.position.load(std::memory_order_relaxed);
-    const std::int64_t tick = m_place.tickAt(time);
+    std::int64_t tick = m_place.tickAt(time);
     std::uint32_t song = m_place.songAt(tick);
     if (!m_running || m_preCount) return song;
 
+    // A driver may be ahead of time by a period: what falls due by then counts, though it has not been played.
     const _LOOM_QUE_REC* record = m_queue.front();
     if (!record || m_state.run.load(std::memory_order_acquire) != m_run) return song;
     std::int64_t due = recordTick(*record);
+    TimeLine line = m_line;
     for (std::size_t i = 1; record && due <= tick; ++i) {
+        if (record->status == que::tempo && isTempo(tempoOf(*record)) && !following()) {
+            line.setLengthFrom(due, m_tempo.lengthAt(tempoOf(*record)));
+            tick = std::max(line.nearestTickAt(time), due);
+        }
         song = songTickFrom(record->time, tick - due);
         record = m_queue.peek(i);
         if (record) due += std::max(record->delta, 0);

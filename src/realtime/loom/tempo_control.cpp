@@ -58,9 +58,9 @@ void TempoControl::play(std::uint32_t tempo)
 }
 
 /// Not reduced: the denominator stays the same from tempo to tempo, so the time line carries remainders over whole.
-TickLength TempoControl::length() const
+TickLength TempoControl::lengthAt(std::uint32_t tempo) const
 {
-    TickLength length{.numerator = m_engine.base * thousand, .denominator = thousand + m_engine.relative};
+    TickLength length{.numerator = tempo * thousand, .denominator = thousand + m_engine.relative};
     if (m_engine.trim != 0) {
         length.numerator *= million;
         length.denominator *= million + m_engine.trim;

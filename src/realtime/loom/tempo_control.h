@@ -32,7 +32,9 @@ public:
     bool takeRequest();
     /// A tempo record is played.
     void play(std::uint32_t tempo);
-    [[nodiscard]] TickLength length() const;
+    [[nodiscard]] TickLength length() const { return lengthAt(m_engine.base); }
+    /// Once this tempo is played.
+    [[nodiscard]] TickLength lengthAt(std::uint32_t tempo) const;
 
 private:
     std::atomic<std::uint32_t> m_base = 500'000; // as shown
