@@ -1,12 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Runs the command as a user does.
-#include <gtest/gtest.h>
-#include <sys/wait.h>
+#include "support/command.h"
 
-#include <array>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -17,41 +12,11 @@
 namespace tessaro {
 namespace {
 
+using test::Outcome;
 namespace fs = std::filesystem;
 
-struct Outcome {
-    int exit = -1;
-    std::string out;
-    std::string err;
-};
-
-class Commands : public testing::Test {
+class Commands : public test::CommandTest {
 protected:
-    Commands()
-    {
-        std::string folder = (fs::temp_directory_path() / "tessaro-cli-XXXXXX").string();
-        m_folder = mkdtemp(folder.data());
-    }
-    ~Commands() override { fs::remove_all(m_folder); }
-
-    Outcome run(const std::string& arguments) const
-    {
-        const std::string err = path("stderr");
-        const std::string line = std::string(TESSARO_CLI) + " " + arguments + " 2>" + err;
-        Outcome result;
-        std::FILE* pipe = popen(line.c_str(), "r");
-        std::array<char, 4096> room{};
-        for (std::size_t n = 0; (n = std::fread(room.data(), 1, room.size(), pipe)) > 0;)
-            result.out.append(room.data(), n);
-        const int status = pclose(pipe);
-        result.exit = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        std::ifstream in(err);
-        result.err.assign(std::istreambuf_iterator<char>(in), {});
-        return result;
-    }
-
-    std::string path(const std::string& name) const { return (m_folder / name).string(); }
-
     std::string write(const std::string& name, const std::vector<int>& bytes) const
     {
         std::ofstream out(path(name), std::ios::binary);
@@ -70,17 +35,6 @@ protected:
         bytes.insert(bytes.end(), track.begin(), track.end());
         return write("small.mid", bytes);
     }
-
-    std::string bytesOf(const std::string& name) const
-    {
-        std::ifstream in(path(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-
-    static std::string example() { return std::string(TESSARO_SOURCE_DIR) + "/examples/harbour-lights.mid"; }
-
-private:
-    fs::path m_folder;
 };
 
 struct Sent {
@@ -173,10 +127,13 @@ TEST_F(Commands, InfoTellsTheSong)
 
 TEST_F(Commands, WrongUsageExitsWithTwoAndHelpWithNone)
 {
-    for (const char* arguments : {"", "nonsense", "info", "simulate x.mid --from 1:2", "simulate x.mid --mute 5-3",
-                                  "simulate x.mid --solo 101", "simulate x.mid --loop 3", "render x.mid"})
+    for (const char* arguments :
+         {"", "nonsense", "info", "simulate x.mid --from 1:2", "simulate x.mid --mute 5-3", "simulate x.mid --solo 101",
+          "simulate x.mid --loop 3", "render x.mid", "play x.mid --sync --lead", "play x.mid --in 0", "record",
+          "record x.wav", "record x.mid --seconds 0", "record x.mid --tempo 120 --with y.mid", "record x.mid --out 0",
+          "record x.mid --in nobody"})
         EXPECT_EQ(run(arguments).exit, 2) << arguments;
-    for (const char* command : {"", "info", "dump", "simulate", "render", "play", "devices"})
+    for (const char* command : {"", "info", "dump", "simulate", "render", "play", "record", "devices"})
         EXPECT_EQ(run(std::string(command) + " --help").exit, 0) << command;
 }
 
