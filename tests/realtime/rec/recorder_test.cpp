@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <sstream>
 
 namespace tessaro::test {
 
@@ -30,95 +31,74 @@ std::string events(const CBlk& blk)
     return out;
 }
 
-struct Stroke {
-    int at; ///< milliseconds behind the start, which are ticks; below 0 before it
-    Bytes bytes;
-};
-
-/// Plays while the song runs from `top`, at one tick a millisecond, and stops.
-void perform(RecordBench& bench, const std::vector<Stroke>& strokes, int stopAt)
+/// Plays while the song runs at one tick a millisecond, and stops. Strokes are separated by commas: milliseconds behind
+/// the start, or "-" for before it, and bytes in hex.
+void perform(RecordBench& bench, const std::string& strokes, int stopAt)
 {
     int now = 0;
-    bool playing = false;
     const auto runTo = [&](int at) {
-        if (at >= 0 && !std::exchange(playing, true)) bench.smc.smcPlayStart();
-        if (at > now) bench.run(std::chrono::milliseconds(at - now));
-        now = std::max(now, at);
+        bench.smc.smcPlayStart();
+        bench.run(std::chrono::milliseconds(at - std::exchange(now, at)));
     };
-    for (const Stroke& stroke : strokes) {
-        runTo(stroke.at);
-        bench.play(stroke.bytes);
+    std::istringstream in(strokes);
+    for (std::string stroke, at; std::getline(in, stroke, ',');) {
+        std::istringstream words(stroke);
+        words >> at >> std::hex;
+        if (at != "-") runTo(std::stoi(at));
+        Bytes bytes;
+        for (unsigned byte = 0; words >> byte;) bytes.push_back(static_cast<std::uint8_t>(byte));
+        bench.play(bytes);
     }
     runTo(stopAt);
     bench.smc.smcPlayStop();
     bench.end();
 }
 
-struct Case {
-    const char* what;
-    std::vector<std::uint8_t> channels; ///< of the armed tracks, 1 and on
-    int punchIn;
-    int punchOut; ///< 0 for no punch
-    std::vector<Stroke> strokes;
-    std::vector<std::string> recorded; ///< on each track
-};
-
 TEST(Recorder, EdgesOfATake)
 {
+    struct Case {
+        const char* what;
+        std::vector<std::uint8_t> channels; ///< of the armed tracks, 1 and on
+        int punchIn;
+        int punchOut; ///< 0 for no punch
+        const char* strokes;
+        std::vector<std::string> recorded; ///< on each track
+    };
+    const std::vector<std::uint8_t> one{0};
     const Case cases[] = {
         {"what comes at the start tick is before the take, and held notes begin there",
-         {0},
+         one,
          0,
          0,
-         {{-1, {0x90, 60, 100}},
-          {-1, {0x90, 62, 100}},
-          {-1, {0x80, 62, 0}},
-          {-1, {0xE0, 1, 2}},
-          {-1, {0xD0, 9}},
-          {-1, {0xC0, 5}},
-          {200, {0x80, 60, 0}}},
+         "- 90 3C 64, - 90 3E 64, - 80 3E 0, - E0 1 2, - D0 9, - C0 5, 200 80 3C 0",
          {"0:C0,5,0+0 0:90,60,100+200 0:E0,1,2+0 "}},
-        {"without anything behind the start nothing waits", {0}, 0, 0, {{-1, {0x90, 60, 100}}}, {""}},
-        {"one armed channel takes all",
-         {0},
-         0,
-         0,
-         {{100, {0x95, 60, 100}}, {150, {0x95, 60, 0}}},
-         {"100:95,60,100+50 "}},
+        {"without anything behind the start nothing waits", one, 0, 0, "- 90 3C 64", {""}},
+        {"one armed channel takes all", one, 0, 0, "100 95 3C 64, 150 95 3C 0", {"100:95,60,100+50 "}},
         {"several take their own, the first track of a channel",
          {1, 0, 1},
          0,
          0,
-         {{100, {0xB0, 7, 1}}, {110, {0xB1, 7, 2}}, {120, {0xB2, 7, 3}}},
+         "100 B0 7 1, 110 B1 7 2, 120 B2 7 3",
          {"110:B1,7,2+0 ", "100:B0,7,1+0 ", "none"}},
-        {"held notes end with the take",
-         {0},
-         0,
-         0,
-         {{100, {0x90, 60, 1}}, {500, {0x90, 61, 1}}},
-         {"100:90,60,1+400 500:90,61,1+1 "}},
+        {"held notes end with the take", one, 0, 0, "100 90 3C 1, 500 90 3D 1", {"100:90,60,1+400 500:90,61,1+1 "}},
         {"a punch keeps notes outside of it away, cuts those in it, and lets the rest through",
-         {0},
+         one,
          1200,
          1300,
-         {{100, {0x90, 60, 1}},
-          {150, {0x80, 60, 0}},
-          {160, {0xB0, 7, 1}},
-          {200, {0x90, 61, 1}},
-          {350, {0x80, 61, 0}},
-          {400, {0x90, 62, 1}}},
+         "- B0 1 1, 100 90 3C 1, 150 80 3C 0, 160 B0 7 1, 200 90 3D 1, 300 90 3E 1, 350 80 3D 0",
          {"160:B0,7,1+0 200:90,61,1+100 "}},
         {"a punch just behind the start begins with what is held",
-         {0},
-         1050,
+         one,
+         1120,
          1300,
-         {{-1, {0x90, 60, 1}}, {20, {0x90, 61, 1}}, {100, {0x80, 60, 0}}},
-         {"50:90,60,1+50 "}},
+         "- 90 3C 1, 20 90 3D 1, 200 80 3C 0",
+         {"120:90,60,1+80 "}},
+        {"a punch at the start leaves out what was before", one, 1000, 1300, "- B0 1 1, 1 B0 2 2", {"1:B0,2,2+0 "}},
         {"a punch that ends before it begins is none",
-         {0},
+         one,
          1300,
          1300,
-         {{100, {0x90, 60, 1}}, {150, {0x80, 60, 0}}},
+         "100 90 3C 1, 150 80 3C 0",
          {"100:90,60,1+50 "}},
     };
     for (const Case& c : cases) {
@@ -132,7 +112,7 @@ TEST(Recorder, EdgesOfATake)
         }
         bench.armTracks(tracks);
         bench.bind();
-        if (c.punchOut) bench.settings.setInt("System", "Real Rec Mode", 2);
+        bench.settings.setInt("System", "Real Rec Mode", c.punchOut ? 2 : 0);
         bench.settings.setInt("System", "Real Rec Punch In Time", c.punchIn);
         bench.settings.setInt("System", "Real Rec Punch Out Time", c.punchOut);
         ASSERT_TRUE(bench.begin(1000));
@@ -173,6 +153,9 @@ TEST(Recorder, ALoopSizesTheBlockOnceAndPlaysWhatWasRecorded)
         return std::ranges::count_if(bench.log.heard, [](const Heard& h) { return h.isNoteOn(); });
     };
     EXPECT_EQ(notesOfOnePass(), 1);
+    const std::size_t changes = bench.editor.history().node(0)->changes.size();
+    bench.passed(1000);
+    EXPECT_EQ(bench.editor.history().node(0)->changes.size(), changes) << "sized once";
     bench.end();
     EXPECT_EQ(events(blk), "900:90,60,1+100 ") << "a note held over the wrap lasts to the loop's end";
     EXPECT_EQ(bench.selection.selected.size(), 1U);
@@ -304,7 +287,7 @@ TEST(Recorder, AJournalGivesTheTakeAgain)
         bench.editor.song().trk(2)->SetCh(1);
         bench.bind();
         ASSERT_TRUE(bench.begin(480));
-        perform(bench, {{-1, {0x90, 60, 5}}, {100, {0x81, 3, 4}}, {120, {0xE1, 1, 2}}, {300, {0x91, 61, 7}}}, 400);
+        perform(bench, "- 90 3C 5, 100 81 3 4, 120 E1 1 2, 300 91 3D 7", 400);
         EXPECT_EQ(witness.calls, "begins,ends,");
         for (const int track : {1, 2}) recorded += events(*bench.editor.song().trk(track)->blocks().head()) + '/';
     }
