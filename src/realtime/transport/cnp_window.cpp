@@ -274,6 +274,7 @@ void CCnpWindow::received(const LoomRingEntry& entry) { m_recorder.received(entr
 
 void CCnpWindow::recordError()
 {
+    if (!plays() && !IsRecButton()) return; // of a busy time more than one comes
     StopClicked();
     m_user.message(TextId::midiReceiveError, MessageKind::error);
 }

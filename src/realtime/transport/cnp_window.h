@@ -78,7 +78,7 @@ public:
     void RecStop();
     /// Message 0x432 for the record owner: the entry is taken in and freed.
     void received(const LoomRingEntry& entry);
-    /// Message 0x434.
+    /// Message 0x434: ends play and a take, and says so; nothing when neither runs.
     void recordError();
 
     [[nodiscard]] std::uint32_t GetLocation() const noexcept { return m_locationBox.tick(); }
