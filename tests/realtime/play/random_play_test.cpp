@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "realtime/play/listener.h"
 #include "realtime/play/literal_player.h"
 #include "realtime/play/module_model.h"
 #include "realtime/play/random_song.h"
@@ -49,58 +48,6 @@ TEST_P(RandomPlay, SendsWhatTheLongWayTells)
     if (bench.smc.smcPlayStatus()) {
         EXPECT_GE(got.size(), shorter.steps(static_cast<unsigned>(played)).size()) << "nothing is missing";
     }
-}
-
-TEST_P(RandomPlay, LeavesNothingHangingWhateverHappens)
-{
-    Dice dice{GetParam()};
-    PlayBench bench;
-    makeRandomSong(bench, dice, songLength);
-    bench.bind();
-    Listener listener;
-    for (int i = 0; i < 40; ++i) {
-        const int track = static_cast<int>(dice.between(1, 6));
-        switch (dice.below(14)) {
-        case 0: bench.panel.SetMIDIChase(!bench.panel.GetMIDIChase()); break;
-        case 1: bench.panel.SetLocation(static_cast<long>(dice.below(songLength))); break;
-        case 2: {
-            const std::uint32_t start = dice.below(songLength);
-            bench.panel.SetLoop(start, start + dice.below(1000));
-            break;
-        }
-        case 3: bench.panel.ShortCutLoopClicked(); break;
-        case 4:
-            bench.editor.SetTrkMute(track, dice.oneIn(2));
-            bench.editor.SetTrkOnOff();
-            break;
-        case 5:
-            bench.editor.SetTrkSolo(track, dice.oneIn(2));
-            bench.editor.SetTrkOnOff();
-            break;
-        case 6: bench.panel.SetRelativeTempo(static_cast<long>(dice.below(3000)) - 500); break;
-        case 7: bench.panel.SetTranspose(static_cast<int>(dice.below(25)) - 12); break;
-        case 8: bench.editor.SetTrkCh(track, dice.byteBelow(3)); break;
-        case 9: bench.editor.SetTrkPort(track, dice.byteBelow(2)); break;
-        case 10: bench.panel.Stop(); break;
-        case 11:
-            bench.editor.StopSeq();
-            bench.editor.PlaySeq();
-            break;
-        case 12: bench.panel.ShortCutMETRONOMEClicked(); break;
-        default: bench.panel.Start(); break;
-        }
-        bench.run(std::chrono::milliseconds{dice.below(2500)});
-        bench.main.pump();
-        bench.panel.timer();
-        ASSERT_NO_FATAL_FAILURE(listener.hear(bench.take()));
-        if (!bench.smc.running()) {
-            ASSERT_EQ(listener.sounding(), 0) << "after step " << i;
-        }
-    }
-    bench.panel.Stop();
-    bench.run(std::chrono::milliseconds{20});
-    ASSERT_NO_FATAL_FAILURE(listener.hear(bench.take()));
-    EXPECT_EQ(listener.sounding(), 0);
 }
 
 TEST_P(RandomPlay, ChaseBringsModulesWhereTheSongWouldHave)

@@ -1,12 +1,53 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Whatever is pressed in whatever order: the panel's buttons, the real-time layer and the recorder tell the same.
 #include "core/edit/undo_scope.h"
-#include "realtime/play/listener.h"
 #include "realtime/play/random_song.h"
 #include "realtime/transport/panel_bench.h"
 
+#include <algorithm>
+#include <map>
+#include <tuple>
+
 namespace tessaro::test {
 namespace {
+
+bool isValid(const std::vector<std::uint8_t>& m)
+{
+    const auto low = [](std::uint8_t b) { return b < 0x80; };
+    if (m.empty() || m[0] < 0x80) return false;
+    if (m[0] == 0xF0) return m.back() == 0xF7 && std::all_of(m.begin() + 1, m.end() - 1, low);
+    const std::size_t length = (m[0] & 0xE0U) == 0xC0 ? 2 : m[0] < 0xF0 || m[0] == 0xF2 ? 3 : 1;
+    return m.size() == length && std::all_of(m.begin() + 1, m.end(), low);
+}
+
+/// Follows a whole log: what sounds, and that nothing is odd.
+class Listener {
+public:
+    void hear(const std::vector<Heard>& log)
+    {
+        for (const Heard& h : log) {
+            ASSERT_TRUE(isValid(h.bytes));
+            ASSERT_GE(h.due, m_last) << "time goes backwards";
+            m_last = h.due;
+            const auto note = std::make_tuple(h.port, h.bytes[0] & 0x0F, h.bytes.size() > 1 ? h.bytes[1] : 0);
+            if (h.isNoteOn()) ++m_sounding[note];
+            if (h.isNoteOff()) {
+                ASSERT_GT(m_sounding[note], 0) << "off before on";
+                --m_sounding[note];
+            }
+        }
+    }
+    [[nodiscard]] int sounding() const
+    {
+        int count = 0;
+        for (const auto& [note, n] : m_sounding) count += n;
+        return count;
+    }
+
+private:
+    std::map<std::tuple<int, int, int>, int> m_sounding;
+    Nanos m_last{};
+};
 
 class PanelStates : public testing::TestWithParam<std::uint32_t> {
 protected:
@@ -87,6 +128,7 @@ void PanelStates::changeSettings()
     ints["System/Count In Meas"] = static_cast<int>(dice.below(3));
     ints["System/Count In Play"] = dice.oneIn(2);
     ints["RealtimeRec/Mute"] = dice.oneIn(2);
+    bench.panel.SetMIDIChase(dice.oneIn(2));
     bench.editor.song().trk(static_cast<int>(dice.between(5, 8)))->SetRec(dice.oneIn(2));
     if (dice.oneIn(3)) {
         bench.panel.Stop();
@@ -107,18 +149,26 @@ void PanelStates::hearNews()
 
 void PanelStates::edit()
 {
-    switch (dice.below(4)) {
-    case 0: bench.editor.UndoNode(); break;
+    CEditor& editor = bench.editor;
+    const int track = static_cast<int>(dice.between(1, 8));
+    switch (dice.below(10)) {
+    case 3: editor.SetTrkMute(track, dice.oneIn(2)); break;
+    case 4: editor.SetTrkSolo(track, dice.oneIn(2)); break;
+    case 5: editor.SetTrkCh(track, dice.byteBelow(3)); break;
+    case 6: editor.SetTrkPort(track, dice.byteBelow(2)); break;
+    case 7: bench.panel.SetTranspose(static_cast<int>(dice.below(25)) - 12); break;
+    case 8: bench.panel.ShortCutMETRONOMEClicked(); break;
+    case 0: editor.UndoNode(); break;
     case 1: {
-        const UndoScope step(bench.editor, "edit");
+        const UndoScope step(editor, "edit");
         EXPECT_EQ(static_cast<bool>(step), !bench.transport.isRecording() || bench.panel.IsStepRec());
-        if (step) bench.editor.BlkNew(bench.editor.GetTrkPos(4), dice.below(songLength), songLength);
+        if (step) editor.BlkNew(editor.GetTrkPos(4), dice.below(songLength), songLength);
         break;
     }
     case 2: // one that fails half-way leaves the transport standing
-        bench.editor.StopSeq();
-        if (!bench.editor.IsUndoOpen()) bench.editor.ErrCloseUndoNode();
-        bench.editor.PlaySeq();
+        editor.StopSeq();
+        if (!editor.IsUndoOpen()) editor.ErrCloseUndoNode();
+        editor.PlaySeq();
         break;
     default:
         bench.transport.halt();
@@ -126,11 +176,12 @@ void PanelStates::edit()
         press();
         pressRecord();
         EXPECT_FALSE(bench.panel.GetPlayBtn() || bench.panel.GetFastForward() || bench.panel.IsRecButton());
-        bench.smc.smcBindSong(&bench.editor);
+        bench.smc.smcBindSong(&editor);
         bench.panel.SetTop();
         relativeTempo = 0;
         winding = false;
     }
+    editor.SetTrkOnOff();
 }
 
 void PanelStates::performAndWait()

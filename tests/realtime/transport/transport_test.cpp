@@ -149,29 +149,6 @@ TEST_F(TransportTest, FollowsWhatComesFromOutside)
     EXPECT_TRUE(bench.panel.GetPlayBtn());
     tell(5);
     EXPECT_FALSE(bench.panel.GetPlayBtn());
-
-    // In MIDI sync a position moves an armed song.
-    bench.loom.setLoomSyncMode(1);
-    bench.panel.SetSyncMode(1);
-    bench.panel.Start();
-    EXPECT_TRUE(bench.smc.running());
-    EXPECT_FALSE(bench.smc.smcPlayStatus());
-    tell(6, 4 << 8U);
-    EXPECT_EQ(bench.panel.GetLocation(), 480U);
-    EXPECT_TRUE(bench.smc.running());
-}
-
-TEST_F(TransportTest, DoesNothingWithoutASong)
-{
-    bench.smc.smcBindSong(nullptr);
-    bench.panel.Start();
-    bench.panel.SpaceKey();
-    bench.panel.SetLocation(100);
-    bench.panel.Top();
-    bench.panel.End();
-    EXPECT_FALSE(bench.panel.GetPlayBtn());
-    EXPECT_EQ(bench.panel.GetLocation(), 0U);
-    bench.panel.Stop();
 }
 
 TEST_F(TransportTest, DevicesReachTheEngine)
