@@ -35,6 +35,8 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
     m_theme.setAppearance(UserSettings(store).appearance());
     m_smc.setMainWindow(&m_queue);
     m_panel.setMainFrame(&m_queue);
+    const ProfileStore location(folders.appDirectory + "Location.ini");
+    m_panel.setThinTime(location.getInt("Location Thin", "Thin Time Cnp", 1));
     m_transport.setPanel(&m_panel);
     m_panel.recorder().setKeeper(&m_document);
     m_windows.setMaker([this, &store, sentence = std::move(deviceSentence), typedKeys] {
