@@ -4,6 +4,7 @@
 #include "app/program.h"
 #include "base/manual_clock.h"
 #include "core/edit/undo_scope.h"
+#include "played_input.h"
 #include "realtime/loom/midi_system.h"
 #include "views/tracks/track_list_view.h"
 #include "views/tracks/track_pane.h"
@@ -16,23 +17,30 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 
 namespace tessaro {
 
-/// One output that counts the note-ons of each channel.
+/// One output that counts the note-ons of each channel, and inputs to play on.
 class CountingMidi final : public MidiSystem {
 public:
+    explicit CountingMidi(Clock& clock) : played(clock) {}
+
     std::array<int, 16> noteOns{};
+    PlayedInputs played;
 
     void refresh() override {}
     std::vector<std::string> outputs() const override { return {"Test Synth"}; }
-    std::vector<std::string> inputs() const override { return {}; }
+    std::vector<std::string> inputs() const override { return played.names; }
     std::unique_ptr<MidiOut> openOutput(std::size_t driver) override
     {
         return driver == 0 ? std::make_unique<Out>(noteOns) : nullptr;
     }
-    std::unique_ptr<MidiIn> openInput(std::size_t, MidiInSink&, std::size_t) override { return nullptr; }
+    std::unique_ptr<MidiIn> openInput(std::size_t driver, MidiInSink& sink, std::size_t) override
+    {
+        return played.open(driver, sink);
+    }
 
 private:
     struct Out final : MidiOut {
@@ -56,12 +64,13 @@ protected:
         program.reset();
         store.reset();
         store = std::make_unique<ProfileStore>(path("tessaro.ini").toStdString());
-        program = std::make_unique<Program>(clock, midi, *store, strings,
-                                            ProgramFolders{path("").toStdString(),
-                                                           {},
-                                                           QStringLiteral(TESSARO_SOURCE_DIR "/data/icons"),
-                                                           path("recovery").toStdString()},
-                                            [] { return QStringLiteral("devices"); });
+        program = std::make_unique<Program>(
+            clock, midi, *store, strings,
+            ProgramFolders{path("").toStdString(),
+                           {},
+                           QStringLiteral(TESSARO_SOURCE_DIR "/data/icons"),
+                           path("recovery").toStdString()},
+            [] { return QStringLiteral("devices"); }, typedKeys);
         program->user().showBox = [this](const QString& line, MessageKind) { boxes << line; };
         program->user().saveBox = [this](const QString& line) {
             boxes << line;
@@ -83,7 +92,12 @@ protected:
 
     CMainFrame& frame() { return program->frame(); }
     CEditor& editor() { return program->document().GetEditor(); }
-    std::size_t rows() { return frame().trackModel().rows().size(); }
+    /// Rows of tracks that hold blocks.
+    std::size_t rows()
+    {
+        const auto used = [](const TrackRow& row) { return row.used; };
+        return static_cast<std::size_t>(std::ranges::count_if(frame().trackModel().rows(), used));
+    }
 
     QList<ToolButton*> buttons()
     {
@@ -134,7 +148,9 @@ protected:
     QTemporaryDir folder;
     Strings strings{Language::english};
     ManualClock clock;
-    CountingMidi midi;
+    CountingMidi midi{clock};
+    PlayedKeys playedKeys{midi.played};
+    TypedKeys* typedKeys = nullptr; ///< of the next start
     QStringList boxes;
     SaveAnswer saveAnswer = SaveAnswer::cancel; ///< to the question before a song goes
     std::unique_ptr<ProfileStore> store;

@@ -29,12 +29,13 @@ TEST_F(WindowTest, OpensBySeveralWays)
     EXPECT_EQ(rows(), 10U);
     EXPECT_TRUE(frame().windowTitle().startsWith("harbour-lights.mid"));
     EXPECT_TRUE(frame().statusLine().news().startsWith("10 "));
-    EXPECT_TRUE(frame().trackPane().isVisible());
+    EXPECT_TRUE(frame().trackPane().overview().isVisible());
 
     frame().actions().newSong.trigger();
     EXPECT_EQ(rows(), 0U);
     EXPECT_TRUE(frame().statusLine().news().isEmpty());
-    EXPECT_FALSE(frame().trackPane().isVisible());
+    EXPECT_FALSE(frame().trackPane().overview().isVisible()); // but what to do next, beside empty tracks
+    EXPECT_FALSE(frame().trackModel().rows().empty());
 
     CommandLine commandLine;
     commandLine.shell = CommandLine::Shell::fileOpen;

@@ -5,6 +5,7 @@
 #include "views/text/ui_text.h"
 #include "views/theme/icons.h"
 #include "views/theme/theme.h"
+#include "views/widgets/tool_button.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -71,7 +72,8 @@ FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& te
         m_named.emplace_back(&row.action, row.name);
     }
     redo.setShortcuts({redo.shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
-    const auto alsoWithShift = [](QAction& action, Qt::Key key) { // by bars
+    record.setShortcuts({record.shortcut(), QKeySequence(Qt::Key_F9)}); // also while letters are notes
+    const auto alsoWithShift = [](QAction& action, Qt::Key key) {       // by bars
         action.setShortcuts({action.shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | key)});
     };
     alsoWithShift(rewind, Qt::Key_Left);
@@ -200,8 +202,7 @@ QString FrameActions::keyTable() const
         table += QStringLiteral("<tr><td>%1</td><td>&nbsp;&nbsp;<b>%2</b></td></tr>").arg(name, key);
     };
     for (const auto& [action, name] : m_named)
-        if (!action->shortcut().isEmpty())
-            addRow(m_text.plain(name), action->shortcut().toString(QKeySequence::NativeText));
+        if (!action->shortcut().isEmpty()) addRow(m_text.plain(name), shortcutNames(*action));
     addRow(m_text.plain(TextId::commandEditCell), QStringLiteral("F2"));
     addRow(m_text.plain(TextId::commandArm), QStringLiteral("A"));
     addRow(m_text.plain(TextId::commandMute), QStringLiteral("M"));

@@ -6,6 +6,7 @@
 #include "realtime/transport/typed_keys.h"
 #include "views/frame/frame_parts.h"
 #include "views/keyboard/keyboard_panel.h"
+#include "views/keyboard/keyboard_view.h"
 #include "views/text/ui_text.h"
 
 #include <QAction>
@@ -103,11 +104,17 @@ void KeyboardControl::devicesChanged()
     if (isOpen()) takeInput();
 }
 
-void KeyboardControl::showWhoHasKeys() { m_panel->setHasKeys(m_catcher.hasKeys()); }
+/// One line on how to play, in the title.
+void KeyboardControl::showWhoHasKeys()
+{
+    const bool ours = m_catcher.hasKeys();
+    m_panel->view().setHasKeys(ours);
+    const TextId how = ours ? TextId::keyboardHint : TextId::keyboardAway;
+    m_dock->setWindowTitle(m_parts.text(TextId::keyboardTitle).arg(m_parts.text(how)));
+}
 
 void KeyboardControl::retranslate()
 {
-    m_dock->setWindowTitle(m_parts.text(TextId::keyboardTitle));
     m_panel->retranslate();
     showWhoHasKeys();
 }

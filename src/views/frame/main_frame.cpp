@@ -330,10 +330,10 @@ void CMainFrame::refreshSong()
 
 void CMainFrame::focusSong()
 {
-    if (m_pane->isAncestorOf(focusWidget())) return;
-    m_pane->list().setFocus();
-    if (!m_pane->list().currentIndex().isValid())
-        m_pane->list().setCurrentIndex(m_table.index(0, static_cast<int>(TrackColumn::name)));
+    TrackListView& list = m_pane->list();
+    if (!list.selectionModel()->hasSelection())
+        list.setCurrentIndex(m_table.index(0, static_cast<int>(TrackColumn::name)));
+    if (!m_pane->isAncestorOf(focusWidget())) list.setFocus();
 }
 
 void CMainFrame::refreshRows()

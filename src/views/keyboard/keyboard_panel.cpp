@@ -4,7 +4,6 @@
 #include "views/keyboard/keyboard_view.h"
 #include "views/keyboard/typed_keyboard.h"
 #include "views/text/ui_text.h"
-#include "views/widgets/elided_label.h"
 #include "views/widgets/tool_button.h"
 
 #include <QGridLayout>
@@ -27,7 +26,6 @@ KeyboardPanel::KeyboardPanel(TypedKeyboard& keyboard, const Icons& icons, const 
     , m_octave(new QLabel(this))
     , m_velocityName(new QLabel(this))
     , m_velocity(new QSpinBox(this))
-    , m_hint(new ElidedLabel(this))
     , m_view(new KeyboardView(keyboard, this))
 {
     m_octaveDown.setShortcut(QKeySequence(Qt::ALT | Qt::Key_Left));
@@ -60,19 +58,10 @@ KeyboardPanel::KeyboardPanel(TypedKeyboard& keyboard, const Icons& icons, const 
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(12, 4, 12, 8);
     layout->setHorizontalSpacing(16);
-    layout->setVerticalSpacing(4);
-    layout->addWidget(m_hint, 0, 0, 1, 2);
-    layout->addLayout(settings, 1, 0);
-    layout->addWidget(m_view, 1, 1);
+    layout->addLayout(settings, 0, 0);
+    layout->addWidget(m_view, 0, 1);
     layout->setColumnStretch(1, 1);
     retranslate();
-}
-
-void KeyboardPanel::setHasKeys(bool has)
-{
-    m_hasKeys = has;
-    m_view->setHasKeys(has);
-    m_hint->setText(m_text(has ? TextId::keyboardHint : TextId::keyboardAway));
 }
 
 void KeyboardPanel::refresh()
@@ -91,8 +80,7 @@ void KeyboardPanel::retranslate()
     m_velocity->setAccessibleName(m_text(TextId::velocity));
     m_octaveDown.setText(m_text(TextId::keyboardOctaveDown));
     m_octaveUp.setText(m_text(TextId::keyboardOctaveUp));
-    m_view->setAccessibleName(m_text(TextId::keyboardTitle));
-    setHasKeys(m_hasKeys);
+    m_view->setAccessibleName(m_text.plain(TextId::commandKeyboard));
     refresh();
 }
 

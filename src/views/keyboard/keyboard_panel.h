@@ -9,20 +9,17 @@ class QSpinBox;
 
 namespace tessaro {
 
-class ElidedLabel;
 class Icons;
 class KeyboardView;
 class TypedKeyboard;
 class UiText;
 
-/// The piano keys of the computer's keyboard, with octave and velocity, and one sentence on how to play.
+/// The piano keys of the computer's keyboard, with octave and velocity.
 class KeyboardPanel : public QWidget {
 public:
     /// All outlive the panel.
     KeyboardPanel(TypedKeyboard& keyboard, const Icons& icons, const UiText& text, QWidget* parent = nullptr);
 
-    /// Whether the computer's keys play now.
-    void setHasKeys(bool has);
     void retranslate();
     /// Octave, velocity and keys as they are by now.
     void refresh();
@@ -35,13 +32,11 @@ private:
     const UiText& m_text;
     QAction m_octaveDown;
     QAction m_octaveUp;
-    bool m_hasKeys = true;
     // Children of the panel.
     QLabel* m_octaveName;
     QLabel* m_octave;
     QLabel* m_velocityName;
     QSpinBox* m_velocity;
-    ElidedLabel* m_hint;
     KeyboardView* m_view;
 };
 

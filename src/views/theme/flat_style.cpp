@@ -56,8 +56,10 @@ void drawDockTitle(const QProxyStyle& style, const QStyleOptionDockWidget& title
 {
     painter.fillRect(title.rect, title.palette.window());
     painter.fillRect(title.rect.left(), title.rect.top(), title.rect.width(), 1, title.palette.mid());
-    style.drawItemText(&painter, title.rect.adjusted(12, 2, -48, 0), Qt::AlignLeft | Qt::AlignVCenter, title.palette,
-                       true, title.title, QPalette::PlaceholderText);
+    const QRect place = title.rect.adjusted(12, 2, -48, 0);
+    style.drawItemText(&painter, place, Qt::AlignLeft | Qt::AlignVCenter, title.palette, true,
+                       title.fontMetrics.elidedText(title.title, Qt::ElideRight, place.width()),
+                       QPalette::PlaceholderText);
 }
 
 void drawMenuBarItem(const QProxyStyle& style, const QStyleOptionMenuItem& item, QPainter& painter)

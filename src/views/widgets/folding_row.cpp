@@ -106,6 +106,7 @@ void FoldingRow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().window());
+    painter.fillRect(0, height() - 1, width(), 1, palette().mid());
     for (const int x : m_lines) painter.fillRect(x, (height() - 32) / 2, 1, 32, palette().mid());
 }
 

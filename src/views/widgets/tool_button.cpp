@@ -12,6 +12,12 @@
 
 namespace tessaro {
 
+QString shortcutNames(const QAction& action)
+{
+    return QKeySequence::listToString(action.shortcuts(), QKeySequence::NativeText)
+        .replace(QLatin1String("; "), QLatin1String(", "));
+}
+
 ToolButton::ToolButton(const Icons& icons, QString icon, QAction& action, QWidget* parent)
     : QAbstractButton(parent)
     , m_action(action)
@@ -56,7 +62,7 @@ ToolButton::Colours ToolButton::colours() const
 void ToolButton::follow()
 {
     const QString name = m_action.iconText();
-    const QString keys = m_action.shortcut().toString(QKeySequence::NativeText);
+    const QString keys = shortcutNames(m_action);
     setToolTip(keys.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, keys));
     setAccessibleName(name);
     setEnabled(m_action.isEnabled());

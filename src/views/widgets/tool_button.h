@@ -10,8 +10,11 @@ namespace tessaro {
 class HeldAction;
 class Icons;
 
+/// The keys of an action, for a person.
+[[nodiscard]] QString shortcutNames(const QAction& action);
+
 /// A flat button that shows the icon, state, tip and name of an action and triggers it. A checked one stands in the
-/// accent colour. The tip names the shortcut.
+/// accent colour. The tip names its keys.
 class ToolButton : public QAbstractButton {
 public:
     /// `icons` and `action` outlive the button.
