@@ -176,7 +176,7 @@ TEST(Recorder, WhatIsOnItsWayAtTheEndIsTakenOnceAndFreedOnce)
         bench.run(20ms);
         for (std::uint8_t n = 0; n < 120; ++n) bench.play({0xB0, n, 1});
         bench.run(20ms);
-        bench.pump(take * 30U); // the rest comes when the next take has begun
+        bench.pump(static_cast<std::size_t>(take) * 30); // the rest comes when the next take has begun
         for (std::uint8_t n = 120; n < 128; ++n) bench.play({0xB0, n, 1});
         bench.smc.smcPlayStop();
         bench.end();
