@@ -485,6 +485,7 @@ void CMainFrame::showInPlace()
     }
     show();
     m_panelDock->restorePlace();
+    showPanelPlace();
     announceSong();
 }
 
