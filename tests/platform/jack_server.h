@@ -35,6 +35,7 @@ private:
 
     const std::string m_name;
     pid_t m_process = -1;
+    bool m_killed = false; ///< and not started since
 };
 
 /// Another program in the JACK graph, with one MIDI input that records and one MIDI output.

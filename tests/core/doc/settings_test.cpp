@@ -155,39 +155,6 @@ TEST(Settings, DriversAreFoundAgainUnderOtherNumbers)
     }
 }
 
-TEST(Settings, ADriverThatIsAwayIsForgottenOnlyByAnotherChoice)
-{
-    const ScratchFolder folder;
-    ProfileStore store(folder / "t.ini");
-    Settings chosen;
-    chosen.midiIn = 0;
-    chosen.midiOut = {1, 2};
-    chosen.remember({threeOuts, oneIn}, Settings());
-    chosen.write(store);
-    const std::vector<std::string> synthOnly = {"Synth"};
-    const std::vector<std::string> otherIn = {"Pads"};
-    const auto readAt = [&](const DriverLists& drivers) {
-        Settings s;
-        s.read(store, drivers);
-        return s;
-    };
-    Settings away = readAt({synthOnly, otherIn});
-    EXPECT_EQ(away.midiIn, Settings::noDriver);
-    const Settings before = away;
-    away.midiIn = 1; // still none
-    away.midiOut = {Settings::noDriver, 0};
-    away.remember({synthOnly, otherIn}, before);
-    away.write(store);
-    const Settings back = readAt({threeOuts, oneIn});
-    EXPECT_EQ(back.midiIn, 0);
-    EXPECT_EQ(back.midiOut, (std::vector<std::int32_t>{1, 0}));
-    Settings none = back;
-    none.midiIn = 1;
-    none.remember({threeOuts, oneIn}, back);
-    none.write(store);
-    EXPECT_EQ(readAt({threeOuts, oneIn}).midiIn, 1) << "the choice of no device holds";
-}
-
 TEST(ProfileStore, AFileThatCannotBeReadIsNotOverwritten)
 {
     const ScratchFolder folder;
