@@ -112,7 +112,8 @@ void JackPlayer::send(void* buffer, const Cycle& cycle)
         if (jack_midi_event_write(buffer, frame, message.bytes.data(), message.bytes.size()) != 0) break;
         m_sentMicros[next] = cycle.start + frame * cycle.length / cycle.frames;
     }
-    m_next = next;
+    if (next == m_performance.size()) m_playing = false;
+    m_next = next; // and then play() may change the performance
 }
 
 void JackPlayer::hear(void* buffer, const Cycle& cycle)

@@ -109,7 +109,8 @@ void expectPlayedBack(const TakenByChannel& taken, std::span<const Played> heard
         std::map<std::uint32_t, std::vector<Bytes>> wanted; // by tick
         for (const Taken& event : taken[channel]) {
             wanted[event.tick].push_back(event.bytes);
-            if (event.isNote()) wanted[event.end].push_back(plainOff(event.bytes));
+            // The shortest note sounds for a tick.
+            if (event.isNote()) wanted[std::max(event.end, event.tick + 1)].push_back(plainOff(event.bytes));
         }
         auto at = arrived[channel].begin();
         for (auto& [tick, messages] : wanted) {
