@@ -4,8 +4,6 @@
 #include "core/edit/editor.h"
 #include "core/edit/undo_scope.h"
 
-#include <algorithm>
-
 namespace tessaro::cli {
 
 namespace {
@@ -61,7 +59,6 @@ TakeSummary ArmedTracks::finish()
         m_editor.SetTrkRec(track.number, false);
         const CBlk* take = m_editor.song().trk(track.number)->blocks().head();
         const std::size_t events = take ? eventsOf(*take) : 0;
-        if (take) summary.end = std::max(summary.end, take->GetTimeEnd());
         summary.events += events;
         if (events > 0)
             ++summary.tracks;

@@ -15,7 +15,6 @@ namespace tessaro::cli {
 struct TakeSummary {
     std::size_t events = 0;
     std::size_t tracks = 0;
-    std::uint32_t end = 0; ///< tick up to which was recorded
 };
 
 /// The tracks of a take: the first unused ones of a song, armed, one for each MIDI channel as far as they go.

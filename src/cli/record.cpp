@@ -81,9 +81,10 @@ private:
     bool m_gone = false;
 };
 
-void tellSummary(const TakeSummary& take, const CEditor& editor)
+/// `reached` is the tick up to which was recorded.
+void tellSummary(const TakeSummary& take, std::uint32_t reached, const CEditor& editor)
 {
-    const std::uint32_t seconds = editor.TimeToMsecond(take.end) / 1000;
+    const std::uint32_t seconds = editor.TimeToMsecond(reached) / 1000;
     std::fprintf(stderr, "Recorded %zu events on %zu tracks, %u:%02u.\n", take.events, take.tracks, seconds / 60,
                  seconds % 60);
 }
@@ -142,12 +143,14 @@ int runRecord(const RecordOptions& options)
     std::fprintf(stderr, "Recording from %s to tracks %s. %s\n", driver.c_str(), tracks.list().c_str(),
                  servicesInUse(midi, clock).c_str());
     const Nanos end = options.seconds > 0 ? clock.now() + Nanos(std::llround(options.seconds * 1e9)) : Nanos::max();
+    std::uint32_t reached = 0;
     while (panel.IsRecButton() && clock.now() < end && !watch.gone() && !interrupted()) {
         handleMessages(player);
         panel.timer();
+        reached = std::max(reached, player.smc().smcGetPlayCount());
     }
     panel.Stop();
-    tellSummary(tracks.finish(), player.editor());
+    tellSummary(tracks.finish(), reached, player.editor());
     return player.doc().Save(options.out, *kind) && !user.failed() ? exitSuccess : exitFailure;
 }
 
