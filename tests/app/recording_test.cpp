@@ -276,7 +276,8 @@ TEST_F(RecordingTest, StepInputTakesTheChosenLengths)
     steps.kind(StepKind::dotted).trigger();
     steps.velocityBox().setValue(77);
     note(62, 50);
-    steps.rest().trigger();
+    QTest::keyClick(&frame(), Qt::Key_Space);
+    EXPECT_TRUE(frame().actions().play.isChecked()) << "a rest, and step input goes on";
     steps.kind(StepKind::dotted).trigger(); // off again
     note(64, 50);
     QTest::keyClick(&frame(), Qt::Key_R);

@@ -178,6 +178,7 @@ void CMainFrame::connectPanel()
         return current.isValid() ? m_table.row(current).track : 0;
     };
     m_follower.emplace(m_parts, PanelFollower::Places{m_actions, *m_bar, *m_pane, m_table, *m_status});
+    m_transport->onDone = [this] { m_follower->stateChanged(); };
     m_follower->onState = [this] { panelChanged(); };
     m_follower->onLongTake = [this] {
         m_leastEnd = std::min(m_pane->overview().end(), longestOverview) * 2;

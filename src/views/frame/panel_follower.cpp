@@ -190,7 +190,7 @@ void PanelFollower::timerWanted(bool on)
 
 void PanelFollower::follow(int milliseconds)
 {
-    if (m_places.status.busy() || m_countingIn) return;
+    if (m_places.status.busy() || m_countingIn || m_parts.smc.countInShown()) return;
     const std::uint32_t now = m_parts.panel.IsStepRec() ? m_parts.panel.GetLocation() : m_parts.smc.smcGetPlayCount();
     showPosition(now);
     showLights(now, milliseconds);

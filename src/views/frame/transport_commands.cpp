@@ -36,7 +36,12 @@ CEditor& TransportCommands::song() const { return m_parts.document.GetEditor(); 
 
 void TransportCommands::connectButtons()
 {
-    const auto on = [](QAction& action, auto work) { QObject::connect(&action, &QAction::triggered, work); };
+    const auto on = [this](QAction& action, auto work) {
+        QObject::connect(&action, &QAction::triggered, [this, work] {
+            work();
+            onDone();
+        });
+    };
     CCnpWindow& panel = m_parts.panel;
     on(m_actions.play, [&panel] { panel.SpaceKey(); });
     on(m_actions.stop, [&panel] { panel.StopClicked(); });
@@ -53,14 +58,8 @@ void TransportCommands::connectButtons()
     on(m_actions.loop, [this] { toggleLoop(); });
     on(m_actions.loopTrack, [this] { loopTrack(); });
     on(m_actions.metronome, [&panel] { panel.ShortCutMETRONOMEClicked(); });
-    on(m_actions.midiChase, [this, &panel] {
-        panel.SetMIDIChase(!panel.GetMIDIChase());
-        m_actions.midiChase.setChecked(panel.GetMIDIChase());
-    });
-    on(m_actions.viewChase, [this, &panel] {
-        panel.SetViewChase(!panel.GetViewChase());
-        m_actions.viewChase.setChecked(panel.GetViewChase());
-    });
+    on(m_actions.midiChase, [&panel] { panel.SetMIDIChase(!panel.GetMIDIChase()); });
+    on(m_actions.viewChase, [&panel] { panel.SetViewChase(!panel.GetViewChase()); });
     on(m_actions.midiSync, [this, &panel] { setMidiSync(panel.GetSyncMode() == 0); });
 
     const auto winds = [&](HeldAction& action, int direction) {
@@ -185,7 +184,6 @@ void TransportCommands::setMidiSync(bool on)
     Settings settings = m_parts.app.GetSettings();
     settings.sync = on ? 1 : 0;
     m_parts.app.SetSettings(settings);
-    m_actions.midiSync.setChecked(panel().GetSyncMode() != 0);
 }
 
 } // namespace tessaro

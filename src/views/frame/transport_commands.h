@@ -26,6 +26,8 @@ public:
 
     /// Whether long work runs.
     std::function<bool()> isBusy;
+    /// A command is done: the buttons are to follow the panel, not the click.
+    std::function<void()> onDone;
     /// The track whose blocks are to be looped; 0 for none.
     std::function<int()> selectedTrack;
 
