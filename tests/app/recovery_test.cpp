@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QTreeWidget>
 
+#include <filesystem>
+
 namespace tessaro {
 namespace {
 
@@ -62,6 +64,37 @@ TEST_F(RecoveryTest, AnUnsavedSongIsOpenedAgain)
     ASSERT_EQ(copies().size(), 1); // until the song is saved
     EXPECT_TRUE(program->document().Save(path("saved.TQM").toStdString(), 4));
     EXPECT_TRUE(copies().isEmpty());
+}
+
+TEST_F(RecoveryTest, ATakeThatWasUnderWayComesBack)
+{
+    midi.played.names = {"Stage Piano"};
+    startProgram({});
+    frame().openFile(song);
+    clickCell(11, TrackColumn::record);
+    QTest::keyClick(&frame(), Qt::Key_R);
+    QTest::keyClick(&frame(), Qt::Key_Space);
+    for (int note = 0; note < 4; ++note) {
+        midi.played.play(0, std::array<std::uint8_t, 3>{0x90, 60, 100});
+        advance(200);
+        midi.played.play(0, std::array<std::uint8_t, 3>{0x80, 60, 0});
+        advance(200);
+    }
+    ASSERT_EQ(program->panel().recorder().state(), RecState::recording);
+    advance(60'000);
+    // What is on the disk now is all that a sudden end would leave.
+    std::filesystem::copy(path("recovery").toStdString(), path("left").toStdString());
+    program.reset();
+    std::filesystem::remove_all(path("recovery").toStdString());
+    std::filesystem::rename(path("left").toStdString(), path("recovery").toStdString());
+    startProgram({});
+    ASSERT_EQ(offered(), 1);
+    EXPECT_TRUE(panel().list().topLevelItem(0)->text(1).endsWith(utf8Text(strings(TextId::recoveryTake))));
+    QTest::keyClick(&panel().list(), Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rows() == 11; }));
+    EXPECT_FALSE(editor().song().trk(12)->IsEmpty());
+    QTest::keyClick(&frame(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(editor().song().trk(12)->IsEmpty());
 }
 
 TEST_F(RecoveryTest, LaterMeansTheNextStart)

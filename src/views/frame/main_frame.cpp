@@ -251,7 +251,9 @@ void CMainFrame::offerRecovery(std::unique_ptr<RecoveryList> songs)
 void CMainFrame::openRecovered(std::size_t index)
 {
     const std::string take = m_recoverable->songs()[index].take;
-    if (m_files.recover(*m_recoverable, index) && !take.empty()) m_parts.panel.recorder().restore(take);
+    const bool open = m_files.recover(*m_recoverable, index);
+    if (open && !take.empty() && !m_parts.panel.recorder().restore(take))
+        m_status->setNews(m_parts.text(TextId::fileFailed));
     showRecovery();
 }
 

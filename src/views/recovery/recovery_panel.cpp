@@ -32,7 +32,7 @@ RecoveryLine recoveryLine(const RecoverableSong& song, const UiText& text)
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(since.count());
     const QString name = utf8Text(song.name());
     return {name.isEmpty() ? text(TextId::songUntitled) : name, locale.toString(time, QLocale::ShortFormat),
-            song.hasRecord ? utf8Text(clockText(song.record.milliseconds)) : QStringLiteral("–")};
+            song.hasRecord ? utf8Text(clockText(song.record.milliseconds)) : QStringLiteral("–"), !song.take.empty()};
 }
 
 RecoveryPanel::RecoveryPanel(const Icons& icons, const UiText& text, QWidget* parent)
@@ -90,7 +90,9 @@ void RecoveryPanel::setSongs(const std::vector<RecoverableSong>& songs)
         const RecoveryLine line = recoveryLine(song, m_text);
         auto* item = new QTreeWidgetItem(m_list);
         item->setText(0, line.name);
-        item->setText(1, m_text(TextId::recoveryTime).arg(line.time));
+        QString made = m_text(TextId::recoveryTime).arg(line.time);
+        if (line.take) made += QStringLiteral(", ") + m_text(TextId::recoveryTake);
+        item->setText(1, made);
         item->setText(2, m_text(TextId::recoveryLength).arg(line.length));
         item->setToolTip(0, songText(song.record.path));
         for (int column = 0; column < m_list->columnCount(); ++column)

@@ -21,6 +21,7 @@ struct RecoveryLine {
     QString name;
     QString time;   ///< when the copy was made
     QString length; ///< a dash where it is not known
+    bool take;      ///< one was under way
 };
 
 /// What the list shows of a song, in the language in use.

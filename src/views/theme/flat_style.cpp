@@ -101,6 +101,7 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_ScrollBarExtent: return 12;
     case PM_ScrollBarSliderMin: return 32;
     case PM_SplitterWidth:
+    case PM_DockWidgetFrameWidth:
     case PM_DockWidgetSeparatorExtent: return 1;
     case PM_MenuVMargin: return 4;
     case PM_MenuBarVMargin: return 2;
@@ -136,6 +137,10 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
 {
     if (element == PE_FrameFocusRect && option->state & State_Enabled && qobject_cast<const QPushButton*>(widget))
         return;
+    if (element == PE_FrameDockWidget) { // of one that floats
+        painter->fillRect(option->rect, option->palette.mid());
+        return;
+    }
     if (element == PE_IndicatorDockWidgetResizeHandle) {
         painter->fillRect(option->rect, option->palette.mid());
         return;
