@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A program that records takes is killed at random moments. What it had on the disk of the take under way, and all
-// takes before it, must come back, each thing once.
+// A program that records takes is killed at random moments. All takes that had ended, and what it had on the disk of
+// the one under way, must come back, each thing once.
 #include "base/real_clock.h"
 #include "core/doc/autosave.h"
 #include "core/doc/recovery.h"
+#include "core/doc/scratch_folder.h"
 #include "core/doc/tr9doc.h"
 #include "files/song_formats.h"
 #include "realtime/play/play_bench.h"
@@ -14,62 +15,38 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <filesystem>
-#include <numeric>
 
 namespace tessaro::test {
 namespace {
 
 using namespace std::chrono_literals;
+namespace fs = std::filesystem;
 
 constexpr std::uint8_t native = 4;
-constexpr int recTrack = 1;
-constexpr int baseTrack = 2;
-constexpr std::uint32_t mostSent = 10'000; // numbers that two data bytes tell
-constexpr std::uint32_t takesToSave = 5;
+constexpr int mostSent = 10'000; // as two data bytes tell
 
-/// What the program says now and then. Controllers of a song and its takes are numbered from 1.
+/// What the program says now and then. What it sends are controllers, numbered from 1.
 struct Report {
-    std::uint32_t sent = 0;
-    std::uint32_t kept = 0; ///< of them stand on the disk
-    std::uint32_t takes = 0;
+    int sent = 0;
+    int kept = 0; ///< of them stand on the disk
+    int takes = 0;
 };
-
-/// The number of the last thing in a journal; 0 when there is none.
-std::uint32_t lastIn(const std::string& journal)
-{
-    TakeReplay replay = readTakeJournal(journal);
-    std::uint32_t last = 0;
-    for (TakeItem item; replay.isTake() && replay.next(item);)
-        if (item.entry) last = item.entry->data1 * 128U + item.entry->data2;
-    return last;
-}
 
 /// The program without a window.
 template <class SomeClock>
-struct Studio {
+struct Studio : PlayBenchOn<SomeClock> {
+    using Bench = PlayBenchOn<SomeClock>;
+    using Bench::clock, Bench::panel, Bench::quiet;
+
     explicit Studio(const std::string& folder)
         : recovery(folder)
-        , autosave(clock, files, disk, folder, 20ms)
-        , doc({files, user, quiet.progress, transport, quiet.waveLengths, quiet.waveOutput, quiet.score, windows,
-               strings, &disk, &autosave})
+        , autosave(clock, songs, disk, folder, 20ms)
+        , doc({songs, this->user, quiet.progress, this->transport, quiet.waveLengths, quiet.waveOutput, quiet.score,
+               windows, this->strings, &disk, &autosave})
     {
-        main.table = &table;
-        smc.setMainWindow(&main);
-        panel.setMainFrame(&main);
         panel.recorder().setKeeper(&doc);
-        transport.setPanel(&panel);
-        smc.startEngine();
-        smc.setInPort(0, 4096);
-    }
-    ~Studio()
-    {
-        doc.StopTransport();
-        smc.smcBindSong(nullptr);
-        smc.stopEngine();
-        smc.setMainWindow(nullptr);
     }
 
     /// Take after take, until it is killed.
@@ -77,137 +54,108 @@ struct Studio {
     {
         Dice dice(seed);
         Report report;
+        const auto say = [&] {
+            if (::write(reports, &report, sizeof report) != sizeof report) ::_exit(1);
+        };
         if (!doc.Load(song)) ::_exit(2);
-        CEditor& editor = doc.GetEditor();
-        editor.SetTrkRec(recTrack, true);
-        for (;;) {
+        doc.GetEditor().SetTrkRec(1, true);
+        while (report.sent < mostSent) {
             panel.ShortCutRECClicked();
             panel.SpaceKey();
             if (panel.recorder().state() != RecState::recording) ::_exit(3);
-            for (std::uint32_t left = dice.between(1, 300); left != 0 && report.sent < mostSent; --left) {
-                const std::uint32_t number = ++report.sent;
-                const std::uint8_t bytes[] = {0xB0, static_cast<std::uint8_t>(number / 128),
-                                              static_cast<std::uint8_t>(number % 128)};
-                midi.sink->received(bytes, clock.now());
-                clock.sleepFor(std::chrono::microseconds(dice.below(4000)));
-                pass();
+            for (std::uint32_t left = dice.between(1, 300); left != 0; --left) {
+                ++report.sent;
+                this->receive(
+                    {0xB0, static_cast<std::uint8_t>(report.sent / 128), static_cast<std::uint8_t>(report.sent % 128)});
+                pass(std::chrono::microseconds(dice.below(4000)));
                 if (dice.oneIn(10)) report.kept = std::max(report.kept, lastInJournal());
-                say(reports, report);
+                say();
             }
-            clock.sleepFor(30ms); // nothing is on its way any more
-            pass();
+            pass(30ms); // nothing is on its way any more
             panel.Stop();
-            ++report.takes;
-            if (report.takes % takesToSave == 0 && !doc.Save(song, native)) ::_exit(4);
+            if (++report.takes % 5 == 0 && !doc.Save(song, native)) ::_exit(4);
             while (doc.IsModified() && autosave.keptChanges() != doc.GetChangeCount()) {
-                say(reports, report); // here it may be killed, too
-                clock.sleepFor(1ms);
-                doc.KeepCopy();
+                say(); // here it may be killed, too
+                pass(1ms);
             }
             report.kept = report.sent;
-            say(reports, report);
-            if (report.sent == mostSent) ::_exit(5);
+            say();
         }
+        ::_exit(5);
     }
-    void pass()
+    void pass(Nanos span)
     {
-        main.pump();
+        clock.sleepFor(span);
+        this->main.pump();
         panel.timer();
         doc.KeepCopy();
     }
     /// What the journal has of the take, once the copy beside it stands.
-    [[nodiscard]] std::uint32_t lastInJournal() const
+    [[nodiscard]] int lastInJournal() const
     {
-        std::uint32_t last = 0;
+        int last = 0;
         std::error_code error;
-        for (const auto& file : std::filesystem::directory_iterator(recovery, error))
-            if (file.path().extension() == ".take"
-                && std::filesystem::exists(std::filesystem::path(file.path()).replace_extension(copyExtension)))
-                last = std::max(last, lastIn(file.path().string()));
+        for (const auto& file : fs::directory_iterator(recovery, error)) {
+            if (file.path().extension() != ".take") continue;
+            if (!fs::exists(fs::path(file.path()).replace_extension(copyExtension))) continue;
+            TakeReplay replay = readTakeJournal(file.path().string());
+            for (TakeItem item; replay.isTake() && replay.next(item);)
+                if (item.entry) last = item.entry->data1 * 128 + item.entry->data2;
+        }
         return last;
     }
-    static void say(int reports, const Report& report)
+    /// How many controllers the song holds, from the first on and each once; below 0 when that is not so.
+    [[nodiscard]] int count()
     {
-        if (::write(reports, &report, sizeof report) != sizeof report) ::_exit(1);
+        std::vector<bool> found(1);
+        const CTrk& trk = *doc.GetEditor().song().trk(1);
+        for (const CBlk* blk = trk.blocks().head(); blk; blk = List<CBlk>::next(blk))
+            for (const CEvnt* e = blk->GetRealBlk()->events().head(); e; e = List<CEvnt>::next(e)) {
+                if (e->GetStatus() != 0xB0) continue;
+                const std::size_t number = e->GetPost1() * 128U + e->GetPost2();
+                found.resize(std::max(found.size(), number + 1));
+                if (found[number]) return -1;
+                found[number] = true;
+            }
+        const bool whole = std::count(found.begin(), found.end(), false) == 1;
+        return whole && doc.GetEditor().song().trk(2)->GetCount() == 1 ? static_cast<int>(found.size()) - 1 : -1;
     }
 
     const std::string recovery;
-    SomeClock clock;
-    QuietMidi midi;
-    MapSettings settings;
-    AnsweringUser user;
-    Strings strings{Language::english};
-    NoMciPlayer media;
-    MainLoop main;
+    SongFormats songs{this->strings};
     SystemFiles disk;
-    Loom loom{clock, midi};
-    Smc smc{{loom, clock, settings, settings, user, strings}};
-    CCnpWindow panel{{smc, clock, settings, user, strings, &disk}};
-    RealtimeMessages table{smc, panel, media};
-    SongTransport transport{smc};
-    QuietPorts quiet;
     NullAppWindows windows;
-    SongFormats files{strings};
     Autosave autosave;
     CTR9Doc doc;
 };
 
-void makeSong(const std::string& path, const std::string& recovery)
-{
-    Studio<ManualClock> studio(recovery);
-    CEditor& editor = studio.doc.GetEditor();
-    studio.doc.OnNewDocument();
-    editor.SetTrkTypePrivate(recTrack, trktype::midi);
-    editor.SetTrkTypePrivate(baseTrack, trktype::midi);
-    editor.NewBlk(baseTrack, 0);
-    ASSERT_TRUE(studio.doc.Save(path, native));
-}
-
-/// How many controllers a song holds, from the first on and each once; below 0 when that is not so.
-int countIn(CEditor& editor)
-{
-    std::vector<std::uint32_t> numbers;
-    const CTrk& trk = *editor.song().trk(recTrack);
-    for (const CBlk* blk = trk.blocks().head(); blk; blk = List<CBlk>::next(blk))
-        for (const CEvnt* e = blk->GetRealBlk()->events().head(); e; e = List<CEvnt>::next(e))
-            if (e->GetStatus() == 0xB0) numbers.push_back(e->GetPost1() * 128U + e->GetPost2());
-    std::sort(numbers.begin(), numbers.end());
-    std::vector<std::uint32_t> expected(numbers.size());
-    std::iota(expected.begin(), expected.end(), 1U);
-    const bool whole = numbers == expected && editor.song().trk(baseTrack)->GetCount() == 1;
-    return whole ? static_cast<int>(numbers.size()) : -1;
-}
-
 /// What comes back: from the recovery list, else from the song's file.
-int recovered(const std::string& song, const std::string& recovery, int& withTake)
+int recovered(const ScratchFolder& folder, const std::string& song, bool& hadTake)
 {
-    Studio<ManualClock> studio(recovery + "-of-the-next");
-    RecoveryList list(recovery);
+    Studio<ManualClock> next(folder / "recovery-of-the-next");
+    RecoveryList list(folder / "recovery");
     EXPECT_LE(list.songs().size(), 1U);
     if (list.songs().empty()) {
-        EXPECT_TRUE(studio.doc.Load(song));
-        return countIn(studio.doc.GetEditor());
+        EXPECT_TRUE(next.doc.Load(song));
+        return next.count();
     }
     const RecoverableSong copy = list.songs()[0];
-    EXPECT_TRUE(studio.doc.Recover(copy));
-    const int before = countIn(studio.doc.GetEditor());
-    if (!copy.take.empty()) {
-        ++withTake;
-        EXPECT_EQ(studio.panel.recorder().restore(copy.take), readTakeJournal(copy.take).isTake());
-        EXPECT_TRUE(std::filesystem::exists(copy.take));
-    }
-    const int count = countIn(studio.doc.GetEditor());
-    if (count != before) {
-        EXPECT_TRUE(studio.doc.GetEditor().UndoNode());
-        EXPECT_EQ(countIn(studio.doc.GetEditor()), before) << "the take is one step";
+    EXPECT_TRUE(next.doc.Recover(copy));
+    const int before = next.count();
+    hadTake = !copy.take.empty();
+    if (hadTake && readTakeJournal(copy.take).isTake()) {
+        EXPECT_TRUE(next.panel.recorder().restore(copy.take));
+        EXPECT_TRUE(next.doc.GetEditor().UndoNode());
+        EXPECT_EQ(next.count(), before) << "the take is one step";
+        EXPECT_TRUE(next.doc.GetEditor().RedoNode());
     }
     list.decline(0);
-    return count;
+    return next.count();
 }
 
-/// Runs the program, kills it after some reports, and gives what it said last.
+/// Runs the program, kills it after some reports and a little while, and gives what it said last.
 template <class SomeClock>
-Report killed(const std::string& song, const std::string& recovery, Dice& dice)
+Report killed(const ScratchFolder& folder, const std::string& song, Dice& dice)
 {
     int ends[2];
     EXPECT_EQ(::pipe(ends), 0);
@@ -215,7 +163,7 @@ Report killed(const std::string& song, const std::string& recovery, Dice& dice)
     const pid_t child = ::fork();
     if (child == 0) {
         ::close(ends[0]);
-        Studio<SomeClock>(recovery).run(song, ends[1], seed);
+        Studio<SomeClock>(folder / "recovery").run(song, ends[1], seed);
     }
     ::close(ends[1]);
     Report last;
@@ -244,31 +192,34 @@ TYPED_TEST_SUITE(TakeKill, Clocks);
 
 TYPED_TEST(TakeKill, BringsBackAllTakesAndWhatTheJournalHolds)
 {
-    std::string folder = (std::filesystem::temp_directory_path() / "tessaro-take-kill-XXXXXX").string();
-    ASSERT_TRUE(::mkdtemp(folder.data()));
-    const std::string song = folder + "/song.tqm";
-    const std::string recovery = folder + "/recovery";
-    const bool inSteps = std::is_same_v<TypeParam, ManualClock>;
+    const bool simulated = std::is_same_v<TypeParam, ManualClock>;
     Dice dice(4711);
     int withTake = 0;
-    std::uint32_t takes = 0;
-    for (int round = inSteps ? 30 : 8; round != 0 && !testing::Test::HasFailure(); --round) {
+    int takes = 0;
+    for (int round = simulated ? 30 : 8; round != 0 && !testing::Test::HasFailure(); --round) {
         SCOPED_TRACE("round " + std::to_string(round));
-        makeSong(song, recovery);
-        const Report last = killed<TypeParam>(song, recovery, dice);
-        takes += last.takes;
-        const int back = recovered(song, recovery, withTake);
-        EXPECT_GE(back, static_cast<int>(last.kept));
-        EXPECT_LE(back, static_cast<int>(last.sent + 5)) << "more than was sent until it said so";
-        // Half a second of simulated time.
-        if (inSteps) {
-            EXPECT_GE(back + 250, static_cast<int>(last.sent));
+        const ScratchFolder folder;
+        const std::string song = folder / "song.tqm";
+        {
+            Studio<ManualClock> first(folder / "recovery");
+            first.doc.OnNewDocument();
+            first.doc.GetEditor().SetTrkTypePrivate(1, trktype::midi);
+            first.doc.GetEditor().SetTrkTypePrivate(2, trktype::midi);
+            first.doc.GetEditor().NewBlk(2, 0);
+            ASSERT_TRUE(first.doc.Save(song, native));
         }
-        EXPECT_TRUE(std::filesystem::is_empty(recovery));
+        const Report last = killed<TypeParam>(folder, song, dice);
+        takes += last.takes;
+        bool hadTake = false;
+        const int back = recovered(folder, song, hadTake);
+        if (hadTake) ++withTake;
+        EXPECT_GE(back, last.kept);
+        EXPECT_LE(back, last.sent + 1) << "what it had not yet said";
+        EXPECT_TRUE(!simulated || back + 250 >= last.sent) << "half a second";
+        EXPECT_TRUE(fs::is_empty(folder / "recovery"));
     }
     EXPECT_GT(withTake, 2);
-    EXPECT_GT(takes, 5U);
-    std::filesystem::remove_all(folder);
+    EXPECT_GT(takes, 5);
 }
 
 } // namespace
