@@ -526,7 +526,7 @@ void CMainFrame::retranslate()
     m_pane->list().setAccessibleName(m_parts.text(TextId::paneTracks));
     m_pane->overview().setAccessibleName(m_parts.text(TextId::paneOverview));
     m_pane->overview().setToolTip(m_parts.text(TextId::tipOverview));
-    m_empty->setSentence(m_parts.text(TextId::emptySongRecord));
+    m_empty->setSentence(m_parts.text(TextId::emptySong));
     m_empty->button().setText(m_parts.text(TextId::commandOpen));
     m_recovery->retranslate();
     showRecovery();
