@@ -4,6 +4,7 @@
 #include "base/strings.h"
 #include "core/doc/profile_store.h"
 #include "core/edit/editor.h"
+#include "no_document.h"
 #include "realtime/loom/loom.h"
 #include "realtime/loom/midi_system.h"
 #include "realtime/loom/send_observer.h"
@@ -36,17 +37,6 @@ class Counter final : public SendObserver {
 public:
     std::size_t count = 0;
     void sent(const SentMessage&) noexcept override { ++count; }
-};
-
-struct NoDocument final : DocumentPort {
-    void SetModifiedFlag(bool) override {}
-    [[nodiscard]] bool IsModified() const override { return false; }
-};
-
-struct NoFiles final : SongFiles {
-    [[nodiscard]] _EDT_FILE recognise(std::span<std::uint8_t>, std::uint32_t) override { return {}; }
-    LoadResult load(const _EDT_FILE&, CEditor&) override { return LoadResult::failed; }
-    bool save(std::uint8_t, CEditor&, ByteSink&) override { return false; }
 };
 
 /// 16 tracks of a block every 8 beats, each beat of a track with `notes` notes and a controller.
@@ -90,8 +80,8 @@ void playSong(benchmark::State& state)
     Loom loom{clock, midi};
     Smc smc{{loom, clock, settings, settings, user, strings}};
     loom.setSendObserver(&counter);
-    NoDocument document;
-    NoFiles files;
+    bench::NoDocument document;
+    bench::NoFiles files;
     QuietPorts quiet;
     CEditor editor{quiet.with(document, files)};
     fill(editor, static_cast<std::uint32_t>(state.range(0)));
