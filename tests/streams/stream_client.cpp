@@ -71,8 +71,11 @@ JackPlayer::JackPlayer(const std::string& server, RealClock& clock)
 
 JackPlayer::~JackPlayer()
 {
-    // The library cannot close the second client of a process whose server has died.
-    if (m_client && !m_lost) jack_client_close(m_client);
+    // The library cannot close the second client of a process whose server has died; its last period is over.
+    if (m_client && !m_lost)
+        jack_client_close(m_client);
+    else
+        static_cast<void>(m_periods.load());
 }
 
 void JackPlayer::play(std::span<const Played> performance)
@@ -97,6 +100,7 @@ int JackPlayer::process(jack_nframes_t frames, void* self)
     jack_midi_clear_buffer(buffer);
     if (player.m_playing.load(std::memory_order_acquire)) player.send(buffer, cycle);
     if (player.m_listening) player.hear(jack_port_get_buffer(player.m_in, frames), cycle);
+    ++player.m_periods;
     return 0;
 }
 

@@ -119,6 +119,7 @@ private:
     std::atomic<std::size_t> m_heardCount{0}; ///< whole messages
     std::atomic<bool> m_listening{false};
     std::atomic<int> m_overruns{0};
+    std::atomic<unsigned> m_periods{0};
     std::atomic<bool> m_lost{false}; ///< the server has gone
 };
 
