@@ -35,6 +35,7 @@ SetupDrivers driversOf(const CTR9App& app)
 void SetupCommands::systemSetup()
 {
     if (isBusy()) return;
+    m_parts.panel.Stop();
     CTR9App& app = m_parts.app;
     app.PrepareSystemSetup();
     const SetupDrivers drivers = driversOf(app);
