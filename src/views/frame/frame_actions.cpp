@@ -197,16 +197,25 @@ void FrameActions::showHistory()
 
 QString FrameActions::keyTable() const
 {
-    QString table = QStringLiteral("<table cellspacing=\"6\">");
-    const auto addRow = [&](const QString& name, const QString& key) {
-        table += QStringLiteral("<tr><td>%1</td><td>&nbsp;&nbsp;<b>%2</b></td></tr>").arg(name, key);
+    std::vector<QString> cells;
+    const auto add = [&](const QString& name, const QString& key) {
+        cells.push_back(QStringLiteral("<td>%1</td><td>&nbsp;<b>%2</b>&nbsp;&nbsp;&nbsp;&nbsp;</td>").arg(name, key));
     };
     for (const auto& [action, name] : m_named)
-        if (!action->shortcut().isEmpty()) addRow(m_text.plain(name), shortcutNames(*action));
-    addRow(m_text.plain(TextId::commandEditCell), QStringLiteral("F2"));
-    addRow(m_text.plain(TextId::commandArm), QStringLiteral("A"));
-    addRow(m_text.plain(TextId::commandMute), QStringLiteral("M"));
-    addRow(m_text.plain(TextId::commandSolo), QStringLiteral("S"));
+        if (!action->shortcut().isEmpty()) add(m_text.plain(name), shortcutNames(*action));
+    add(m_text.plain(TextId::commandEditCell), QStringLiteral("F2"));
+    add(m_text.plain(TextId::commandArm), QStringLiteral("A"));
+    add(m_text.plain(TextId::commandMute), QStringLiteral("M"));
+    add(m_text.plain(TextId::commandSolo), QStringLiteral("S"));
+
+    // Two columns: one would be higher than a small screen.
+    QString table = QStringLiteral("<table cellspacing=\"4\">");
+    const std::size_t lines = (cells.size() + 1) / 2;
+    for (std::size_t line = 0; line < lines; ++line) {
+        const std::size_t other = line + lines;
+        table += QStringLiteral("<tr style=\"white-space: nowrap\">%1%2</tr>")
+                     .arg(cells[line], other < cells.size() ? cells[other] : QString());
+    }
     return table + QStringLiteral("</table>");
 }
 
