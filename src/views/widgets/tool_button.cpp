@@ -3,7 +3,6 @@
 
 #include "views/theme/colours.h"
 #include "views/theme/icons.h"
-#include "views/widgets/held_action.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -123,25 +122,25 @@ void ToolButton::paintEvent(QPaintEvent*)
 
 HeldButton::HeldButton(const Icons& icons, QString icon, HeldAction& action, QWidget* parent)
     : ToolButton(icons, std::move(icon), action, parent)
-    , m_held(action)
+    , m_held(&action)
 {
 }
 
 void HeldButton::mousePressEvent(QMouseEvent* event)
 {
     ToolButton::mousePressEvent(event);
-    if (event->button() == Qt::LeftButton) m_held.press(event->modifiers());
+    if (event->button() == Qt::LeftButton) m_held->press(event->modifiers());
 }
 
 void HeldButton::mouseReleaseEvent(QMouseEvent* event)
 {
     ToolButton::mouseReleaseEvent(event);
-    if (event->button() == Qt::LeftButton) m_held.release();
+    if (event->button() == Qt::LeftButton) m_held->release();
 }
 
 void HeldButton::hideEvent(QHideEvent* event)
 {
-    m_held.release();
+    if (m_held) m_held->release();
     ToolButton::hideEvent(event);
 }
 

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "views/widgets/held_action.h"
+
 #include <QAbstractButton>
+#include <QPointer>
 
 class QAction;
 
 namespace tessaro {
 
-class HeldAction;
 class Icons;
 
 /// The keys of an action, for a person.
@@ -65,7 +67,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
-    HeldAction& m_held;
+    QPointer<HeldAction> m_held; ///< null when it went before the button
 };
 
 } // namespace tessaro
