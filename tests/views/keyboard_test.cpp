@@ -26,7 +26,7 @@ TEST(TypedLayout, RowsRiseInSemitonesAndOverlap)
     // The place decides, whatever the key says: Z stands where other countries have Y or W.
     EXPECT_EQ(semitoneOfKey(52, 'Y'), 0);
     EXPECT_EQ(semitoneOfKey(24, 'A'), 12);
-    EXPECT_FALSE(semitoneOfKey(38, 'Q')); // the place of the A plays nothing
+    EXPECT_FALSE(semitoneOfKey(38, 'Q'));  // the place of the A plays nothing
     EXPECT_EQ(semitoneOfKey(250, 'Z'), 0); // a place that tells nothing
 }
 
