@@ -32,7 +32,7 @@ public:
     [[nodiscard]] virtual std::size_t heardCount() const = 0;
     /// Whole messages with their times on the engine's clock.
     [[nodiscard]] virtual std::vector<Played> heard() const = 0;
-    /// Times that the way itself may have lost something, for which nobody else is to blame.
+    /// Times that the way itself was late, and may have lost something.
     [[nodiscard]] virtual int overruns() const { return 0; }
 };
 
@@ -83,7 +83,7 @@ public:
     void listen() override { m_listening = true; }
     [[nodiscard]] std::size_t heardCount() const override { return m_heardCount; }
     [[nodiscard]] std::vector<Played> heard() const override;
-    /// Periods that somebody missed.
+    /// Periods that came late; where somebody missed one, what it carried is lost.
     [[nodiscard]] int overruns() const override { return m_overruns; }
 
 private:

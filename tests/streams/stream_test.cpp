@@ -57,7 +57,6 @@ protected:
         }
         const std::vector<Nanos> sentAt = client.sentAt();
         studio.armed->finish();
-        taken = takenOf(studio.player.editor());
         const Deviation worst = expectRecorded(performance, sentAt, taken, studio.ticks, slack);
         const auto micros = [&](double part) {
             return std::chrono::duration<double, std::micro>(studio.ticks.lateness(part)).count();
@@ -79,7 +78,9 @@ protected:
         if (studio.player.panel().IsRecButton()) // the song tells the time a little further
             studio.loopTo(studio.player.smc().smcGetPlayCount() + 2 * TickTimes::step);
         studio.player.panel().Stop();
-        return studio.user.messages.empty() && client.overruns() == before;
+        taken = takenOf(studio.player.editor());
+        const bool complete = messagesOf(taken) == performance.size();
+        return studio.user.messages.empty() && (complete || client.overruns() == before);
     }
 
     void playBack(Studio& studio, StreamClient& client, std::int32_t songOut, std::int32_t takeOut)
