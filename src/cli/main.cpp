@@ -97,8 +97,8 @@ int main(int argc, char** argv)
     CLI::App* recordCommand = app.add_subcommand("record", "Record in real time, a track for each MIDI channel");
     recordCommand->add_option("OUT", record.out, "File to write, .TQM native, .MID format 1")->required();
     recordCommand->add_option("--in", record.in, "Input driver: its number or name in `devices`");
-    recordCommand->add_option("--seconds", record.seconds, "How long; without it until Ctrl-C")
-        ->check(CLI::PositiveNumber);
+    recordCommand->add_option("--seconds", record.seconds, "How long, up to a day; without it until Ctrl-C")
+        ->check(CLI::Range(0.001, 86400.0));
     CLI::Option* with =
         recordCommand->add_option("--with", record.with, "Song that plays meanwhile and is part of the result");
     recordCommand->add_option("--out", record.playOut, "Output driver of that song")->needs(with);
