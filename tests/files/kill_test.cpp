@@ -6,14 +6,13 @@
 #include "core/doc/recovery.h"
 #include "core/doc/tr9doc.h"
 #include "files/song_formats.h"
+#include "support/killed_program.h"
 #include "support/random.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <csignal>
 #include <filesystem>
 #include <optional>
 
@@ -122,34 +121,12 @@ void makeSong(const std::string& path, const std::string& recovery)
     ASSERT_TRUE(program.doc.Save(path, native));
 }
 
-/// Runs the program, kills it after some reports and a little while, and gives what it said last.
 Report killed(const std::string& song, const std::string& recovery, std::uint32_t edits, Dice& dice)
 {
-    int ends[2];
-    EXPECT_EQ(::pipe(ends), 0);
     const std::uint32_t seed = dice.below(1'000'000);
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::close(ends[0]);
-        Program(recovery).run(song, edits, ends[1], seed);
-    }
-    ::close(ends[1]);
-    Report last;
-    Report report;
-    const auto listen = [&] {
-        if (::read(ends[0], &report, sizeof report) != sizeof report) return false;
-        last = report;
-        return true;
-    };
-    for (std::uint32_t i = dice.between(1, 80); i != 0 && listen();) --i;
-    ::usleep(dice.below(4000));
-    ::kill(child, SIGKILL);
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "it ended by itself: " << WEXITSTATUS(status);
-    while (listen()) {}
-    ::close(ends[0]);
-    return last;
+    const auto program = [&](int pipe) { Program(recovery).run(song, edits, pipe, seed); };
+    const std::uint32_t reports = dice.between(1, 80);
+    return lastOfKilled<Report>(program, reports, dice.below(4000));
 }
 
 TEST(Kill, NeitherTheFileNorMoreThanTheLastWorkIsLost)

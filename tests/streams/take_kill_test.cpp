@@ -9,13 +9,12 @@
 #include "files/song_formats.h"
 #include "realtime/play/play_bench.h"
 #include "realtime/rec/take_records.h"
+#include "support/killed_program.h"
 #include "support/random.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <filesystem>
 
 namespace tessaro::test {
@@ -153,35 +152,13 @@ int recovered(const ScratchFolder& folder, const std::string& song, bool& hadTak
     return next.count();
 }
 
-/// Runs the program, kills it after some reports and a little while, and gives what it said last.
 template <class SomeClock>
 Report killed(const ScratchFolder& folder, const std::string& song, Dice& dice)
 {
-    int ends[2];
-    EXPECT_EQ(::pipe(ends), 0);
     const std::uint32_t seed = dice.below(1'000'000);
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::close(ends[0]);
-        Studio<SomeClock>(folder / "recovery").run(song, ends[1], seed);
-    }
-    ::close(ends[1]);
-    Report last;
-    Report report;
-    const auto listen = [&] {
-        if (::read(ends[0], &report, sizeof report) != sizeof report) return false;
-        last = report;
-        return true;
-    };
-    for (std::uint32_t i = dice.between(1, 1000); i != 0 && listen();) --i;
-    ::usleep(dice.below(2000));
-    ::kill(child, SIGKILL);
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << "it ended by itself: " << WEXITSTATUS(status);
-    while (listen()) {}
-    ::close(ends[0]);
-    return last;
+    const auto program = [&](int pipe) { Studio<SomeClock>(folder / "recovery").run(song, pipe, seed); };
+    const std::uint32_t reports = dice.between(1, 1000);
+    return lastOfKilled<Report>(program, reports, dice.below(2000));
 }
 
 template <class SomeClock>
