@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/export.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace tessaro {
+
+class CEditor;
+class Smc;
+
+/// Lets notes be heard as they are written or touched: through the port, channel and transposition of their track, also
+/// while the song plays. What was started is ended before anything else starts, at `stop`, and when it goes, so no note
+/// hangs. User interface thread. Borrows both.
+class TESSARO_API NoteAudition {
+public:
+    NoteAudition(Smc& smc, const CEditor& editor) : m_smc(smc), m_editor(editor) {}
+    ~NoteAudition() { stop(); }
+    NoteAudition(const NoteAudition&) = delete;
+    NoteAudition& operator=(const NoteAudition&) = delete;
+
+    /// A note of a MIDI track, 0 to 127; nothing for another track.
+    void start(int track, std::uint8_t key, std::uint8_t velocity);
+    /// One more beside those that sound.
+    void add(int track, std::uint8_t key, std::uint8_t velocity);
+    void stop();
+    [[nodiscard]] bool sounds() const noexcept { return !m_sounding.empty(); }
+
+private:
+    struct Sounding {
+        std::uint8_t port;
+        std::uint8_t status; ///< of the note-on
+        std::uint8_t key;
+    };
+
+    Smc& m_smc;
+    const CEditor& m_editor;
+    std::vector<Sounding> m_sounding;
+};
+
+} // namespace tessaro

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/edit/evnt_ref.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace tessaro {
+
+class CEditor;
+class Strings;
+
+/// What the clipboard of the desktop holds of a song: blocks, events of a track or events of the master track, each
+/// in its own format, so that it travels between windows, songs and running programs. Copying leaves the song as it
+/// is; a paste is a step of its own with its own title. User interface thread. Borrows editor and texts.
+class SongClipboard {
+public:
+    enum class Format { blks, styleBlks, evnts, mstrEvnts };
+
+    SongClipboard(CEditor& editor, const Strings& strings) : m_editor(editor), m_strings(strings) {}
+
+    [[nodiscard]] bool holds(Format format) const;
+
+    /// Events in the order of the song, all of the master track or none of it; the first one's time becomes 0. False
+    /// for nothing, and for an event that has no form; the clipboard then keeps what it had.
+    bool copyEvnts(std::span<const EvntRef> refs);
+    bool copyBlks(std::span<const BlkRef> blks);
+
+    /// Events into a block of type 1, the first at the tick; those that have come in, in their order. A linked block is
+    /// refused after saying so.
+    std::vector<EvntRef> pasteEvnts(const BlkRef& into, std::uint32_t time);
+    /// Blocks, the first with its top at the tick. On track 0 they go to the tracks that they came from, otherwise the
+    /// first goes to the track and the others keep their distance to it. Those that have come in.
+    std::vector<BlkRef> pasteBlks(int track, std::uint32_t time);
+
+private:
+    CEditor& m_editor;
+    const Strings& m_strings;
+};
+
+} // namespace tessaro
