@@ -632,6 +632,10 @@ TESSARO_TEXT(controller120, 11058, "オールサウンドオフ", "All Sound Off
 TESSARO_TEXT(controller121, 11059, "リセットオール", "Reset All")
 TESSARO_TEXT(controller123, 11060, "オールノートオフ", "All Notes Off")
 
+// event list and master track
+TESSARO_TEXT(listTitle, 11100, "イベントリスト", "Event List")
+TESSARO_TEXT(masterTitle, 11101, "マスタートラック", "Master Track")
+
 // the start
 TESSARO_TEXT(commandLineNotSupported, 61473, "このコマンドラインは使えません。", "This command line is not supported.")
 

@@ -11,6 +11,7 @@ class CCnpWindow;
 class CEditor;
 class Icons;
 class NoteAudition;
+struct ListSettings;
 class SettingsStore;
 class SongClipboard;
 class UiText;
@@ -34,6 +35,8 @@ struct ViewParts {
     std::function<QStringList()> portNames;
     /// Whether the song must not be edited at the moment: a take runs, or long work.
     std::function<bool()> isLocked;
+    /// Those of the event list; null for the defaults, which are not kept then.
+    ListSettings* listSettings = nullptr;
 };
 
 } // namespace tessaro
