@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "views/roll/roll_frame.h"
+
+namespace tessaro {
+
+class CDrumView;
+
+/// The window of the drum grid: the hits of one track, a row a drum.
+class CDrumFrame : public RollFrame {
+public:
+    CDrumFrame(const ViewParts& parts, int track);
+
+    [[nodiscard]] WindowKind kind() const override { return WindowKind::drum; }
+    void retranslate() override;
+
+    [[nodiscard]] CDrumView& drums() const;
+
+protected:
+    [[nodiscard]] TextId windowName() const override { return TextId::drumWindow; }
+    [[nodiscard]] const char* zoomKey() const override { return "Drum Zoom"; }
+    [[nodiscard]] const char* rowZoomKey() const override { return "Drum VZoom"; }
+
+private:
+    ChoiceBox* m_rows; ///< child of the widget
+};
+
+} // namespace tessaro

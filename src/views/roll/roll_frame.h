@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/ports/hint_observer.h"
+#include "views/editors/child_frame.h"
+#include "views/editors/view_parts.h"
+
+#include <QAction>
+
+#include <memory>
+
+class QScrollBar;
+class QSplitter;
+
+namespace tessaro {
+
+class ChoiceBox;
+class CPnoNotePropPage;
+class CRollView;
+class FoldingRow;
+class GridBox;
+class NoteStatus;
+class StripView;
+
+/// What the windows of piano roll and drum grid share: a tool bar, the notes over the controller strip, scroll bars, and
+/// a line that tells what lies under the pointer. It makes commands of the views' selection and hears the hints for
+/// them. Settings in section View Condition.
+class RollFrame : public ChildFrame, public HintObserver {
+public:
+    ~RollFrame() override;
+
+    [[nodiscard]] QString title() const override;
+    [[nodiscard]] int track() const override;
+    void setTrack(int track) override;
+
+    [[nodiscard]] bool can(ViewCommand command) const override;
+    void run(ViewCommand command) override;
+    [[nodiscard]] bool isOn(ViewCommand command) const override;
+    [[nodiscard]] std::vector<EvntRef> selectedEvnts() const override;
+    void selectEvnts(std::span<const EvntRef> refs) override;
+
+    void setPosition(std::uint32_t tick, bool follow) override;
+    void songReplaced() override;
+    void retranslate() override;
+    void saveState() override;
+    void restoreState() override;
+
+    void onHint(const HintObserver* sender, int code, CEditor* editor) override;
+
+    [[nodiscard]] CRollView& view() const { return *m_view; }
+    [[nodiscard]] StripView& strip() const { return *m_strip; }
+    [[nodiscard]] GridBox& gridBox() const { return *m_grid; }
+    [[nodiscard]] ChoiceBox& trackBox() const { return *m_tracks; }
+    /// The open page of the selected notes; null for none.
+    [[nodiscard]] CPnoNotePropPage* noteProperties() const { return m_properties; }
+    /// Opens that page, or raises it.
+    void showProperties();
+
+protected:
+    /// The frame takes the view over.
+    RollFrame(const ViewParts& parts, CRollView* view);
+
+    /// A group of the tool bar; those of a high rank go first where room is short.
+    void addToToolBar(QWidget* group, int rank);
+    [[nodiscard]] const ViewParts& parts() const { return m_parts; }
+    [[nodiscard]] virtual TextId windowName() const = 0;
+    [[nodiscard]] virtual const char* zoomKey() const = 0;
+    [[nodiscard]] virtual const char* rowZoomKey() const = 0;
+
+private:
+    class Group;
+
+    void buildToolBar();
+    void buildArea();
+    void connectView();
+    void fillTracks();
+    void showScale();
+    void showMenu(const QPoint& place);
+
+    ViewParts m_parts;
+    QAction m_audition;
+    bool m_tracksStale = true;
+    // Children of the widget.
+    CRollView* m_view;
+    FoldingRow* m_toolBar = nullptr;
+    StripView* m_strip = nullptr;
+    GridBox* m_grid = nullptr;
+    ChoiceBox* m_tracks = nullptr;
+    ChoiceBox* m_kinds = nullptr;
+    NoteStatus* m_status = nullptr;
+    QSplitter* m_splitter = nullptr;
+    QScrollBar* m_across = nullptr;
+    QScrollBar* m_down = nullptr;
+    CPnoNotePropPage* m_properties = nullptr;
+};
+
+} // namespace tessaro
