@@ -2,7 +2,7 @@
 #include "views/tracks/song_overview.h"
 
 #include "views/theme/colours.h"
-#include "views/tracks/track_list_view.h"
+#include "views/tracks/trk_pram_view.h"
 
 #include <QEvent>
 #include <QHelpEvent>
@@ -15,7 +15,7 @@
 namespace tessaro {
 namespace {
 
-constexpr int rulerHeight = TrackListView::headerHeight;
+constexpr int rulerHeight = CTrkPramView::headerHeight;
 constexpr int blockInset = 3; ///< between the edge of a lane and its blocks
 constexpr int noteInset = 3;  ///< between the edge of a block and its notes
 

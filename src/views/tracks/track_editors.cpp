@@ -3,7 +3,7 @@
 
 #include "core/model/records.h"
 #include "views/tracks/track_list_model.h"
-#include "views/tracks/track_list_view.h"
+#include "views/tracks/trk_pram_view.h"
 #include "views/tracks/transpose_text.h"
 #include "views/widgets/keeps_key.h"
 
@@ -18,7 +18,7 @@ namespace {
 /// A list of ports; a choice from the opened list is the end of editing.
 class PortBox : public QComboBox {
 public:
-    PortBox(TrackListView& table, QWidget* parent) : QComboBox(parent), m_table(table)
+    PortBox(CTrkPramView& table, QWidget* parent) : QComboBox(parent), m_table(table)
     {
         view()->installEventFilter(this);
     }
@@ -43,7 +43,7 @@ public:
     }
 
 private:
-    TrackListView& m_table;
+    CTrkPramView& m_table;
 };
 
 /// Semitones with their sign.
@@ -57,7 +57,7 @@ protected:
 
 } // namespace
 
-TrackEditors::TrackEditors(const TrackListModel& table, TrackListView& view)
+TrackEditors::TrackEditors(const TrackListModel& table, CTrkPramView& view)
     : QStyledItemDelegate(&view)
     , m_table(table)
     , m_view(view)

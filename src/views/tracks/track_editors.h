@@ -6,7 +6,7 @@
 namespace tessaro {
 
 class TrackListModel;
-class TrackListView;
+class CTrkPramView;
 
 /// The editors of the track list's cells: a line for the name, a list for the port, numbers for channel and
 /// transposition. Enter and a click elsewhere take the value, Escape leaves the old one, Tab goes on to the next cell.
@@ -14,7 +14,7 @@ class TrackListView;
 class TrackEditors : public QStyledItemDelegate {
 public:
     /// The view owns this object.
-    TrackEditors(const TrackListModel& table, TrackListView& view);
+    TrackEditors(const TrackListModel& table, CTrkPramView& view);
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
@@ -31,7 +31,7 @@ protected:
 private:
     QWidget* makeNumber(QWidget* parent, const QModelIndex& index) const;
 
-    TrackListView& m_view;
+    CTrkPramView& m_view;
 };
 
 } // namespace tessaro

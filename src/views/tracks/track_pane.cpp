@@ -3,7 +3,7 @@
 
 #include "views/tracks/song_overview.h"
 #include "views/tracks/track_list_model.h"
-#include "views/tracks/track_list_view.h"
+#include "views/tracks/trk_pram_view.h"
 #include "views/widgets/empty_hint.h"
 
 #include <QCoreApplication>
@@ -20,7 +20,7 @@ namespace tessaro {
 TrackPane::TrackPane(TrackListModel& table, EmptyHint* hint, QWidget* parent)
     : QWidget(parent)
     , m_splitter(new QSplitter(Qt::Horizontal, this))
-    , m_list(new TrackListView(table))
+    , m_list(new CTrkPramView(table))
     , m_right(new QStackedWidget)
     , m_hint(hint)
     , m_overview(new SongOverview)
@@ -42,7 +42,7 @@ TrackPane::TrackPane(TrackListModel& table, EmptyHint* hint, QWidget* parent)
     layout->addWidget(m_splitter, 1);
     layout->addWidget(m_barColumn);
     auto* column = new QVBoxLayout(m_barColumn);
-    column->setContentsMargins(0, TrackListView::headerHeight, 0, 0);
+    column->setContentsMargins(0, CTrkPramView::headerHeight, 0, 0);
     column->addWidget(m_bar);
 
     QScrollBar* inner = m_list->verticalScrollBar();
@@ -68,7 +68,7 @@ void TrackPane::showHint(bool on) { m_right->setCurrentWidget(on ? static_cast<Q
 void TrackPane::fitRows()
 {
     const int rows = std::max(1, m_list->model()->rowCount());
-    const int room = height() - TrackListView::headerHeight;
+    const int room = height() - CTrkPramView::headerHeight;
     const int rowHeight = std::clamp(room / rows / 4 * 4, leastRowHeight, mostRowHeight);
     m_list->setRowHeight(rowHeight);
     m_overview->setRowHeight(rowHeight);

@@ -11,7 +11,7 @@ namespace tessaro {
 
 class EmptyHint;
 class SongOverview;
-class TrackListView;
+class CTrkPramView;
 class TrackListModel;
 
 /// The track list and the overview of the song side by side, scrolled as one. Beside the tracks of a song without notes
@@ -26,7 +26,7 @@ public:
     void showHint(bool on);
 
     [[nodiscard]] SongOverview& overview() const { return *m_overview; }
-    [[nodiscard]] TrackListView& list() const { return *m_list; }
+    [[nodiscard]] CTrkPramView& list() const { return *m_list; }
     [[nodiscard]] QSplitter& splitter() const { return *m_splitter; }
 
 protected:
@@ -39,7 +39,7 @@ private:
 
     // Children of the widget.
     QSplitter* m_splitter;
-    TrackListView* m_list;
+    CTrkPramView* m_list;
     QStackedWidget* m_right;
     EmptyHint* m_hint;
     SongOverview* m_overview;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "views/frame/track_commands.h"
+#include "views/tracks/track_commands.h"
 
 #include "base/text.h"
 #include "core/edit/undo_scope.h"

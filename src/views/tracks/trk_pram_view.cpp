@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "views/tracks/track_list_view.h"
+#include "views/tracks/trk_pram_view.h"
 
 #include "views/theme/colours.h"
 #include "views/tracks/track_editors.h"
@@ -131,7 +131,7 @@ private:
 
 } // namespace
 
-TrackListView::TrackListView(TrackListModel& table, QWidget* parent) : QTableView(parent), m_table(table)
+CTrkPramView::CTrkPramView(TrackListModel& table, QWidget* parent) : QTableView(parent), m_table(table)
 {
     setModel(&table);
     setItemDelegate(new CellPainter(table, *this));
@@ -155,7 +155,7 @@ TrackListView::TrackListView(TrackListModel& table, QWidget* parent) : QTableVie
     fitColumns();
 }
 
-void TrackListView::fitColumns()
+void CTrkPramView::fitColumns()
 {
     QHeaderView& header = *horizontalHeader();
     const auto fit = [&](TrackColumn column, const QString& widest, int least) {
@@ -176,15 +176,15 @@ void TrackListView::fitColumns()
     header.setSectionResizeMode(static_cast<int>(TrackColumn::name), QHeaderView::Stretch);
 }
 
-void TrackListView::setRowHeight(int height)
+void CTrkPramView::setRowHeight(int height)
 {
     verticalHeader()->setMinimumSectionSize(height);
     verticalHeader()->setDefaultSectionSize(height);
 }
 
-QSize TrackListView::sizeHint() const { return {360, 400}; }
+QSize CTrkPramView::sizeHint() const { return {360, 400}; }
 
-bool TrackListView::toggleAt(const QPoint& place)
+bool CTrkPramView::toggleAt(const QPoint& place)
 {
     const QModelIndex index = indexAt(place);
     if (!(index.flags() & Qt::ItemIsUserCheckable)) return false;
@@ -193,13 +193,13 @@ bool TrackListView::toggleAt(const QPoint& place)
     return true;
 }
 
-void TrackListView::mousePressEvent(QMouseEvent* event)
+void CTrkPramView::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton && toggleAt(event->position().toPoint())) return;
     QTableView::mousePressEvent(event);
 }
 
-void TrackListView::mouseDoubleClickEvent(QMouseEvent* event)
+void CTrkPramView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     // Two quick clicks on a switch are two clicks.
     if (event->button() == Qt::LeftButton && toggleAt(event->position().toPoint())) return;
@@ -207,14 +207,14 @@ void TrackListView::mouseDoubleClickEvent(QMouseEvent* event)
     m_opensList = true;
 }
 
-void TrackListView::mouseReleaseEvent(QMouseEvent* event)
+void CTrkPramView::mouseReleaseEvent(QMouseEvent* event)
 {
     QTableView::mouseReleaseEvent(event);
     auto* ports = qobject_cast<QComboBox*>(indexWidget(currentIndex()));
     if (std::exchange(m_opensList, false) && ports) ports->showPopup();
 }
 
-void TrackListView::keyPressEvent(QKeyEvent* event)
+void CTrkPramView::keyPressEvent(QKeyEvent* event)
 {
     const QModelIndex current = currentIndex();
     const auto toggle = [&](TrackColumn column) { m_table.toggle(current.siblingAtColumn(static_cast<int>(column))); };
@@ -232,7 +232,7 @@ void TrackListView::keyPressEvent(QKeyEvent* event)
     QTableView::keyPressEvent(event);
 }
 
-void TrackListView::finishEditing()
+void CTrkPramView::finishEditing()
 {
     if (QWidget* editor = indexWidget(currentIndex())) {
         commitData(editor);
@@ -240,7 +240,7 @@ void TrackListView::finishEditing()
     }
 }
 
-void TrackListView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
+void CTrkPramView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
 {
     const int step = hint == QAbstractItemDelegate::EditNextItem     ? 1
                    : hint == QAbstractItemDelegate::EditPreviousItem ? -1
@@ -253,7 +253,7 @@ void TrackListView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditH
     }
 }
 
-QModelIndex TrackListView::editableBeside(const QModelIndex& index, int step) const
+QModelIndex CTrkPramView::editableBeside(const QModelIndex& index, int step) const
 {
     const int cells = m_table.rowCount() * trackColumns;
     for (int cell = index.row() * trackColumns + index.column() + step; cell >= 0 && cell < cells; cell += step) {
@@ -263,7 +263,7 @@ QModelIndex TrackListView::editableBeside(const QModelIndex& index, int step) co
     return {};
 }
 
-void TrackListView::changeEvent(QEvent* event)
+void CTrkPramView::changeEvent(QEvent* event)
 {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange) fitColumns();

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QTableView>
+
+namespace tessaro {
+
+class TrackListModel;
+
+/// The left side of the track pane: the table of tracks with their switches and settings. A, M and S act on the row
+/// with the focus; a double click, F2 and Enter edit a cell.
+class CTrkPramView : public QTableView {
+public:
+    static constexpr int headerHeight = 28;
+
+    explicit CTrkPramView(TrackListModel& table, QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    void setRowHeight(int height);
+    /// Sets the widths of the narrow columns for the font in use.
+    void fitColumns();
+    /// Takes what stands in the open editor, if there is one, and closes it.
+    void finishEditing();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+private:
+    /// The next or the previous cell that can be edited, across rows; none at the ends.
+    [[nodiscard]] QModelIndex editableBeside(const QModelIndex& index, int step) const;
+    bool toggleAt(const QPoint& place);
+
+    TrackListModel& m_table;
+    bool m_opensList = false; ///< a double click on a port has still to be let go
+};
+
+} // namespace tessaro
