@@ -9,8 +9,10 @@ namespace tessaro {
 
 class CCnpWindow;
 class CEditor;
+class Grid;
 class Icons;
 class NoteAudition;
+class NoteTables;
 struct ListSettings;
 class SettingsStore;
 class SongClipboard;
@@ -29,6 +31,8 @@ struct ViewParts {
     ViewActions& actions;
     SongClipboard& clipboard;
     NoteAudition& audition;
+    NoteTables& notes; ///< what is in sight of the song, for all windows
+    Grid& grid;        ///< one choice for all windows
     /// Opens a window of this kind for a track, or raises the one that shows it, and brings the tick into sight.
     std::function<void(WindowKind kind, int track, std::uint32_t tick)> open;
     /// The names of the MIDI output ports.
