@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "core/edit/evnt_ref.h"
+#include "views/editors/view_command.h"
+#include "views/roll/note_commands.h"
+#include "views/roll/note_table.h"
+#include "views/roll/roll_scale.h"
+
+#include <QPoint>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <unordered_set>
+#include <vector>
+
+namespace tessaro {
+
+class CEditor;
+class EvntSelection;
+class Grid;
+
+/// What the mouse does to the notes of a roll, from press to release. Meanwhile the song stays as it is and
+/// `forEachNote` tells how it will look; the release makes the step. Tools:
+/// - select: a click selects, Ctrl turns over, Shift goes on to here; on empty ground a band selects, with Ctrl or
+/// Shift
+///   in addition. Dragging a note moves what is selected, with Ctrl copies; an edge moves starts or ends. The grabbed
+///   note goes to the grid, with Alt anywhere; Shift keeps time or key.
+/// - pencil: a new note on empty ground, as long as it is dragged; on a note as select does.
+/// - eraser: takes every note that it passes. Velocity: up and down. Divide, join: a click.
+/// Pixels as in RollScale. Borrows all; nothing here looks at what is out of sight but the start of a drag.
+class RollGesture {
+public:
+    struct Parts {
+        const CEditor& editor;
+        NoteTables& notes;
+        NoteCommands& commands;
+        const Grid& grid;
+        const RollScale& scale;
+        EvntSelection& selection;
+    };
+    enum class Mode { none, waiting, band, move, copy, start, end, draw, erase, velocity };
+    enum class Zone { body, start, end };
+    struct Hit {
+        NoteInView note;
+        Zone zone;
+    };
+    /// What a rubber band holds: ticks and keys, the last key inside.
+    struct Band {
+        TickRange span;
+        int firstRow; ///< from the top
+        int lastRow;
+    };
+
+    static constexpr int dragDistance = 4;
+    static constexpr int edge = 5; ///< pixels of a note at which its start or end is taken
+
+    explicit RollGesture(const Parts& parts) : m_parts(parts) {}
+
+    /// A note is to be heard, or no longer.
+    std::function<void(std::uint8_t key, std::uint8_t velocity)> onHear;
+    std::function<void()> onHush;
+
+    void setTrack(int track);
+    /// What the point is over; nothing for empty ground.
+    [[nodiscard]] std::optional<Hit> hit(QPoint at) const;
+
+    void press(EditTool tool, QPoint at, Qt::KeyboardModifiers keys);
+    void move(QPoint at, Qt::KeyboardModifiers keys);
+    void release(QPoint at, Qt::KeyboardModifiers keys);
+    /// Nothing has happened.
+    void cancel();
+
+    [[nodiscard]] Mode mode() const { return m_mode; }
+    [[nodiscard]] std::optional<Band> band() const;
+    /// What is being done to the selected notes.
+    [[nodiscard]] const NoteChange& change() const { return m_change; }
+    /// The note that is being drawn.
+    [[nodiscard]] const std::optional<NoteInView>& drawn() const { return m_drawn; }
+    /// The tick at which a click with the divide tool would divide the note under the point.
+    [[nodiscard]] std::optional<std::uint32_t> cutAt(QPoint at) const;
+    /// The velocity of the next new note.
+    [[nodiscard]] std::uint8_t lastVelocity() const { return m_velocity; }
+
+    /// The notes of the track as they will look, in the span and from key `low` to `high`: `visit(note, isSelected)`.
+    template <class Visit>
+    void forEachNote(std::uint32_t from, std::uint32_t to, int low, int high, Visit&& visit) const;
+
+private:
+    struct Preview {
+        bool isShifted; ///< selected notes are elsewhere, or look otherwise
+        bool isCopied;  ///< and where they were, too
+    };
+    [[nodiscard]] Preview preview() const;
+    [[nodiscard]] bool isErased(const EvntRef& ref) const { return m_erased.contains(ref.evnt); }
+    [[nodiscard]] bool isSelected(const EvntRef& ref) const;
+
+    void pressNote(const Hit& hit, Qt::KeyboardModifiers keys);
+    void pressEmpty(QPoint at, Qt::KeyboardModifiers keys);
+    void beginDraw(QPoint at);
+    void beginDrag(Qt::KeyboardModifiers keys);
+    void drag(QPoint at, Qt::KeyboardModifiers keys);
+    void dragDraw(QPoint at, Qt::KeyboardModifiers keys);
+    void erase(QPoint from, QPoint to);
+    void click(Qt::KeyboardModifiers keys);
+    void selectBand(Qt::KeyboardModifiers keys);
+    void extendTo(const NoteInView& note);
+    void finish();
+    void hear(std::uint8_t key, std::uint8_t velocity);
+    [[nodiscard]] std::uint32_t snapped(std::int64_t time, Qt::KeyboardModifiers keys) const;
+    [[nodiscard]] std::vector<EvntRef> selected() const;
+
+    Parts m_parts;
+    int m_track = -1;
+    Mode m_mode = Mode::none;
+    EditTool m_tool = EditTool::select;
+    QPoint m_from; ///< of the press
+    QPoint m_now;
+    std::optional<Hit> m_hit; ///< under the press
+    EvntRef m_anchor;         ///< the note last clicked
+    bool m_wasSelected = false;
+    NoteExtent m_extent; ///< of the selection, while it is dragged
+    NoteChange m_change;
+    std::optional<NoteInView> m_drawn;
+    std::vector<EvntRef> m_eraseRefs;
+    std::unordered_set<POSITION> m_erased;
+    std::uint8_t m_velocity = 100;
+    std::uint8_t m_heardKey = 0;
+};
+
+template <class Visit>
+void RollGesture::forEachNote(std::uint32_t from, std::uint32_t to, int low, int high, Visit&& visit) const
+{
+    const auto [isShifted, isCopied] = preview();
+    m_parts.notes.forEachNote(m_track, from, to, low, high, [&](const NoteInView& note) {
+        const bool selected = isSelected(note.ref);
+        if (isErased(note.ref) || (selected && isShifted && !isCopied)) return;
+        visit(note, selected && !isCopied);
+    });
+    if (isShifted) { // from wherever they come into sight
+        const std::int64_t reach = std::max<std::int64_t>({0, m_change.startBy, -m_change.endBy});
+        const std::int64_t grown = std::max<std::int64_t>({0, m_change.endBy, -m_change.startBy});
+        m_parts.notes.forEachNote(m_track, tick::shifted(from, -m_change.ticks - grown),
+                                  tick::shifted(to, -m_change.ticks + grown + reach), std::max(low - m_change.keys, 0),
+                                  std::min(high - m_change.keys, 127), [&](const NoteInView& note) {
+                                      if (!isSelected(note.ref)) return;
+                                      const NoteInView moved = m_change(note);
+                                      if (moved.start < to && moved.end > from) visit(moved, true);
+                                  });
+    }
+    if (m_drawn && m_drawn->start < to && m_drawn->end > from) visit(*m_drawn, true);
+}
+
+} // namespace tessaro

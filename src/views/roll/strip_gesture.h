@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "views/editors/view_command.h"
+#include "views/roll/note_table.h"
+#include "views/roll/roll_scale.h"
+#include "views/roll/strip_commands.h"
+#include "views/roll/strip_path.h"
+#include "views/roll/strip_scale.h"
+
+#include <QPoint>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace tessaro {
+
+class CEditor;
+class EvntSelection;
+class Grid;
+
+/// What the mouse does in a controller strip, from press to release; the song changes at the end in one step. Tools:
+/// - pencil, and velocity, draw freely; line draws straight; curve too, and after the release the mouse bends it up and
+///   down until the next press. One event a step of the grid, every ten ticks with Alt or without a grid. Notes under
+///   the line get its velocity: the selected ones only when there are any.
+/// - eraser takes what it passes. Select: a click or a band selects, with Ctrl or Shift in addition; dragging an event
+///   changes all that are selected in value, those that are no notes in time too, to the grid but with Alt.
+/// Pixels as in the scales. Borrows all.
+class StripGesture {
+public:
+    struct Parts {
+        const CEditor& editor;
+        NoteTables& notes;
+        StripCommands& commands;
+        const Grid& grid;
+        const RollScale& scale;
+        EvntSelection& selection;
+    };
+    enum class Mode { none, waiting, draw, bend, erase, band, drag };
+
+    static constexpr int dragDistance = 4;
+    static constexpr int near = 4;                ///< pixels to an event that is hit
+    static constexpr std::uint32_t fineStep = 10; ///< ticks
+
+    explicit StripGesture(const Parts& parts) : m_parts(parts) {}
+
+    /// Ends what is under way.
+    void setTrack(int track);
+    void setScale(const StripScale& scale);
+    [[nodiscard]] const StripScale& scale() const { return m_scale; }
+    [[nodiscard]] const StripKind& kind() const { return m_scale.kind(); }
+
+    /// The event whose head or stem the point is on; the topmost one.
+    [[nodiscard]] std::optional<ValueInView> hit(QPoint at) const;
+
+    void press(EditTool tool, QPoint at, Qt::KeyboardModifiers keys);
+    /// Also while no button is down.
+    void move(QPoint at, Qt::KeyboardModifiers keys);
+    void release(QPoint at, Qt::KeyboardModifiers keys);
+    void cancel();
+
+    [[nodiscard]] Mode mode() const { return m_mode; }
+    /// The line being drawn; empty for none.
+    [[nodiscard]] const StripPath& path() const { return m_path; }
+    /// What is under the line, the eraser or the band; ticks.
+    [[nodiscard]] std::optional<TickRange> span() const;
+    /// The values of the band, low and high.
+    [[nodiscard]] std::pair<int, int> bandValues() const;
+    /// The events that the line will make.
+    [[nodiscard]] std::vector<StripPoint> points() const;
+    /// How an event of the song is to be drawn; nothing for one that will be gone.
+    [[nodiscard]] std::optional<ValueInView> shown(const ValueInView& value) const;
+
+private:
+    void pressEvent(const ValueInView& value, Qt::KeyboardModifiers keys);
+    void drag(QPoint at, Qt::KeyboardModifiers keys);
+    void commit();
+    void selectBand(Qt::KeyboardModifiers keys);
+    void reset();
+    [[nodiscard]] StripPoint pointAt(QPoint at) const;
+    [[nodiscard]] bool isFine() const;
+    [[nodiscard]] std::uint32_t stepAt(std::uint32_t time) const;
+    [[nodiscard]] std::uint32_t cellAt(std::uint32_t time) const;
+    [[nodiscard]] bool hasSelected(TickRange over) const;
+    [[nodiscard]] int valueAt(std::uint32_t time) const;
+
+    Parts m_parts;
+    StripScale m_scale;
+    int m_track = -1;
+    Mode m_mode = Mode::none;
+    EditTool m_tool = EditTool::select;
+    Qt::KeyboardModifiers m_keys;
+    QPoint m_from;
+    QPoint m_now;
+    StripPath m_path;
+    std::optional<ValueInView> m_hit;
+    bool m_wasSelected = false;
+    bool m_selectedOnly = false; ///< a line over velocities changes the selected notes alone
+    std::uint32_t m_room = 0;    ///< ticks that all selected can go to the left
+    std::int64_t m_ticks = 0;
+    int m_by = 0;
+};
+
+} // namespace tessaro
