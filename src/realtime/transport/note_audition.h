@@ -12,8 +12,9 @@ class CEditor;
 class Smc;
 
 /// Lets notes be heard as they are written or touched: through the port, channel and transposition of their track, also
-/// while the song plays. What was started is ended before anything else starts, at `stop`, and when it goes, so no note
-/// hangs. User interface thread. Borrows both.
+/// while the song plays. What was started is ended before anything else starts, at `stop`, and when it goes, where it
+/// began, whatever has become of the track; so no note hangs. The end of a note that the engine has no room for is
+/// asked for again the next time. User interface thread. Borrows both.
 class TESSARO_API NoteAudition {
 public:
     NoteAudition(Smc& smc, const CEditor& editor) : m_smc(smc), m_editor(editor) {}
@@ -21,7 +22,7 @@ public:
     NoteAudition(const NoteAudition&) = delete;
     NoteAudition& operator=(const NoteAudition&) = delete;
 
-    /// A note of a MIDI track, 0 to 127; nothing for another track.
+    /// A note, 0 to 127, of a track that has none but MIDI blocks; nothing for the others.
     void start(int track, std::uint8_t key, std::uint8_t velocity);
     /// One more beside those that sound.
     void add(int track, std::uint8_t key, std::uint8_t velocity);
@@ -33,6 +34,7 @@ private:
         std::uint8_t port;
         std::uint8_t status; ///< of the note-on
         std::uint8_t key;
+        bool operator==(const Sounding&) const = default;
     };
 
     Smc& m_smc;
