@@ -20,6 +20,7 @@ public:
     [[nodiscard]] QString operator()(TextId id) const;
     /// The same without a menu's access key and ellipsis.
     [[nodiscard]] QString plain(TextId id) const;
+    [[nodiscard]] const Strings& strings() const { return m_strings; }
 
 private:
     Strings& m_strings;
