@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "base/strings.h"
+#include "core/edit/evnt_ref.h"
+
+#include <QAction>
+#include <QPointer>
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+namespace tessaro {
+
+class ChildFrame;
+class EditPanel;
+struct ViewParts;
+
+/// The everyday edits of what is selected.
+enum class EverydayEdit {
+    quantise,
+    quantiseAgain, ///< with the settings of the last time
+    humanise,
+    transpose,
+    velocity,
+    gateTime,
+    setLength,
+    legato,
+    shift,
+    thin,
+    splitPitch,
+    splitChannel,
+    chordSort,
+    chordSeparate,
+    removeDoubles,
+};
+
+inline constexpr int everydayEdits = static_cast<int>(EverydayEdit::removeDoubles) + 1;
+
+/// The everyday edits as actions, for menus and the list of all commands. An edit works on what the active child
+/// window has selected, as one undo step, and leaves it selected. Those with settings open a panel that stays open
+/// beside the window. While the song is locked they do nothing; without a selection they say what to do first.
+/// User interface thread.
+class EverydayEdits {
+public:
+    /// `window` is where keys work, and owns the panels; it and `parts` outlive this object.
+    EverydayEdits(QWidget& window, const ViewParts& parts);
+    EverydayEdits(const EverydayEdits&) = delete;
+    EverydayEdits& operator=(const EverydayEdits&) = delete;
+    ~EverydayEdits();
+
+    /// How an edit stands in the list of all commands.
+    struct Entry {
+        const char* id; ///< for the settings, for ever
+        TextId text;
+    };
+    [[nodiscard]] static const Entry& entry(EverydayEdit edit);
+
+    [[nodiscard]] QAction& operator[](EverydayEdit edit) { return m_actions[static_cast<std::size_t>(edit)]; }
+    void run(EverydayEdit edit);
+    /// The panel of an edit; null while it was not opened yet, and for one without settings.
+    [[nodiscard]] EditPanel* panel(EverydayEdit edit) const { return m_panels[static_cast<std::size_t>(edit)]; }
+
+    /// Another window is active, or its selection has changed: open panels tell what they would do by now.
+    void refresh();
+    void retranslate();
+
+private:
+    void runAtOnce(EverydayEdit edit);
+    void openPanel(EverydayEdit edit);
+
+    QWidget& m_window;
+    const ViewParts& m_parts;
+    std::array<QAction, everydayEdits> m_actions;
+    std::array<QPointer<EditPanel>, everydayEdits> m_panels; ///< children of the window
+};
+
+} // namespace tessaro
