@@ -527,6 +527,9 @@ TESSARO_TEXT(toolVelocity, 10743, "ベロシティ(&V)", "&Velocity")
 TESSARO_TEXT(toolLine, 10744, "直線(&L)", "&Line")
 TESSARO_TEXT(toolCurve, 10745, "曲線(&C)", "&Curve")
 
+// the track window
+TESSARO_TEXT(linkedBlocksLeftOut, 10780, "リンクブロックは対象外です。", "Linked blocks were left out.")
+
 // piano roll, drum grid
 TESSARO_TEXT(pianoWindow, 10900, "ピアノロール", "Piano Roll")
 TESSARO_TEXT(drumWindow, 10901, "ドラムグリッド", "Drum Grid")
