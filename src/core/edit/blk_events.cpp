@@ -3,6 +3,7 @@
 
 #include "core/edit/blk_edit.h"
 #include "core/edit/editor.h"
+#include "core/edit/percent.h"
 #include "core/model/tick.h"
 
 #include <algorithm>
@@ -20,27 +21,6 @@ bool isSource(POSITION trk, POSITION blk) noexcept
 {
     return trk && blk && blkAt(blk).GetType() == blktype::real && blkAt(blk).GetRealBlk();
 }
-
-/// The progress bar over so many steps, open as long as it lives.
-class Percent {
-public:
-    Percent(CEditor& editor, std::uint32_t steps) : m_editor(editor), m_steps(steps) { m_editor.SetPrgDlg(); }
-    ~Percent() { m_editor.EndPrgDlg(); }
-    Percent(const Percent&) = delete;
-    Percent& operator=(const Percent&) = delete;
-
-    void step()
-    {
-        const auto percent = static_cast<std::uint32_t>(std::uint64_t{++m_done} * 100 / m_steps);
-        if (percent != m_shown) m_editor.SetPrgDlgPos(m_shown = percent);
-    }
-
-private:
-    CEditor& m_editor;
-    const std::uint32_t m_steps;
-    std::uint32_t m_done = 0;
-    std::uint32_t m_shown = 0;
-};
 
 void setEnd(CEditor& editor, CBlk& blk, std::uint32_t end)
 {

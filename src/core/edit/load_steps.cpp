@@ -65,13 +65,17 @@ void packSysex(Song& song)
     }
 }
 
+void deleteScoreLinks(CRealBlk& real)
+{
+    for (CEvnt *next = nullptr, *e = real.events().head(); e; e = next) {
+        next = List<CEvnt>::next(e);
+        if (e->isMeta(meta::sequencer) && isScoreLinkBody(e->payload())) real.Del(e);
+    }
+}
+
 void deleteScoreLinks(Song& song)
 {
-    for (CRealBlk* real = song.realBlks().head(); real; real = List<CRealBlk>::next(real))
-        for (CEvnt *next = nullptr, *e = real->events().head(); e; e = next) {
-            next = List<CEvnt>::next(e);
-            if (e->isMeta(meta::sequencer) && isScoreLinkBody(e->payload())) real->Del(e);
-        }
+    for (CRealBlk* real = song.realBlks().head(); real; real = List<CRealBlk>::next(real)) deleteScoreLinks(*real);
 }
 
 } // namespace tessaro::load_steps

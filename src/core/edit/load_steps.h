@@ -3,6 +3,7 @@
 
 namespace tessaro {
 
+class CRealBlk;
 class MeasMap;
 class Song;
 
@@ -19,6 +20,7 @@ void trimMaster(Song& song);
 void packSysex(Song& song);
 /// Deletes all events that refer to score entries.
 void deleteScoreLinks(Song& song);
+void deleteScoreLinks(CRealBlk& real);
 
 } // namespace load_steps
 } // namespace tessaro

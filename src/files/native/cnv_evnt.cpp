@@ -106,11 +106,11 @@ bool CnvEvnt(const CEvnt& event, ByteWriter& out)
     return false;
 }
 
-bool CnvBlk(const CRealBlk& real, ByteWriter& out)
+bool CnvBlk(const CRealBlk& real, ByteWriter& out, const std::function<bool(const CEvnt&)>& isLeftOut)
 {
     std::uint32_t last = 0;
     for (const CEvnt* e = real.events().head(); e; e = List<CEvnt>::next(e)) {
-        if (formOf(e->GetStatus()) == EventForm::none) continue;
+        if (formOf(e->GetStatus()) == EventForm::none || (isLeftOut && isLeftOut(*e))) continue;
         const std::uint32_t time = std::max(e->GetTime(), last);
         out.vlq(time - last);
         last = time;

@@ -3,6 +3,8 @@
 
 #include "base/bytes.h"
 
+#include <functional>
+
 namespace tessaro {
 
 class CEvnt;
@@ -13,7 +15,7 @@ class CRealBlk;
 bool CnvEvnt(const CEvnt& event, ByteWriter& out);
 
 /// Appends the events of a real block, each behind its delta from the one before. What has no form is left out, and
-/// its delta goes to the next event. False when a payload or text is too long for the file.
-bool CnvBlk(const CRealBlk& real, ByteWriter& out);
+/// what `isLeftOut` names; its delta goes to the next event. False when a payload or text is too long for the file.
+bool CnvBlk(const CRealBlk& real, ByteWriter& out, const std::function<bool(const CEvnt&)>& isLeftOut = nullptr);
 
 } // namespace tessaro

@@ -4,6 +4,7 @@
 #include "core/edit/editor.h"
 #include "core/edit/load_steps.h"
 #include "core/model/style_ctab.h"
+#include "files/native/blk_form.h"
 #include "files/native/load_evnt.h"
 #include "files/native/native_chunks.h"
 
@@ -138,16 +139,11 @@ bool NativeReader::loadBlks(ByteReader& in, CTrk& trk)
 
 bool NativeReader::LoadTr9TrkData(ByteReader& in, CBlk& blk)
 {
-    const std::uint8_t type = in.u8();
-    in.skip(1);
-    const std::uint32_t top = in.u32be();
-    const std::uint32_t end = in.u32be();
-    CRealBlk* real = realBlk(in.u32be());
-    in.skip(native::blkReserve);
-    std::string name = text(in);
+    BlkForm form = readBlkInfo(in);
+    CRealBlk* real = realBlk(form.real);
     if (!in.ok() || !real) return false;
-    blk.Set(top, std::max(top, end), real, type);
-    blk.SetName(std::move(name));
+    blk.Set(form.top, std::max(form.top, form.end), real, form.type);
+    blk.SetName(std::move(form.name));
     return true;
 }
 

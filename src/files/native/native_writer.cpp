@@ -3,6 +3,7 @@
 
 #include "core/edit/editor.h"
 #include "core/model/style_ctab.h"
+#include "files/native/blk_form.h"
 #include "files/native/cnv_evnt.h"
 #include "files/native/native_chunks.h"
 
@@ -59,38 +60,21 @@ bool NativeWriter::SaveTr9Trk()
     for (const CTrk* trk = m_editor.song().trks().head(); trk; trk = List<CTrk>::next(trk)) {
         m_editor.SetPrgDlgPos(number++);
         beginChunk(chunkid::trk);
-        CnvTrkInfo(*trk);
-        for (const CBlk* blk = trk->blocks().head(); blk; blk = List<CBlk>::next(blk)) CnvBlkInfo(*blk);
-        if (!endChunk()) return false;
+        CnvTrkInfo(*trk, m_out);
+        text(trk->GetName());
+        if (!CnvBlks(*trk) || !endChunk()) return false;
     }
     return true;
 }
 
-void NativeWriter::CnvTrkInfo(const CTrk& trk)
+bool NativeWriter::CnvBlks(const CTrk& trk)
 {
-    m_out.u8(trk.GetType());
-    m_out.u8(trk.GetPort());
-    m_out.u8(trk.GetCh());
-    m_out.u8(static_cast<std::uint8_t>(trk.GetTrans()));
-    m_out.u8(trk.GetSolo());
-    m_out.u8(trk.GetMute());
-    m_out.u8(trk.GetTransEnable());
-    m_out.u32be(trk.GetInstType());
-    m_out.u8(trk.GetStaffType());
-    m_out.u8(trk.GetWavVol());
-    zeros(native::trkReserve);
-    text(trk.GetName());
-}
-
-void NativeWriter::CnvBlkInfo(const CBlk& blk)
-{
-    m_out.u8(blk.GetType());
-    m_out.u8(0);
-    m_out.u32be(blk.GetTimeTop());
-    m_out.u32be(blk.GetTimeEnd());
-    m_out.u32be(indexOf(blk.GetRealBlk()));
-    zeros(native::blkReserve);
-    text(blk.GetName());
+    for (const CBlk* blk = trk.blocks().head(); blk; blk = List<CBlk>::next(blk)) {
+        const std::uint32_t real = indexOf(blk->GetRealBlk());
+        if (!CnvBlkInfo({blk->GetType(), blk->GetTimeTop(), blk->GetTimeEnd(), real, blk->GetName()}, m_out))
+            return false;
+    }
+    return true;
 }
 
 bool NativeWriter::SaveStyleTrk()

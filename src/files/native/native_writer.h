@@ -13,7 +13,6 @@
 
 namespace tessaro {
 
-class CBlk;
 class CEditor;
 class CPhraseBlk;
 class CRealBlk;
@@ -39,8 +38,7 @@ private:
     bool SaveStyleTrk();
     bool SaveStyleBlk();
 
-    void CnvTrkInfo(const CTrk& trk);
-    void CnvBlkInfo(const CBlk& blk);
+    bool CnvBlks(const CTrk& trk);
     void CnvStyle(const CStyleBlk& style);
     void CnvPhrase(const CPhraseBlk* phrase);
 
