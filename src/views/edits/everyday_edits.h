@@ -5,15 +5,14 @@
 #include "core/edit/evnt_ref.h"
 
 #include <QAction>
-#include <QPointer>
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 namespace tessaro {
 
-class ChildFrame;
 class EditPanel;
 struct ViewParts;
 
@@ -44,7 +43,7 @@ inline constexpr int everydayEdits = static_cast<int>(EverydayEdit::removeDouble
 /// User interface thread.
 class EverydayEdits {
 public:
-    /// `window` is where keys work, and owns the panels; it and `parts` outlive this object.
+    /// `window` is where keys work and over which the panels stand; it and `parts` outlive this object.
     EverydayEdits(QWidget& window, const ViewParts& parts);
     EverydayEdits(const EverydayEdits&) = delete;
     EverydayEdits& operator=(const EverydayEdits&) = delete;
@@ -59,21 +58,23 @@ public:
 
     [[nodiscard]] QAction& operator[](EverydayEdit edit) { return m_actions[static_cast<std::size_t>(edit)]; }
     void run(EverydayEdit edit);
-    /// The panel of an edit; null while it was not opened yet, and for one without settings.
-    [[nodiscard]] EditPanel* panel(EverydayEdit edit) const { return m_panels[static_cast<std::size_t>(edit)]; }
+    /// The panel of an edit; null while it was not used yet.
+    [[nodiscard]] EditPanel* panel(EverydayEdit edit) const { return m_panels[static_cast<std::size_t>(edit)].get(); }
 
     /// Another window is active, or its selection has changed: open panels tell what they would do by now.
     void refresh();
     void retranslate();
 
 private:
-    void runAtOnce(EverydayEdit edit);
+    [[nodiscard]] std::vector<EvntRef> selection() const;
+    EditPanel& makePanel(EverydayEdit edit);
     void openPanel(EverydayEdit edit);
+    void apply(EverydayEdit edit);
 
     QWidget& m_window;
     const ViewParts& m_parts;
     std::array<QAction, everydayEdits> m_actions;
-    std::array<QPointer<EditPanel>, everydayEdits> m_panels; ///< children of the window
+    std::array<std::unique_ptr<EditPanel>, everydayEdits> m_panels;
 };
 
 } // namespace tessaro
