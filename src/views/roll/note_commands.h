@@ -6,7 +6,9 @@
 #include "core/model/records.h"
 
 #include <cstdint>
+#include <functional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace tessaro {
@@ -65,6 +67,9 @@ public:
     bool remove(std::span<const EvntRef> refs, TextId title = TextId::undoEventDelete);
     /// Refs in the order of the song; a change that all can follow is made, as far as it goes.
     bool change(std::span<const EvntRef> refs, const NoteChange& change, TextId title);
+    /// Writes each event anew as `become` makes it, its time absolute; those that come out as they were stay untouched.
+    using Become = std::function<_EDT_EVNT(_EDT_EVNT)>;
+    bool edit(std::span<const EvntRef> refs, const Become& become, TextId title);
 
     bool move(std::span<const EvntRef> refs, std::int64_t ticks, int keys = 0)
     {
@@ -105,8 +110,12 @@ public:
     /// Inserts and records; growing the block is the caller's. Null on a refusal.
     POSITION insertInto(const BlkRef& blk, const _EDT_EVNT& rec);
     [[nodiscard]] std::string title(TextId id) const { return std::string(m_strings(id)); }
+    /// The record of an event, its time absolute.
+    [[nodiscard]] static _EDT_EVNT record(const EvntRef& ref);
 
 private:
+    void write(const EvntRef& ref, const Become& become);
+
     CEditor& m_editor;
     NoteTables& m_notes;
     const Strings& m_strings;

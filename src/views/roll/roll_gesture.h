@@ -46,7 +46,7 @@ public:
         NoteInView note;
         Zone zone;
     };
-    /// What a rubber band holds: ticks and keys, the last key inside.
+    /// What a rubber band holds; the last row is inside.
     struct Band {
         TickRange span;
         int firstRow; ///< from the top
@@ -72,12 +72,12 @@ public:
     /// Nothing has happened.
     void cancel();
 
-    [[nodiscard]] Mode mode() const { return m_mode; }
+    [[nodiscard]] Mode mode() const { return m_drag.mode; }
     [[nodiscard]] std::optional<Band> band() const;
     /// What is being done to the selected notes.
-    [[nodiscard]] const NoteChange& change() const { return m_change; }
+    [[nodiscard]] const NoteChange& change() const { return m_drag.change; }
     /// The note that is being drawn.
-    [[nodiscard]] const std::optional<NoteInView>& drawn() const { return m_drawn; }
+    [[nodiscard]] const std::optional<NoteInView>& drawn() const { return m_drag.drawn; }
     /// The tick at which a click with the divide tool would divide the note under the point.
     [[nodiscard]] std::optional<std::uint32_t> cutAt(QPoint at) const;
     /// The velocity of the next new note.
@@ -88,43 +88,48 @@ public:
     void forEachNote(std::uint32_t from, std::uint32_t to, int low, int high, Visit&& visit) const;
 
 private:
-    struct Preview {
-        bool isShifted; ///< selected notes are elsewhere, or look otherwise
-        bool isCopied;  ///< and where they were, too
+    /// What is known from the press on, and what came of it so far.
+    struct Drag {
+        Mode mode = Mode::none;
+        EditTool tool = EditTool::select;
+        QPoint from;
+        std::int64_t grabTime = 0; ///< the tick pressed, wherever the view scrolls
+        int grabRow = 0;
+        QPoint now;
+        std::optional<Hit> hit; ///< under the press
+        bool wasSelected = false;
+        NoteExtent extent; ///< of the selection
+        NoteChange change;
+        std::optional<NoteInView> drawn;
+        std::vector<EvntRef> erased; ///< as they were passed
+        std::unordered_set<POSITION> erasedEvnts;
     };
-    [[nodiscard]] Preview preview() const;
-    [[nodiscard]] bool isErased(const EvntRef& ref) const { return m_erased.contains(ref.evnt); }
-    [[nodiscard]] bool isSelected(const EvntRef& ref) const;
 
-    void pressNote(const Hit& hit, Qt::KeyboardModifiers keys);
-    void pressEmpty(QPoint at, Qt::KeyboardModifiers keys);
-    void beginDraw(QPoint at);
+    [[nodiscard]] bool isSelected(const EvntRef& ref) const;
+    /// Selected notes are elsewhere, or look otherwise.
+    [[nodiscard]] bool isShifted() const;
+    [[nodiscard]] bool keepsOld() const { return m_drag.mode == Mode::copy; }
+
+    void pressNote(Qt::KeyboardModifiers keys);
+    void beginDraw(Qt::KeyboardModifiers keys);
     void beginDrag(Qt::KeyboardModifiers keys);
-    void drag(QPoint at, Qt::KeyboardModifiers keys);
-    void dragDraw(QPoint at, Qt::KeyboardModifiers keys);
+    void drag(Qt::KeyboardModifiers keys);
+    [[nodiscard]] NoteChange changeTo(QPoint at, Qt::KeyboardModifiers keys) const;
+    void dragDraw(Qt::KeyboardModifiers keys);
     void erase(QPoint from, QPoint to);
-    void click(Qt::KeyboardModifiers keys);
-    void selectBand(Qt::KeyboardModifiers keys);
+    void click(const Drag& drag, Qt::KeyboardModifiers keys);
+    void selectBand(const Band& band);
     void extendTo(const NoteInView& note);
-    void finish();
+    void finish(const Drag& drag, Qt::KeyboardModifiers keys);
+    void copy(const NoteChange& change);
+    void insert(const NoteInView& note);
     void hear(std::uint8_t key, std::uint8_t velocity);
     [[nodiscard]] std::uint32_t snapped(std::int64_t time, Qt::KeyboardModifiers keys) const;
-    [[nodiscard]] std::vector<EvntRef> selected() const;
 
     Parts m_parts;
     int m_track = -1;
-    Mode m_mode = Mode::none;
-    EditTool m_tool = EditTool::select;
-    QPoint m_from; ///< of the press
-    QPoint m_now;
-    std::optional<Hit> m_hit; ///< under the press
-    EvntRef m_anchor;         ///< the note last clicked
-    bool m_wasSelected = false;
-    NoteExtent m_extent; ///< of the selection, while it is dragged
-    NoteChange m_change;
-    std::optional<NoteInView> m_drawn;
-    std::vector<EvntRef> m_eraseRefs;
-    std::unordered_set<POSITION> m_erased;
+    Drag m_drag;
+    EvntRef m_anchor; ///< the note last clicked; may be gone
     std::uint8_t m_velocity = 100;
     std::uint8_t m_heardKey = 0;
 };
@@ -132,24 +137,24 @@ private:
 template <class Visit>
 void RollGesture::forEachNote(std::uint32_t from, std::uint32_t to, int low, int high, Visit&& visit) const
 {
-    const auto [isShifted, isCopied] = preview();
+    const bool shifted = isShifted();
     m_parts.notes.forEachNote(m_track, from, to, low, high, [&](const NoteInView& note) {
         const bool selected = isSelected(note.ref);
-        if (isErased(note.ref) || (selected && isShifted && !isCopied)) return;
-        visit(note, selected && !isCopied);
+        if (m_drag.erasedEvnts.contains(note.ref.evnt) || (selected && shifted && !keepsOld())) return;
+        visit(note, selected && !shifted);
     });
-    if (isShifted) { // from wherever they come into sight
-        const std::int64_t reach = std::max<std::int64_t>({0, m_change.startBy, -m_change.endBy});
-        const std::int64_t grown = std::max<std::int64_t>({0, m_change.endBy, -m_change.startBy});
-        m_parts.notes.forEachNote(m_track, tick::shifted(from, -m_change.ticks - grown),
-                                  tick::shifted(to, -m_change.ticks + grown + reach), std::max(low - m_change.keys, 0),
-                                  std::min(high - m_change.keys, 127), [&](const NoteInView& note) {
+    if (shifted) { // from wherever they come into sight
+        const NoteChange& by = m_drag.change;
+        const std::uint32_t first = tick::shifted(from, -by.ticks - std::max<std::int64_t>(by.endBy, 0));
+        const std::uint32_t last = tick::shifted(to, -by.ticks - std::min<std::int64_t>(by.startBy, 0));
+        m_parts.notes.forEachNote(m_track, first, last, std::max(low - by.keys, 0), std::min(high - by.keys, 127),
+                                  [&](const NoteInView& note) {
                                       if (!isSelected(note.ref)) return;
-                                      const NoteInView moved = m_change(note);
+                                      const NoteInView moved = by(note);
                                       if (moved.start < to && moved.end > from) visit(moved, true);
                                   });
     }
-    if (m_drawn && m_drawn->start < to && m_drawn->end > from) visit(*m_drawn, true);
+    if (m_drag.drawn && m_drag.drawn->start < to && m_drag.drawn->end > from) visit(*m_drag.drawn, true);
 }
 
 } // namespace tessaro

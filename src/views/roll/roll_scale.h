@@ -44,6 +44,8 @@ public:
     [[nodiscard]] std::uint32_t start() const { return m_start; }
     void setStart(std::uint32_t tick) { m_start = tick; }
     [[nodiscard]] std::uint32_t time(int x) const;
+    /// The same also to the left of the margin, where it may be before the song's start: for drags.
+    [[nodiscard]] std::int64_t rawTime(int x) const;
     /// The left margin for what lies before the start.
     [[nodiscard]] int x(std::uint32_t time) const;
     /// What is in sight.

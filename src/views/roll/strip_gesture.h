@@ -60,46 +60,57 @@ public:
     void release(QPoint at, Qt::KeyboardModifiers keys);
     void cancel();
 
-    [[nodiscard]] Mode mode() const { return m_mode; }
+    [[nodiscard]] Mode mode() const { return m_drag.mode; }
     /// The line being drawn; empty for none.
-    [[nodiscard]] const StripPath& path() const { return m_path; }
-    /// What is under the line, the eraser or the band; ticks.
+    [[nodiscard]] const StripPath& path() const { return m_drag.path; }
+    /// The ticks under the line, the eraser or the band.
     [[nodiscard]] std::optional<TickRange> span() const;
-    /// The values of the band, low and high.
+    /// The values of the band, low and high; both are inside.
     [[nodiscard]] std::pair<int, int> bandValues() const;
-    /// The events that the line will make.
+    /// The events that the line will make; none of velocities.
     [[nodiscard]] std::vector<StripPoint> points() const;
     /// How an event of the song is to be drawn; nothing for one that will be gone.
-    [[nodiscard]] std::optional<ValueInView> shown(const ValueInView& value) const;
+    [[nodiscard]] std::optional<ValueInView> shown(ValueInView value) const;
 
 private:
-    void pressEvent(const ValueInView& value, Qt::KeyboardModifiers keys);
-    void drag(QPoint at, Qt::KeyboardModifiers keys);
-    void commit();
-    void selectBand(Qt::KeyboardModifiers keys);
-    void reset();
+    struct Drag {
+        Mode mode = Mode::none;
+        EditTool tool = EditTool::select;
+        Qt::KeyboardModifiers keys; ///< those held now
+        QPoint from;
+        std::int64_t grabTime = 0; ///< the tick pressed, wherever the view scrolls
+        QPoint now;
+        StripPath path;
+        std::optional<ValueInView> hit; ///< under the press
+        bool wasSelected = false;
+        bool onlySelected = false; ///< a line over velocities changes the selected notes alone
+        TickRange passed;          ///< by the eraser
+        NoteExtent extent;         ///< of the selection
+        std::int64_t ticks = 0;
+        int by = 0;
+    };
+
+    void pressEvent(Qt::KeyboardModifiers keys);
+    void draw();
+    void bend();
+    void erase();
+    void beginDrag();
+    void drag();
+    void finish();
+    void click(const Drag& drag);
+    void selectBand();
     [[nodiscard]] StripPoint pointAt(QPoint at) const;
+    [[nodiscard]] TickRange around(const StripPath& path) const;
     [[nodiscard]] bool isFine() const;
     [[nodiscard]] std::uint32_t stepAt(std::uint32_t time) const;
     [[nodiscard]] std::uint32_t cellAt(std::uint32_t time) const;
     [[nodiscard]] bool hasSelected(TickRange over) const;
-    [[nodiscard]] int valueAt(std::uint32_t time) const;
+    [[nodiscard]] int valueAt(const StripPath& path, std::uint32_t time) const;
 
     Parts m_parts;
     StripScale m_scale;
     int m_track = -1;
-    Mode m_mode = Mode::none;
-    EditTool m_tool = EditTool::select;
-    Qt::KeyboardModifiers m_keys;
-    QPoint m_from;
-    QPoint m_now;
-    StripPath m_path;
-    std::optional<ValueInView> m_hit;
-    bool m_wasSelected = false;
-    bool m_selectedOnly = false; ///< a line over velocities changes the selected notes alone
-    std::uint32_t m_room = 0;    ///< ticks that all selected can go to the left
-    std::int64_t m_ticks = 0;
-    int m_by = 0;
+    Drag m_drag;
 };
 
 } // namespace tessaro

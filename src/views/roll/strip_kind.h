@@ -19,14 +19,19 @@ struct StripKind {
     [[nodiscard]] int most() const { return what == What::pitchBend ? 16383 : 127; }
     /// The value without effect: the middle of the pitch bend, of panorama and balance, otherwise 0.
     [[nodiscard]] int rest() const;
-    /// The value of an event of this kind.
-    [[nodiscard]] int valueOf(const CEvnt& event) const;
+    /// Whether an event is of this kind; for velocities whether it is a note.
+    [[nodiscard]] bool isOf(const CEvnt& event) const;
+    /// The value of a record of this kind.
+    [[nodiscard]] int valueOf(const _EDT_EVNT& rec) const;
     /// A record of this kind; `channel` is 0 to 15. Not for velocities.
     [[nodiscard]] _EDT_EVNT record(std::uint32_t time, int value, std::uint8_t channel) const;
     /// Writes a value into a record of this kind, a note's for velocities.
     void setValue(_EDT_EVNT& rec, int value) const;
 
     bool operator==(const StripKind&) const = default;
+
+private:
+    [[nodiscard]] std::uint8_t kindStatus() const;
 };
 
 } // namespace tessaro

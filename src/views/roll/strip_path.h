@@ -18,7 +18,7 @@ struct StripPoint {
 /// what it passes over.
 class StripPath {
 public:
-    void clear();
+    /// Forgets what was drawn.
     void start(StripPoint at);
     /// Goes on from where it ended.
     void lineTo(StripPoint to);
