@@ -19,8 +19,7 @@ public:
 
 protected:
     [[nodiscard]] TextId windowName() const override { return TextId::drumWindow; }
-    [[nodiscard]] const char* zoomKey() const override { return "Drum Zoom"; }
-    [[nodiscard]] const char* rowZoomKey() const override { return "Drum VZoom"; }
+    [[nodiscard]] const char* settingsName() const override { return "Drum"; }
 
 private:
     ChoiceBox* m_rows; ///< child of the widget

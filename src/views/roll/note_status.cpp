@@ -10,7 +10,7 @@
 namespace tessaro {
 namespace {
 
-constexpr int gap = 8;   ///< between a caption and its value
+constexpr int gap = 8;    ///< between a caption and its value
 constexpr int space = 20; ///< between one value and the next caption
 constexpr int margin = 12;
 
@@ -61,7 +61,8 @@ void NoteStatus::paintEvent(QPaintEvent*)
     for (const Part& part : parts) {
         const QString caption = m_text(part.caption);
         const int captionWidth = fontMetrics().horizontalAdvance(caption);
-        const int room = std::max(fontMetrics().horizontalAdvance(part.widest), fontMetrics().horizontalAdvance(part.value));
+        const int room =
+            std::max(fontMetrics().horizontalAdvance(part.widest), fontMetrics().horizontalAdvance(part.value));
         if (x + captionWidth + gap + room > width() - selectedRoom) break;
         painter.setPen(palette().color(QPalette::PlaceholderText));
         painter.drawText(QRect(x, 0, captionWidth, height()), Qt::AlignVCenter, caption);

@@ -51,8 +51,10 @@ std::optional<int> parseKey(const QString& text)
     if (letter < u'A' || letter > u'G') return parseValue(name);
     int pitch = pitches[static_cast<std::size_t>(letter - u'A')];
     qsizetype at = 1;
-    if (at < name.size() && name[at] == u'#') ++pitch, ++at;
-    else if (at < name.size() && name[at] == u'B') --pitch, ++at;
+    if (at < name.size() && name[at] == u'#')
+        ++pitch, ++at;
+    else if (at < name.size() && name[at] == u'B')
+        --pitch, ++at;
     bool isNumber = false;
     const int octave = name.mid(at).toInt(&isNumber);
     if (!isNumber || octave < -1 || octave > 9) return std::nullopt;
@@ -86,7 +88,8 @@ std::optional<int> parseValue(const QString& text)
 QString controllerName(int controller, const UiText& text)
 {
     for (const NamedControl& control : namedControls)
-        if (control.number == controller) return text(TextId::stripNamedControl).arg(controller).arg(text(control.name));
+        if (control.number == controller)
+            return text(TextId::stripNamedControl).arg(controller).arg(text(control.name));
     return text(TextId::stripControl).arg(controller);
 }
 

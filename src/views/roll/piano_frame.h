@@ -14,8 +14,7 @@ public:
 
 protected:
     [[nodiscard]] TextId windowName() const override { return TextId::pianoWindow; }
-    [[nodiscard]] const char* zoomKey() const override { return "Piano Zoom"; }
-    [[nodiscard]] const char* rowZoomKey() const override { return "Piano VZoom"; }
+    [[nodiscard]] const char* settingsName() const override { return "Piano"; }
 };
 
 } // namespace tessaro

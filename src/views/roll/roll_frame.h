@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/strings.h"
 #include "core/ports/hint_observer.h"
 #include "views/editors/child_frame.h"
 #include "views/editors/view_parts.h"
 
 #include <QAction>
 
+#include <cstdint>
+#include <initializer_list>
 #include <memory>
+#include <utility>
 
 class QScrollBar;
 class QSplitter;
@@ -20,10 +24,11 @@ class CRollView;
 class FoldingRow;
 class GridBox;
 class NoteStatus;
+class RollCommands;
 class StripView;
 
-/// What the windows of piano roll and drum grid share: a tool bar, the notes over the controller strip, scroll bars, and
-/// a line that tells what lies under the pointer. It makes commands of the views' selection and hears the hints for
+/// What the windows of piano roll and drum grid share: a tool bar, the notes over the controller strip, scroll bars,
+/// and a line that tells what lies under the pointer. It makes commands of the views' selection and hears the hints for
 /// them. Settings in section View Condition.
 class RollFrame : public ChildFrame, public HintObserver {
 public:
@@ -64,26 +69,29 @@ protected:
     void addToToolBar(QWidget* group, int rank);
     [[nodiscard]] const ViewParts& parts() const { return m_parts; }
     [[nodiscard]] virtual TextId windowName() const = 0;
-    [[nodiscard]] virtual const char* zoomKey() const = 0;
-    [[nodiscard]] virtual const char* rowZoomKey() const = 0;
+    /// Names the settings of the zooms.
+    [[nodiscard]] virtual const char* settingsName() const = 0;
 
 private:
-    class Group;
-
+    [[nodiscard]] QWidget* makeButtons(std::initializer_list<std::pair<ViewCommand, const char*>> commands);
     void buildToolBar();
     void buildArea();
     void connectView();
     void fillTracks();
+    void fillKinds();
+    void chooseKind(int code);
     void showScale();
     void showMenu(const QPoint& place);
+    void followSelection();
 
     ViewParts m_parts;
     QAction m_audition;
-    bool m_tracksStale = true;
+    std::uint32_t m_songEnd = 0; ///< for the scroll bar
+    bool m_tracksStale = false;
     // Children of the widget.
     CRollView* m_view;
+    StripView* m_strip;
     FoldingRow* m_toolBar = nullptr;
-    StripView* m_strip = nullptr;
     GridBox* m_grid = nullptr;
     ChoiceBox* m_tracks = nullptr;
     ChoiceBox* m_kinds = nullptr;
@@ -91,7 +99,9 @@ private:
     QSplitter* m_splitter = nullptr;
     QScrollBar* m_across = nullptr;
     QScrollBar* m_down = nullptr;
+    QWidget* m_stripArea = nullptr;
     CPnoNotePropPage* m_properties = nullptr;
+    std::unique_ptr<RollCommands> m_commands;
 };
 
 } // namespace tessaro

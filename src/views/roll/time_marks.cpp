@@ -14,8 +14,7 @@ void addSteps(std::vector<TimeMark>& marks, TimeMark::Rank rank, std::uint32_t t
 {
     const std::uint64_t first = from <= top ? 1 : (from - top + step - 1) / step;
     for (std::uint64_t offset = std::max<std::uint64_t>(first, 1) * step; top + offset < end; offset += step)
-        if (coarser == 0 || offset % coarser != 0)
-            marks.push_back({static_cast<std::uint32_t>(top + offset), 0, rank});
+        if (coarser == 0 || offset % coarser != 0) marks.push_back({static_cast<std::uint32_t>(top + offset), 0, rank});
 }
 
 } // namespace

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/roll/note_prop_page.h"
+
+#include "core/edit/undo_scope.h"
+#include "views/roll/note_text.h"
+#include "views/setup/position_scale.h"
+#include "views/text/ui_text.h"
+#include "views/transport/location_text.h"
+
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace tessaro {
+namespace {
+
+constexpr TextId names[CPnoNotePropPage::fields] = {TextId::noteTime, TextId::noteLength, TextId::noteKey,
+                                                    TextId::noteVelocity, TextId::noteOffVelocity};
+
+} // namespace
+
+CPnoNotePropPage::CPnoNotePropPage(const ViewParts& parts, QWidget* parent)
+    : QWidget(parent, Qt::Tool)
+    , m_parts(parts)
+    , m_head(new QLabel(this))
+{
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(16, 12, 16, 16);
+    grid->setHorizontalSpacing(12);
+    grid->setVerticalSpacing(8);
+    m_head->setForegroundRole(QPalette::PlaceholderText);
+    grid->addWidget(m_head, 0, 0, 1, 2);
+    for (std::size_t i = 0; i < fields; ++i) {
+        m_labels[i] = new QLabel(this);
+        m_lines[i] = new QLineEdit(this);
+        m_lines[i]->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("0000:00:0000")) + 24);
+        m_labels[i]->setBuddy(m_lines[i]);
+        const int row = static_cast<int>(i) + 1;
+        grid->addWidget(m_labels[i], row, 0);
+        grid->addWidget(m_lines[i], row, 1);
+        connect(m_lines[i], &QLineEdit::editingFinished, this, [this, i] { take(static_cast<Field>(i)); });
+    }
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(static_cast<int>(fields) + 1, 1);
+    retranslate();
+}
+
+void CPnoNotePropPage::retranslate()
+{
+    setWindowTitle(m_parts.text(TextId::noteProperties));
+    for (std::size_t i = 0; i < fields; ++i) {
+        m_labels[i]->setText(m_parts.text(names[i]));
+        m_lines[i]->setAccessibleName(m_parts.text.plain(names[i]));
+    }
+    setNotes(std::move(m_notes));
+}
+
+void CPnoNotePropPage::setNotes(std::vector<EvntRef> notes)
+{
+    m_notes = std::move(notes);
+    m_head->setText(m_parts.text(TextId::notesSelected).arg(m_notes.size()));
+    for (std::size_t i = 0; i < fields; ++i) showField(static_cast<Field>(i));
+}
+
+_EDT_EVNT CPnoNotePropPage::record(const EvntRef& note) const
+{
+    _EDT_EVNT rec;
+    m_parts.editor.GetEvnt(note.trk, note.blk, note.evnt, rec);
+    rec.time += m_parts.editor.GetBlkTimeTop(note.trk, note.blk);
+    return rec;
+}
+
+std::uint32_t CPnoNotePropPage::beatClock(std::uint32_t time) const
+{
+    _EDT_MEAS place;
+    m_parts.editor.TimeToMeas(time, place);
+    _EDT_MEASINFO measure;
+    m_parts.editor.GetMeasInfo(place.meas, measure);
+    return std::max(measure.beatClock, 1U);
+}
+
+QString CPnoNotePropPage::textOf(Field field, const _EDT_EVNT& note) const
+{
+    switch (field) {
+    case Field::time: {
+        _EDT_MEAS place;
+        m_parts.editor.TimeToMeas(note.time, place);
+        return utf8Text(locationText(place));
+    }
+    case Field::length: return lengthText(note.gateTime, beatClock(note.time));
+    case Field::key: return keyName(note.post1);
+    case Field::velocity: return QString::number(note.post2);
+    case Field::offVelocity: return QString::number(note.post3);
+    }
+    return {};
+}
+
+bool CPnoNotePropPage::write(Field field, const QString& text, _EDT_EVNT& note) const
+{
+    const auto put = [](const auto& value, auto& place) {
+        if (value) place = static_cast<std::remove_reference_t<decltype(place)>>(*value);
+        return value.has_value();
+    };
+    switch (field) {
+    case Field::time: return put(PositionScale(&m_parts.editor).parse(text.toStdString()), note.time);
+    case Field::length: return put(parseLength(text, beatClock(note.time)), note.gateTime);
+    case Field::key: return put(parseKey(text), note.post1);
+    case Field::velocity: {
+        const std::optional<int> value = parseValue(text);
+        return value != 0 && put(value, note.post2); // a note of velocity 0 would be none
+    }
+    case Field::offVelocity: return put(parseValue(text), note.post3);
+    }
+    return false;
+}
+
+void CPnoNotePropPage::showField(Field field)
+{
+    QLineEdit& line = this->field(field);
+    const QSignalBlocker quiet(line);
+    line.setEnabled(!m_notes.empty());
+    QString common = m_notes.empty() ? QString() : textOf(field, record(m_notes.front()));
+    const bool isCommon =
+        std::ranges::all_of(m_notes, [&](const EvntRef& note) { return textOf(field, record(note)) == common; });
+    line.setText(isCommon ? common : QString());
+    line.setPlaceholderText(isCommon ? QString() : m_parts.text(TextId::noteSeveral));
+    line.setModified(false);
+}
+
+void CPnoNotePropPage::take(Field field)
+{
+    QLineEdit& line = this->field(field);
+    if (!line.isModified()) return;
+    line.setModified(false);
+    if (!line.text().isEmpty() && !m_parts.isLocked()) change(field, line.text());
+    setNotes(std::move(m_notes));
+}
+
+void CPnoNotePropPage::change(Field field, const QString& text)
+{
+    CEditor& editor = m_parts.editor;
+    std::vector<_EDT_EVNT> fresh;
+    for (const EvntRef& note : m_notes) {
+        if (editor.GetBlkType(note.trk, note.blk) != blktype::real) {
+            m_parts.user.message(TextId::linkedBlockNotEditable, MessageKind::warning);
+            return;
+        }
+        fresh.push_back(record(note));
+        if (!write(field, text, fresh.back())) return;
+    }
+    const std::vector<EvntRef> notes = m_notes; // the page is told of each change
+    const UndoScope step(editor, m_parts.text(TextId::undoEventChange).toStdString());
+    if (!step) return;
+    for (std::size_t i = 0; i < notes.size(); ++i) editor.SetEvnt(notes[i].trk, notes[i].blk, notes[i].evnt, fresh[i]);
+}
+
+void CPnoNotePropPage::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+} // namespace tessaro

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "views/editors/evnt_selection.h"
+#include "views/editors/view_parts.h"
+#include "views/roll/note_commands.h"
+#include "views/roll/note_status.h"
+#include "views/roll/roll_gesture.h"
+#include "views/roll/roll_scale.h"
+#include "views/roll/time_marks.h"
+#include "views/tracks/ruler_gesture.h"
+
+#include <QBasicTimer>
+#include <QWidget>
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace tessaro {
+
+/// The notes of one track over time, in rows by key: ruler above, a column of keys at the left, bars of notes with the
+/// shadows of other tracks, the play position. What rows and notes look like is told by those that derive from it. It
+/// draws and forwards: RollScale knows the places, RollGesture what the mouse does, NoteCommands how the song changes.
+/// Painting costs what is in sight.
+class CRollView : public QWidget {
+public:
+    explicit CRollView(const ViewParts& parts);
+    ~CRollView() override;
+
+    /// It was scrolled, zoomed, or its rows are others.
+    std::function<void()> onScale;
+    std::function<void()> onSelection;
+    /// What lies under the pointer; all empty when it has left.
+    std::function<void(const NoteStatus::Values&)> onPointed;
+    std::function<void()> onProperties;
+    std::function<void(const QPoint& global)> onMenu;
+
+    [[nodiscard]] int track() const { return m_track; }
+    void setTrack(int track);
+    [[nodiscard]] const RollScale& scale() const { return m_scale; }
+    /// Every change of scale: `change(RollScale&)`.
+    template <class Change>
+    void rescale(Change&& change)
+    {
+        change(m_scale);
+        scaleChanged();
+    }
+    [[nodiscard]] EvntSelection& selection() { return m_selection; }
+    [[nodiscard]] const EvntSelection& selection() const { return m_selection; }
+    [[nodiscard]] NoteCommands& commands() { return m_commands; }
+    [[nodiscard]] RollGesture& gesture() { return m_gesture; }
+    /// The selection became another one, by whoever.
+    void selectionChanged();
+
+    void setShadows(bool on);
+    [[nodiscard]] bool shadows() const { return m_shadows; }
+    /// Whether notes are heard as they are touched.
+    void setAudition(bool on);
+    /// Lets a note be heard for a moment.
+    void sound(std::uint8_t key, std::uint8_t velocity);
+
+    [[nodiscard]] std::uint32_t position() const { return m_position; }
+    void setPosition(std::uint32_t tick, bool follow);
+    void showTick(std::uint32_t tick);
+    /// Where scrolling should lead at least.
+    [[nodiscard]] std::uint32_t songEnd() const;
+
+    void followHint(int code, const CEditor& editor);
+    virtual void songReplaced();
+    void retranslate();
+
+    /// The key that a step up or down leads to, as far as there are rows.
+    [[nodiscard]] virtual int keyStep(int rows) const { return rows; }
+    /// How a key reads in the status line.
+    [[nodiscard]] virtual QString keyText(int key) const = 0;
+
+    [[nodiscard]] QSize sizeHint() const override { return {800, 400}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {RollScale::left + 80, RollScale::ruler + 64}; }
+
+protected:
+    [[nodiscard]] virtual QColor rowColour(int key) const = 0;
+    [[nodiscard]] virtual bool hasLineBelow(int key) const = 0;
+    /// The column at the left of the rows in this area; `held` sounds, -1 for none.
+    virtual void paintColumn(QPainter& painter, const QRect& area, int held) const = 0;
+    [[nodiscard]] virtual QRect noteRect(const NoteInView& note) const = 0;
+    /// What stands on notes that are large enough.
+    virtual void paintNoteText(QPainter&, const QRect&, const NoteInView&, const QColor&) const {}
+    [[nodiscard]] virtual TextId emptySentence() const = 0;
+    /// The middle of what is shown of a track without notes.
+    [[nodiscard]] virtual std::uint8_t middleKey() const { return 60; }
+    /// The song or the track is another one: before anything is painted.
+    virtual void contentChanged() {}
+
+    // The mouse on the rows, for those that have tools of their own.
+    virtual void pressRows(QMouseEvent& event);
+    virtual void moveRows(QMouseEvent& event);
+    virtual void releaseRows(QMouseEvent& event);
+    virtual void cancelRows();
+    /// Every note as it is to look now.
+    using NoteVisit = std::function<void(const NoteInView& note, bool isSelected)>;
+    virtual void forEachShown(TickRange span, int low, int high, const NoteVisit& visit) const;
+
+    [[nodiscard]] const ViewParts& parts() const { return m_parts; }
+    [[nodiscard]] EditTool tool() const;
+    [[nodiscard]] QColor noteColour() const;
+    void hear(std::uint8_t key, std::uint8_t velocity);
+
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    /// Where a press has its say until the release.
+    enum class Held { nothing, rows, ruler, loopStart, loopEnd, column };
+    /// Notes of one look, drawn at once.
+    struct Look {
+        QColor edge;
+        QColor fill;
+        QColor text;
+        std::vector<QRect> rects;
+    };
+    struct Named {
+        QRect rect;
+        NoteInView note;
+        std::size_t look;
+    };
+    static constexpr int shades = 8;
+
+    void scaleChanged();
+    void paintSoon();
+    void placeRows();
+    void tellSelection();
+    void endGesture();
+    [[nodiscard]] QRect positionStrip(std::uint32_t tick) const;
+    [[nodiscard]] QRect rowsArea() const;
+    [[nodiscard]] bool isMidi() const;
+    [[nodiscard]] bool hasNotes();
+    [[nodiscard]] std::optional<std::pair<std::uint32_t, std::uint32_t>> loop() const;
+
+    void paintRows(QPainter& painter, const QRect& area);
+    void paintLines(QPainter& painter, const QRect& area);
+    void paintBlks(QPainter& painter, const QRect& area, TickRange span) const;
+    void paintShadows(QPainter& painter, TickRange span, int low, int high);
+    void paintNotes(QPainter& painter, TickRange span, int low, int high);
+    void paintGesture(QPainter& painter) const;
+    void paintRuler(QPainter& painter, const QRect& area) const;
+    void paintLoop(QPainter& painter) const;
+    void paintPosition(QPainter& painter) const;
+    void paintSentence(QPainter& painter);
+    void prepareLooks();
+
+    void pressRuler(int x);
+    void moveRuler(int x, Qt::KeyboardModifiers keys);
+    void releaseRuler(int x, Qt::KeyboardModifiers keys);
+    void moveColumn(int y);
+    void point(QPoint at);
+    void showCursor(QPoint at);
+    void scrollAtEdge();
+    [[nodiscard]] std::uint32_t rulerTime(int x, Qt::KeyboardModifiers keys) const;
+
+    ViewParts m_parts;
+    RollScale m_scale;
+    EvntSelection m_selection;
+    NoteCommands m_commands;
+    RollGesture m_gesture;
+    RulerGesture m_ruler;
+    Held m_held = Held::nothing;
+    std::uint32_t m_loopFixed = 0; ///< the end of the loop that stays while the other is dragged
+    QBasicTimer m_edgeTimer;
+    QPoint m_pointer; ///< of the last event of the mouse
+    Qt::KeyboardModifiers m_pointerKeys;
+    int m_track = -1;
+    int m_heldKey = -1; ///< of the column
+    std::uint32_t m_position = 0;
+    bool m_isBusy = false; ///< the mouse is changing the song at this moment
+    bool m_shadows = false;
+    bool m_audition = true;
+    bool m_isPlaced = false;           ///< the rows in sight were chosen for the track
+    bool m_isStale = false;            ///< a painting is asked for
+    bool m_selectionStale = false;     ///< lost something that nobody was told of
+    std::uint64_t m_notesRevision = 0; ///< of m_hasNotes
+    bool m_hasNotes = false;
+    // Kept from one painting to the next for their memory.
+    std::vector<TimeMark> m_marks;
+    std::array<Look, 2 * shades + 1> m_looks; ///< by velocity: plain, then of linked blocks; selected
+    std::vector<QRect> m_rects;
+    std::vector<Named> m_named;
+};
+
+} // namespace tessaro
