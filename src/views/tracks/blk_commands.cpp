@@ -8,6 +8,7 @@
 #include "views/tracks/trk_selection.h"
 
 #include <algorithm>
+#include <array>
 #include <tuple>
 #include <unordered_set>
 
@@ -296,11 +297,10 @@ bool BlkCommands::link() { return !m_isLocked() && join(TextId::undoBlockJoin, r
 bool BlkCommands::linkNext(const BlkRef& blk)
 {
     if (m_isLocked()) return false;
-    CBlk* next = isGhost(blk) ? nullptr : List<CBlk>::next(&blkOf(blk));
-    if (isGhost(blk) || (next && next->GetType() == blktype::ghost)) note(TextId::linkedBlocksLeftOut);
-    if (!next || next->GetType() != blktype::real) return false;
-    m_selection.setBlks({&blk, 1});
-    return join(TextId::undoBlockJoin, {blk, {blk.trk, next}});
+    const BlkRef next{blk.trk, List<CBlk>::next(&blkOf(blk))};
+    if (!next.blk) return false;
+    m_selection.setBlks(std::array{blk, next});
+    return link();
 }
 
 bool BlkCommands::merge() { return !m_isLocked() && join(TextId::undoBlockMerge, m_selection.blks()); }

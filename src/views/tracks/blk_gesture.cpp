@@ -23,7 +23,7 @@ BlkGesture::~BlkGesture() { m_editor.removeObserver(this); }
 
 void BlkGesture::onHint(const HintObserver*, int code, CEditor*)
 {
-    if (code == hint::blkDel || code == hint::blkMove || code == hint::blkApp) m_state = State::idle;
+    if (code == hint::blkDel || code == hint::blkMove || code == hint::blkApp) abandon();
 }
 
 // The button goes down
@@ -48,7 +48,7 @@ BlkOutcome BlkGesture::pressRuler(int windowY)
         m_state = State::rightHandle;
     } else {
         m_state = State::spanning;
-        return GoTo{snapped()};
+        return GoTo{snapped(m_now)};
     }
     return {};
 }
@@ -173,9 +173,9 @@ BlkOutcome BlkGesture::release(QPoint at, Qt::KeyboardModifiers keys)
     case State::spanning:
     case State::leftHandle:
     case State::rightHandle:
-        if (const LoopHandles now = loop(); m_moved && now.start <= now.end) {
-            m_loop = now;
-            outcome = MakeLoop{now.start, now.end};
+        if (m_moved && (m_state != State::spanning || snapped(m_from) != snapped(m_now))) {
+            m_loop = loop();
+            outcome = MakeLoop{m_loop.start, m_loop.end};
         }
         break;
     case State::waiting: click(keys); break;
@@ -213,9 +213,9 @@ void BlkGesture::cancel()
 
 // Places
 
-std::uint32_t BlkGesture::snapped() const
+std::uint32_t BlkGesture::snapped(QPoint at) const
 {
-    const std::uint32_t time = m_geometry.time(m_now.x());
+    const std::uint32_t time = m_geometry.time(at.x());
     return m_keys & Qt::ShiftModifier ? m_bars.nearestBeat(time) : m_bars.nearest(time);
 }
 
@@ -242,7 +242,7 @@ DrawBlk BlkGesture::drawn() const
 std::uint32_t BlkGesture::sizedEnd() const
 {
     const std::uint32_t top = m_editor.GetBlkTimeTop(m_lead.trk, m_lead.blk);
-    const std::uint32_t end = snapped();
+    const std::uint32_t end = snapped(m_now);
     return end > top ? end : m_bars.after(top);
 }
 
@@ -253,12 +253,11 @@ LoopHandles BlkGesture::loop() const
     switch (m_state) {
     case State::spanning: {
         if (!m_moved) return m_loop;
-        const std::uint32_t from = m_bars.nearest(m_geometry.time(m_from.x()));
-        const auto [start, end] = std::minmax(from, snapped());
-        return {start, end};
+        const auto [start, end] = std::minmax({snapped(m_from), snapped(m_now)});
+        return start < end ? LoopHandles{start, end} : m_loop;
     }
-    case State::leftHandle: return {std::min(snapped(), m_loop.end), m_loop.end};
-    case State::rightHandle: return {m_loop.start, std::max(snapped(), m_loop.start)};
+    case State::leftHandle: return {std::min(snapped(m_now), m_loop.end), m_loop.end};
+    case State::rightHandle: return {m_loop.start, std::max(snapped(m_now), m_loop.start)};
     default: return m_loop;
     }
 }

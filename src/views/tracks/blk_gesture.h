@@ -41,6 +41,8 @@ public:
     void timeout();
     /// Escape: the selection is as before.
     void cancel();
+    /// The blocks are not what they were, and the selection stays as it is: also for another song.
+    void abandon() { m_state = State::idle; }
     [[nodiscard]] bool waits() const { return m_state == State::waiting; }
     [[nodiscard]] bool active() const { return m_state != State::idle; }
 
@@ -75,7 +77,7 @@ private:
     void selectBand();
     void eraseAt();
     [[nodiscard]] bool isEnd(const BlkRef& blk, QPoint at) const;
-    [[nodiscard]] std::uint32_t snapped() const;
+    [[nodiscard]] std::uint32_t snapped(QPoint at) const;
     [[nodiscard]] BlkShift shift() const;
     [[nodiscard]] DrawBlk drawn() const;
     [[nodiscard]] std::uint32_t sizedEnd() const;
