@@ -97,7 +97,7 @@ TEST_F(BlkGestures, RubberBandSelectsWhatItMeets)
 {
     drag({500, 300}, {45, 25});
     EXPECT_EQ(song.selected(), "1:0-1920 2:1920-3840");
-    drag({650, 70}, {900, 30}, Qt::ControlModifier);
+    drag({690, 70}, {900, 30}, Qt::ControlModifier);
     EXPECT_EQ(song.selected(), "1:0-1920 2:1920-3840 1:3840-5760");
     drag({650, 70}, {350, 50}, Qt::ControlModifier);
     EXPECT_EQ(song.selected(), "1:0-1920 1:3840-5760");
