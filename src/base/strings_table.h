@@ -773,6 +773,8 @@ TESSARO_TEXT(listCountOf, 11183, "%2 個中 %1 個のイベント", "%1 of %2 ev
 TESSARO_TEXT(listSelected, 11184, "%1 個を選択", "%1 selected")
 TESSARO_TEXT(listNotFound, 11185, "「%1」は見つかりません。", "“%1” was not found.")
 TESSARO_TEXT(cannotStandHere, 11186, "このトラックには置けないイベントです。", "This event cannot stand on this track.")
+TESSARO_TEXT(listShowSome, 11187, "表示: %1/%2(&V)", "&Show: %1 of %2")
+TESSARO_TEXT(listInsertMarker, 11188, "マーカーを挿入", "Insert a Marker")
 TESSARO_TEXT(badPlace, 11190, "小節:拍:クロックの形で入力してください (例 3:2:120)。", "Type measure:beat:tick, such as 3:2:120, or +120 ticks.")
 TESSARO_TEXT(badNumber, 11191, "%1 から %2 までの数を入力してください。", "Type a number from %1 to %2.")
 TESSARO_TEXT(badKey, 11192, "C4 のような音名か、0 から 127 までの数を入力してください。", "Type a key such as C4, or a number from 0 to 127.")

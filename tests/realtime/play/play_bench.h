@@ -105,7 +105,8 @@ class AnsweringUser final : public UserPort {
 public:
     bool answer = false;
     std::vector<std::string> questions;
-    void message(int, MessageKind) override {}
+    std::vector<int> messages;
+    void message(int id, MessageKind) override { messages.push_back(id); }
     void sentence(std::string_view, MessageKind) override {}
     bool ask(int) override { return answer; }
     bool ask(std::string_view text) override
