@@ -15,6 +15,7 @@ public:
     NoteStarts() = default;
     explicit NoteStarts(const CTrk& track);
 
+    [[nodiscard]] std::uint32_t count() const { return static_cast<std::uint32_t>(m_starts.size()); }
     /// The highest velocity among the notes that begin at `from` or later and before `to`; 0 without one.
     [[nodiscard]] int loudest(std::uint32_t from, std::uint32_t to) const;
 

@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "core/edit/undo_scope.h"
 #include "views/text/ui_text.h"
+#include "views/tracks/transpose_box.h"
 
 namespace tessaro {
 
@@ -31,12 +32,21 @@ void TrackCommands::setName(int track, const QString& name)
     onChanged(); // no hint tells of it
 }
 
+void TrackCommands::setType(int track, int type)
+{
+    m_editor.SetTrkType(track, static_cast<std::uint8_t>(type));
+    onChanged();
+}
+
 void TrackCommands::setSetting(int track, TrackColumn setting, int value)
 {
     switch (setting) {
     case TrackColumn::port: m_editor.SetTrkPort(track, static_cast<std::uint8_t>(value)); break;
     case TrackColumn::channel: m_editor.SetTrkCh(track, static_cast<std::uint8_t>(value)); break;
-    case TrackColumn::transpose: m_editor.SetTrkTranspose(track, value); break;
+    case TrackColumn::transpose:
+        m_editor.SetTrkTransEnable(track, value != TransposeBox::off);
+        if (value != TransposeBox::off) m_editor.SetTrkTranspose(track, value);
+        break;
     default: return;
     }
     onChanged();

@@ -25,7 +25,9 @@ public:
     void setMute(int track, bool on);
     void setSolo(int track, bool on);
     void setName(int track, const QString& name);
-    /// Port, channel or transposition.
+    /// Only while the track holds no block.
+    void setType(int track, int type);
+    /// Port, channel or transposition, which may be off.
     void setSetting(int track, TrackColumn setting, int value);
     /// Puts a track to the place of another one, as a step that can be undone.
     void move(int track, int place);

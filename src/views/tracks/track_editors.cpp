@@ -3,8 +3,8 @@
 
 #include "core/model/records.h"
 #include "views/tracks/track_list_model.h"
+#include "views/tracks/transpose_box.h"
 #include "views/tracks/trk_pram_view.h"
-#include "views/tracks/transpose_text.h"
 #include "views/widgets/keeps_key.h"
 
 #include <QComboBox>
@@ -44,15 +44,6 @@ public:
 
 private:
     CTrkPramView& m_table;
-};
-
-/// Semitones with their sign.
-class TransposeBox : public QSpinBox {
-public:
-    using QSpinBox::QSpinBox;
-
-protected:
-    QString textFromValue(int value) const override { return transposeText(value); }
 };
 
 } // namespace
@@ -98,9 +89,7 @@ QWidget* TrackEditors::makeNumber(QWidget* parent, const QModelIndex& index) con
         box->setRange(1, 16);
         return box;
     }
-    auto* box = new TransposeBox(parent);
-    box->setRange(-36, 36);
-    return box;
+    return new TransposeBox(m_table.transposeOff(), parent);
 }
 
 void TrackEditors::setEditorData(QWidget* editor, const QModelIndex& index) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/model/trk.h"
 #include "core/ports/hint_observer.h"
 #include "views/editors/child_frame.h"
 #include "views/editors/view_parts.h"
@@ -72,13 +73,26 @@ public:
     [[nodiscard]] TrkSelection& selection() const;
     [[nodiscard]] QSplitter& splitter() const { return *m_splitter; }
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void onHint(const HintObserver* sender, int code, CEditor* editor) override;
     void layOut();
     void connectTable();
-    void showTakes(std::uint32_t reached);
+    void showTakes(std::uint32_t now);
     void showLights(std::uint32_t now, int milliseconds);
     void showHint();
+    void placeHint();
+    void tellChanged();
+    void startsStale();
+    void showTrack(int track);
+    void showBlk(const BlkRef& blk);
+    void trackMenu(int track, const QPoint& at);
+    void made(bool done);
+    void paste();
+    void newBlock();
+    void properties();
     /// Reads the tracks anew, once behind a burst of hints.
     void refresh();
 
@@ -86,11 +100,14 @@ private:
     TrackListModel m_table;
     TrackCommands m_tracks;
     Lights m_lights;
-    std::array<NoteStarts, 101> m_starts; ///< by track
-    std::uint32_t m_lightTick = 0;        ///< the first whose notes have not been looked at
-    int m_takeAge = 0;                    ///< milliseconds since the blocks under recording were drawn
+    std::array<NoteStarts, trackCount> m_starts; ///< by track
+    std::array<bool, trackCount> m_startsStale{};
+    std::uint32_t m_lightTick = 0; ///< the first whose notes have not been looked at
+    int m_takeAge = 0;             ///< milliseconds since the blocks under recording were drawn
     QTimer m_refresh;
+    QTimer m_changed; ///< tells the owner, once behind a burst
     // Children of the widget.
+    QWidget* m_bar = nullptr;
     QSplitter* m_splitter = nullptr;
     CTrkPramView* m_prams = nullptr;
     CTrkBlkView* m_blks = nullptr;

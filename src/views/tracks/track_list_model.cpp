@@ -2,6 +2,7 @@
 #include "views/tracks/track_list_model.h"
 
 #include "views/text/ui_text.h"
+#include "views/tracks/transpose_box.h"
 #include "views/tracks/transpose_text.h"
 
 namespace tessaro {
@@ -31,7 +32,7 @@ QVariant cellValue(const TrackRow& r, TrackColumn column)
     case TrackColumn::name: return songText(r.name);
     case TrackColumn::port: return r.port;
     case TrackColumn::channel: return r.channel;
-    case TrackColumn::transpose: return r.transpose;
+    case TrackColumn::transpose: return r.transposes ? r.transpose : TransposeBox::off;
     default: return {};
     }
 }
@@ -98,7 +99,7 @@ QString TrackListModel::cellText(const TrackRow& r, TrackColumn column) const
     case TrackColumn::name: return shownName(r);
     case TrackColumn::port: return QString::number(r.port + 1);
     case TrackColumn::channel: return QString::number(r.channel + 1);
-    case TrackColumn::transpose: return transposeText(r.transpose);
+    case TrackColumn::transpose: return r.transposes ? transposeText(r.transpose) : transposeOff();
     case TrackColumn::record: return m_text(TextId::columnRecord);
     case TrackColumn::mute: return m_text(TextId::columnMute);
     case TrackColumn::solo: return m_text(TextId::columnSolo);
@@ -117,7 +118,7 @@ QString TrackListModel::cellTip(const TrackRow& r, TrackColumn column) const
             .arg(portNames ? portNames().value(r.port, m_text(TextId::noDevice)) : QString());
     case TrackColumn::channel: return m_text(TextId::tipChannel).arg(r.channel + 1);
     case TrackColumn::transpose:
-        return m_text(r.transposes ? TextId::tipTranspose : TextId::tipTransposeOff).arg(cellText(r, column));
+        return m_text(r.transposes ? TextId::tipTranspose : TextId::tipTransposeOff).arg(transposeText(r.transpose));
     case TrackColumn::record: return m_text(TextId::tipRecord);
     case TrackColumn::mute: return m_text(TextId::tipMute);
     case TrackColumn::solo: return m_text(TextId::tipSolo);
@@ -178,6 +179,8 @@ bool TrackListModel::isEditable(const QModelIndex& index)
 }
 
 QString TrackListModel::unnamed(int track) const { return m_text(TextId::trackUnnamed).arg(track); }
+
+QString TrackListModel::transposeOff() const { return m_text(TextId::transposeOff); }
 
 QString TrackListModel::shownName(const TrackRow& r) const
 {

@@ -42,6 +42,7 @@ public:
     [[nodiscard]] static bool isEditable(const QModelIndex& index);
     /// What a track without a name is called.
     [[nodiscard]] QString unnamed(int track) const;
+    [[nodiscard]] QString transposeOff() const;
     [[nodiscard]] QString shownName(const TrackRow& row) const;
     /// What assistive technology calls the editor of a cell.
     [[nodiscard]] QString editorName(const QModelIndex& index) const;

@@ -7,7 +7,6 @@ namespace tessaro {
 namespace {
 
 constexpr int lastTrack = 100;
-constexpr int leastRows = 16;
 
 TrackRow makeRow(const CTrk& trk, int number, bool soloed)
 {
@@ -31,16 +30,10 @@ TrackRow makeRow(const CTrk& trk, int number, bool soloed)
 std::vector<TrackRow> trackRows(const CEditor& editor)
 {
     const bool soloed = editor.IsSoloExist() || editor.IsSoloExistStyle();
-    const auto used = [&editor](int number) {
-        const CTrk* trk = editor.song().trk(number);
-        return trk && !trk->IsEmpty();
-    };
-    int last = lastTrack;
-    while (last > 0 && !used(last)) --last;
     std::vector<TrackRow> rows;
+    rows.reserve(lastTrack);
     for (int number = 1; number <= lastTrack; ++number)
-        if (number <= leastRows || number == last + 1 || used(number))
-            if (const CTrk* trk = editor.song().trk(number)) rows.push_back(makeRow(*trk, number, soloed));
+        if (const CTrk* trk = editor.song().trk(number)) rows.push_back(makeRow(*trk, number, soloed));
     return rows;
 }
 

@@ -26,8 +26,7 @@ struct TrackRow {
     bool operator==(const TrackRow&) const = default;
 };
 
-/// The tracks that hold blocks, and empty ones to record on: the first 16 tracks at the least, and the one behind the
-/// last that is used. In the order of their numbers.
+/// Tracks 1 to 100.
 [[nodiscard]] std::vector<TrackRow> trackRows(const CEditor& editor);
 
 } // namespace tessaro

@@ -6,6 +6,7 @@
 #include "views/tracks/track_list_model.h"
 
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -74,7 +75,8 @@ private:
     {
         const QPalette& colours = option.palette;
         const QPointF middle = QRectF(option.rect).center();
-        const QRectF box(middle.x() - 11, middle.y() - 10, 22, 20);
+        const double height = std::min(option.rect.height() - 4, 20);
+        const QRectF box(middle.x() - 11, middle.y() - height / 2, 22, height);
         const bool hovered = option.state & QStyle::State_MouseOver;
         const QColor off = blend(colours.color(QPalette::Text), colours.color(QPalette::Button), hovered ? 0.15 : 0.0);
         painter.setPen(Qt::NoPen);
@@ -83,7 +85,7 @@ private:
         if ((option.state & QStyle::State_HasFocus)) {
             painter.setPen(QPen(colours.color(QPalette::Highlight), 1.5));
             painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(box.adjusted(-1.5, -1.5, 1.5, 1.5), 5, 5);
+            painter.drawRoundedRect(box.adjusted(-1, -1, 1, 1), 4, 4);
         }
         return box;
     }
@@ -95,7 +97,7 @@ private:
         const QPointF middle = paintButton(painter, option, on, red).center();
         painter.setPen(Qt::NoPen);
         painter.setBrush(on ? colours.color(QPalette::Base) : blend(red, colours.color(QPalette::Button), 0.45));
-        painter.drawEllipse(middle, 4.5, 4.5);
+        painter.drawEllipse(middle, 4, 4);
     }
 
     static void paintSwitch(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index, bool on,
@@ -124,7 +126,7 @@ private:
         if (option.state & QStyle::State_HasFocus) {
             painter.setPen(QPen(colours.color(QPalette::Highlight), 1.5));
             painter.setBrush(Qt::NoBrush);
-            painter.drawRoundedRect(QRectF(option.rect).adjusted(1, 2, -1, -3), 4, 4);
+            painter.drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -2), 3, 3);
         }
     }
 };
@@ -145,7 +147,8 @@ CTrkPramView::CTrkPramView(TrackListModel& table, QWidget* parent) : QTableView(
     setEditTriggers(DoubleClicked | EditKeyPressed);
     setVerticalScrollMode(ScrollPerPixel);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // as beside it
+    setHorizontalScrollMode(ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setFixedHeight(headerHeight);
@@ -203,6 +206,11 @@ void CTrkPramView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     // Two quick clicks on a switch are two clicks.
     if (event->button() == Qt::LeftButton && toggleAt(event->position().toPoint())) return;
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (index.isValid() && index.column() <= static_cast<int>(TrackColumn::number) && onProperties) {
+        onProperties(m_table.row(index).track);
+        return;
+    }
     QTableView::mouseDoubleClickEvent(event);
     m_opensList = true;
 }
@@ -230,6 +238,15 @@ void CTrkPramView::keyPressEvent(QKeyEvent* event)
         }
     }
     QTableView::keyPressEvent(event);
+}
+
+void CTrkPramView::contextMenuEvent(QContextMenuEvent* event)
+{
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QModelIndex index = byKey ? currentIndex() : indexAt(event->pos());
+    if (!index.isValid() || !onMenu) return;
+    setCurrentIndex(index);
+    onMenu(m_table.row(index).track, viewport()->mapToGlobal(byKey ? visualRect(index).center() : event->pos()));
 }
 
 void CTrkPramView::finishEditing()

@@ -1,17 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "views/tracks/trk_geometry.h"
+
 #include <QTableView>
+
+#include <functional>
 
 namespace tessaro {
 
 class TrackListModel;
 
-/// The left side of the track pane: the table of tracks with their switches and settings. A, M and S act on the row
-/// with the focus; a double click, F2 and Enter edit a cell.
+/// The left side of the track window: the table of tracks with their switches and settings. A, M and S act on the row
+/// with the focus; a double click, F2 and Enter edit a cell. Its rows stand beside those of the blocks.
 class CTrkPramView : public QTableView {
 public:
-    static constexpr int headerHeight = 28;
+    static constexpr int headerHeight = TrkGeometry::rulerHeight;
+
+    /// The small editor of a track is asked for.
+    std::function<void(int track)> onProperties;
+    /// The menu of a track, at this place of the screen.
+    std::function<void(int track, const QPoint& at)> onMenu;
 
     explicit CTrkPramView(TrackListModel& table, QWidget* parent = nullptr);
 
@@ -27,6 +36,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
