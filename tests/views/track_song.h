@@ -65,7 +65,8 @@ struct TrackSong : test::EditorBench {
         return out;
     }
     [[nodiscard]] std::string selected() const { return places(selection.blks()); }
-    [[nodiscard]] std::string all() const
+    [[nodiscard]] std::string all() const { return all(editor); }
+    static std::string all(const CEditor& editor)
     {
         std::vector<BlkRef> refs;
         for (int n = 1; n < trackCount; ++n)

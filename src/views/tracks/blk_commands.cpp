@@ -391,9 +391,13 @@ std::vector<BlkRef> BlkCommands::ghosts() const
     return blks;
 }
 
-bool BlkCommands::anyGhost() const { return !ghosts().empty(); }
-
-bool BlkCommands::anyReal() const { return ghosts().size() < m_selection.count(); }
+bool BlkCommands::any(std::uint8_t type) const
+{
+    POSITION pos = m_selection.trkGetHeadSel();
+    for (const SelItem* item = nullptr; TrkSelection::trkGetNextSel(pos, &item);)
+        if (item->type() == type) return true;
+    return false;
+}
 
 std::optional<TrkGeometry::Span> BlkCommands::span() const
 {

@@ -3,6 +3,7 @@
 
 #include "base/strings.h"
 #include "core/edit/evnt_ref.h"
+#include "core/model/blk.h"
 #include "views/tracks/bar_lines.h"
 #include "views/tracks/blk_outcome.h"
 
@@ -81,12 +82,13 @@ public:
 
     // What there is to work on
 
-    [[nodiscard]] bool anyReal() const;
-    [[nodiscard]] bool anyGhost() const;
+    [[nodiscard]] bool anyReal() const { return any(blktype::real); }
+    [[nodiscard]] bool anyGhost() const { return any(blktype::ghost); }
     /// From the first top to the last end; none without a selection.
     [[nodiscard]] std::optional<TrkGeometry::Span> span() const;
 
 private:
+    [[nodiscard]] bool any(std::uint8_t type) const;
     template <class Work>
     bool step(TextId title, Work&& work);
     [[nodiscard]] BarLines bars() const;

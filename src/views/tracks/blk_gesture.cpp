@@ -229,7 +229,7 @@ BlkShift BlkGesture::shift() const
 
 DrawBlk BlkGesture::drawn() const
 {
-    const auto [left, right] = std::minmax(m_from.x(), m_now.x());
+    const auto [left, right] = std::minmax({m_from.x(), m_now.x()});
     const std::uint32_t from = m_geometry.time(left);
     const std::uint32_t to = m_geometry.time(right);
     const bool beats = m_keys & Qt::ShiftModifier;
@@ -298,8 +298,8 @@ std::optional<DropSelected> BlkGesture::drop() const
 std::optional<QRect> BlkGesture::band() const
 {
     if (m_state != State::banding || !m_moved) return std::nullopt;
-    const auto [left, right] = std::minmax(m_from.x(), m_now.x());
-    const auto [top, bottom] = std::minmax(m_from.y(), m_now.y());
+    const auto [left, right] = std::minmax({m_from.x(), m_now.x()});
+    const auto [top, bottom] = std::minmax({m_from.y(), m_now.y()});
     return QRect(QPoint(left, top), QPoint(right, bottom));
 }
 
