@@ -13,11 +13,11 @@ void DrumRows::set(Shown shown, const Keys& used)
     m_keys.clear();
     m_rows.fill(-1);
     for (int key = keys - 1; key >= 0; --key) {
-        const bool isShown = shown == Shown::all || used[static_cast<std::size_t>(key)] ||
-                             (shown == Shown::named && hasDrumName(key));
+        const bool isShown =
+            shown == Shown::all || used[static_cast<std::size_t>(key)] || (shown == Shown::named && hasDrumName(key));
         if (!isShown) continue;
         m_rows[static_cast<std::size_t>(key)] = count();
-        m_keys.push_back(key);
+        m_keys.push_back(static_cast<std::uint8_t>(key));
     }
 }
 

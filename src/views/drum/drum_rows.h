@@ -7,6 +7,7 @@
 
 #include <array>
 #include <bitset>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -30,10 +31,12 @@ public:
     [[nodiscard]] int key(int row) const;
     /// Nothing for a note that is folded away.
     [[nodiscard]] std::optional<int> row(int key) const;
+    [[nodiscard]] const std::vector<std::uint8_t>& fromTop() const { return m_keys; }
+    bool operator==(const DrumRows&) const = default;
 
 private:
-    std::vector<int> m_keys;        ///< by row
-    std::array<int, keys> m_rows{}; ///< by note; -1 for none
+    std::vector<std::uint8_t> m_keys; ///< by row
+    std::array<int, keys> m_rows{};   ///< by note; -1 for none
 };
 
 /// Notes of the common drum map, 27 to 87, have a name.

@@ -548,7 +548,8 @@ void CRollView::mouseReleaseEvent(QMouseEvent* event)
 
 void CRollView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    const bool isNote = rowsArea().contains(event->position().toPoint()) && m_gesture.hit(event->position().toPoint());
+    const QPoint at = event->position().toPoint();
+    const bool isNote = rowsArea().contains(at) && m_gesture.hit(gesturePoint(at));
     if (event->button() == Qt::LeftButton && isNote && tool() == EditTool::select && onProperties)
         onProperties();
     else
@@ -557,12 +558,20 @@ void CRollView::mouseDoubleClickEvent(QMouseEvent* event)
 
 void CRollView::pressRows(QMouseEvent& event)
 {
-    m_gesture.press(tool(), event.position().toPoint(), event.modifiers());
+    const QPoint at = event.position().toPoint();
+    m_shift = gesturePoint(at) - at;
+    m_gesture.press(tool(), at + m_shift, event.modifiers());
 }
 
-void CRollView::moveRows(QMouseEvent& event) { m_gesture.move(event.position().toPoint(), event.modifiers()); }
+void CRollView::moveRows(QMouseEvent& event)
+{
+    m_gesture.move(event.position().toPoint() + m_shift, event.modifiers());
+}
 
-void CRollView::releaseRows(QMouseEvent& event) { m_gesture.release(event.position().toPoint(), event.modifiers()); }
+void CRollView::releaseRows(QMouseEvent& event)
+{
+    m_gesture.release(event.position().toPoint() + m_shift, event.modifiers());
+}
 
 void CRollView::cancelRows() { m_gesture.cancel(); }
 
@@ -678,7 +687,7 @@ void CRollView::wheelEvent(QWheelEvent* event)
 void CRollView::contextMenuEvent(QContextMenuEvent* event)
 {
     if (m_held != Held::nothing || !rowsArea().contains(event->pos())) return;
-    if (const auto hit = m_gesture.hit(event->pos()); hit && !m_selection.contains(hit->note.ref)) {
+    if (const auto hit = m_gesture.hit(gesturePoint(event->pos())); hit && !m_selection.contains(hit->note.ref)) {
         m_selection.clear();
         m_selection.add(hit->note.ref);
         selectionChanged();
@@ -736,7 +745,7 @@ void CRollView::showCursor(QPoint at)
 {
     Qt::CursorShape shape = Qt::ArrowCursor;
     if (rowsArea().contains(at)) {
-        const auto hit = m_gesture.hit(at);
+        const auto hit = m_gesture.hit(gesturePoint(at));
         const bool grabs = tool() == EditTool::select || tool() == EditTool::pencil;
         if (grabs && hit)
             shape = hit->zone == RollGesture::Zone::body ? Qt::ArrowCursor : Qt::SizeHorCursor;
@@ -756,7 +765,7 @@ void CRollView::point(QPoint at)
     if (rowsArea().contains(at)) {
         std::optional<NoteInView> note = m_gesture.drawn();
         if (!note)
-            if (const auto hit = m_gesture.hit(at)) note = hit->note;
+            if (const auto hit = m_gesture.hit(gesturePoint(at))) note = hit->note;
         const std::uint32_t time = note ? note->start : m_scale.time(at.x());
         _EDT_MEAS place;
         m_parts.editor.TimeToMeas(time, place);

@@ -94,6 +94,8 @@ protected:
     virtual void contentChanged() {}
 
     // The mouse on the rows, for those that have tools of their own.
+    /// Where a point stands for RollGesture.
+    [[nodiscard]] virtual QPoint gesturePoint(QPoint at) const { return at; }
     virtual void pressRows(QMouseEvent& event);
     virtual void moveRows(QMouseEvent& event);
     virtual void releaseRows(QMouseEvent& event);
@@ -179,6 +181,7 @@ private:
     Held m_held = Held::nothing;
     std::uint32_t m_loopFixed = 0; ///< the end of the loop that stays while the other is dragged
     QBasicTimer m_edgeTimer;
+    QPoint m_shift;   ///< from the press to where it stands for RollGesture
     QPoint m_pointer; ///< of the last event of the mouse
     Qt::KeyboardModifiers m_pointerKeys;
     int m_track = -1;
