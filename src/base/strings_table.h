@@ -786,6 +786,11 @@ TESSARO_TEXT(badKeySignature, 11197, "Eb major や F# minor のような調を�
 TESSARO_TEXT(badSysex, 11198, "F0 43 10 4C F7 のような 16 進数を入力してください。F0 と F7 の間は 7F までです。", "Type hex bytes such as F0 43 10 4C F7; between F0 and F7 none above 7F.")
 TESSARO_TEXT(badHex, 11199, "43 7B 01 のような 16 進数を入力してください。", "Type hex bytes such as 43 7B 01.")
 TESSARO_TEXT(badMetaSize, 11200, "この種類のメタイベントの長さは %1 バイトです。", "A meta event of this type has %1 bytes.")
+TESSARO_TEXT(laneSignatures, 11210, "拍子", "Signatures")
+TESSARO_TEXT(laneKeys, 11211, "調号", "Keys")
+TESSARO_TEXT(laneMarkers, 11212, "マーカー", "Markers")
+TESSARO_TEXT(laneTexts, 11213, "テキスト", "Texts")
+TESSARO_TEXT(masterCurve, 11214, "テンポカーブ", "Tempo Curve")
 
 // everyday edits: commands
 TESSARO_TEXT(editQuantise, 11300, "クオンタイズ(&Q)…", "&Quantise…")

@@ -1,16 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/ports/hint_observer.h"
 #include "views/editors/child_frame.h"
 #include "views/editors/view_parts.h"
+
+class QScrollBar;
+class QSplitter;
 
 namespace tessaro {
 
 class CListVw;
+class ElidedLabel;
+class FoldingRow;
+class GridBox;
+class KindFilter;
+class TempoView;
 
 /// The master track: the song's tempo as a curve to draw, with signatures, keys, markers and texts as flags above it,
-/// and the same events as a list. User interface thread.
-class CMstrFrm : public ChildFrame {
+/// and the same events as a list below. User interface thread.
+class CMstrFrm : public ChildFrame, public HintObserver {
 public:
     explicit CMstrFrm(const ViewParts& parts);
     ~CMstrFrm() override;
@@ -28,9 +37,27 @@ public:
     void saveState() override;
     void restoreState() override;
 
+    void onHint(const HintObserver* sender, int code, CEditor* editor) override;
+
+    [[nodiscard]] CListVw& list() const { return *m_list; }
+    [[nodiscard]] TempoView& curve() const { return *m_curve; }
+
 private:
+    void buildBar();
+    void showScale();
+    void showState();
+    void changeTempos(double beats);
+
     const ViewParts m_parts;
-    CListVw* m_list; ///< child of the widget
+    // Children of the widget.
+    FoldingRow* m_bar;
+    GridBox* m_grid;
+    KindFilter* m_kinds;
+    ElidedLabel* m_pointed;
+    QSplitter* m_splitter;
+    CListVw* m_list;
+    TempoView* m_curve;
+    QScrollBar* m_across;
 };
 
 } // namespace tessaro
