@@ -16,6 +16,7 @@
 
 #include <optional>
 
+class QHelpEvent;
 class QMenu;
 
 namespace tessaro {
