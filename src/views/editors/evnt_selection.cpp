@@ -130,8 +130,9 @@ bool EvntSelection::follow(int code, const CEditor& editor)
     case hint::blkMove: editor.GetHintBlkMove(blk.trk, blk.blk, other.trk, other.blk); return moveBlk(blk.blk, other);
     case hint::blkDel:
     case hint::blkApp:
-    case hint::blkDiv:
     case hint::blkReal: editor.GetHint(blk.trk, blk.blk); return dropBlk(blk.blk);
+    case hint::blkDiv:
+    case hint::blkUpdate: editor.GetHint(blk.trk, blk.blk); return dropLinked(blk.blk);
     default: return false;
     }
 }
@@ -149,6 +150,17 @@ bool EvntSelection::dropBlk(POSITION blk)
     if (!m_counts.erase(blk)) return false;
     std::erase_if(m_refs, [&](const auto& ref) { return ref.second.blk == blk; });
     return true;
+}
+
+/// Events have left the block, and so those that are linked to it.
+bool EvntSelection::dropLinked(POSITION blk)
+{
+    const auto realOf = [](POSITION pos) { return List<CBlk>::get(pos)->GetRealBlk(); };
+    std::vector<POSITION> linked;
+    for (const auto& [other, count] : m_counts)
+        if (realOf(other) == realOf(blk)) linked.push_back(other);
+    for (const POSITION other : linked) dropBlk(other);
+    return !linked.empty();
 }
 
 bool EvntSelection::moveBlk(POSITION blk, const BlkRef& to)

@@ -42,6 +42,7 @@ private:
     Refs::const_iterator erase(Refs::const_iterator at);
     bool dropEvnt(POSITION evnt);
     bool dropBlk(POSITION blk);
+    bool dropLinked(POSITION blk);
     bool moveBlk(POSITION blk, const BlkRef& to);
 
     Refs m_refs;                                        ///< by event

@@ -5,7 +5,11 @@
 
 namespace tessaro {
 
-int StripScale::y(int value) const { return m_top + margin + room() - value * room() / m_kind.most(); }
+int StripScale::y(int value) const
+{
+    const int most = m_kind.most();
+    return m_top + margin + room() - (value * room() + most / 2) / most;
+}
 
 int StripScale::value(int y) const
 {
