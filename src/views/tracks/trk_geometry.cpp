@@ -50,7 +50,7 @@ int TrkGeometry::snappedRows(int dy) const
     return rest < 0 ? whole - 1 : whole + 1;
 }
 
-int TrkGeometry::shiftedTrack(int track, int rows) { return std::clamp(track + rows, 1, TrkGeometry::rows); }
+int TrkGeometry::shiftedTrack(int track, int by) { return std::clamp(track + by, 1, rows); }
 
 int TrkGeometry::mostScrollY() const { return std::max(0, bottom() - m_size.height()); }
 

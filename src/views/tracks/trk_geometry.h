@@ -47,7 +47,7 @@ public:
     /// How many rows a drag of this height goes: a rest of 11 of 20 pixels counts as a row.
     [[nodiscard]] int snappedRows(int dy) const;
     /// The track so many rows away, 1 to 100.
-    [[nodiscard]] static int shiftedTrack(int track, int rows);
+    [[nodiscard]] static int shiftedTrack(int track, int by);
 
     // Window
 
