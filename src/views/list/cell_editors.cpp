@@ -10,11 +10,6 @@
 #include <QPainter>
 
 namespace tessaro {
-namespace {
-
-constexpr int padding = 8;
-
-} // namespace
 
 CellEditors::CellEditors(CListVw& view) : QStyledItemDelegate(&view), m_view(view) {}
 
@@ -55,7 +50,7 @@ QWidget* CellEditors::createEditor(QWidget* parent, const QStyleOptionViewItem&,
     line->setAlignment(static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()));
     line->setAccessibleName(index.data(Qt::AccessibleTextRole).toString());
     m_open = index;
-    QObject::connect(line, &QLineEdit::textEdited, line, [this] { m_view.sayFault({}, nullptr); });
+    QObject::connect(line, &QLineEdit::textEdited, line, [this] { m_view.endFault(); });
     return line;
 }
 
@@ -68,7 +63,7 @@ void CellEditors::setEditorData(QWidget* editor, const QModelIndex& index) const
 /// From a click elsewhere: what cannot be read is dropped.
 void CellEditors::setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex& index) const
 {
-    m_view.sayFault({}, nullptr);
+    m_view.endFault();
     const auto* line = static_cast<QLineEdit*>(editor);
     if (line->isModified()) m_view.take(line->text(), index);
 }
@@ -100,7 +95,7 @@ bool CellEditors::eventFilter(QObject* editor, QEvent* event)
             if (isTab) m_view.openNext(key == Qt::Key_Backtab);
             return true;
         }
-        if (key == Qt::Key_Escape) m_view.sayFault({}, nullptr);
+        if (key == Qt::Key_Escape) m_view.endFault();
     }
     return QStyledItemDelegate::eventFilter(editor, event);
 }

@@ -11,6 +11,8 @@ class CListVw;
 /// Tab goes on to the next cell; Escape leaves the old value. While a line has the focus, plain keys are its own.
 class CellEditors : public QStyledItemDelegate {
 public:
+    static constexpr int padding = 8; ///< left and right of the text in a cell
+
     /// The view owns this object.
     explicit CellEditors(CListVw& view);
 

@@ -17,10 +17,9 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QScrollBar>
+#include <QPainter>
 
 #include <algorithm>
 
@@ -29,6 +28,28 @@ namespace {
 
 constexpr int heardMilliseconds = 300;
 constexpr int lateMilliseconds = 100;
+
+/// Its names stand over the cells.
+class ListHeader : public QHeaderView {
+public:
+    explicit ListHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) { setSectionsClickable(false); }
+
+    [[nodiscard]] QSize sizeHint() const override { return {QHeaderView::sizeHint().width(), fontMetrics().height() + 8}; }
+
+protected:
+    void paintSection(QPainter* painter, const QRect& place, int column) const override
+    {
+        QStyleOptionHeader section;
+        initStyleOption(&section);
+        section.rect = place;
+        style()->drawControl(QStyle::CE_HeaderSection, &section, painter, this);
+        const auto alignment = model()->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt();
+        const QString name = model()->headerData(column, Qt::Horizontal).toString();
+        const QRect room = place.adjusted(CellEditors::padding, 0, -CellEditors::padding, -1);
+        painter->setPen(palette().color(QPalette::PlaceholderText));
+        painter->drawText(room, alignment, fontMetrics().elidedText(name, Qt::ElideRight, room.width()));
+    }
+};
 
 constexpr ViewCommand commands[] = {
     ViewCommand::cut,        ViewCommand::copy,       ViewCommand::paste,      ViewCommand::remove,
@@ -59,6 +80,7 @@ CListVw::CListVw(const ViewParts& parts, int track, QWidget* parent)
     , m_model(m_cells, m_selection, parts.text)
     , m_track(track)
 {
+    setHorizontalHeader(new ListHeader(this));
     setModel(&m_model);
     setItemDelegate(new CellEditors(*this));
     setSelectionMode(NoSelection);
@@ -108,6 +130,14 @@ void CListVw::readSettings()
     m_filter.channel = std::clamp(settings.monitor[0], 0, 16) - 1;
     if (const auto font = listFont(settings.font)) setFont(*font);
     sizeRows();
+    hideColumns();
+}
+
+/// What no event of the master track has.
+void CListVw::hideColumns()
+{
+    for (const ListColumn column : {ListColumn::channel, ListColumn::value2, ListColumn::gate})
+        setColumnHidden(static_cast<int>(column), m_track == 0);
 }
 
 void CListVw::sizeRows() { verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8); }
@@ -141,6 +171,7 @@ void CListVw::showEvent(QShowEvent* event)
 void CListVw::setTrack(int track)
 {
     m_track = track;
+    hideColumns();
     m_selection.clear();
     m_current.clear();
     m_playRow = -1;
@@ -175,8 +206,9 @@ void CListVw::refresh()
 {
     m_late.stop();
     m_stale = false;
-    if (auto* line = viewport()->findChild<QLineEdit*>()) closeEditor(line, QAbstractItemDelegate::NoHint);
-    sayFault({}, nullptr);
+    auto* line = state() == EditingState ? viewport()->findChild<QLineEdit*>() : nullptr;
+    if (line) closeEditor(line, QAbstractItemDelegate::NoHint);
+    m_fault.end();
     m_model.build(m_parts.editor, m_track, m_filter);
     restoreCurrent();
     m_playRow = -1;
@@ -484,32 +516,8 @@ bool CListVw::isFine(const QString& text, const QModelIndex& index, QLineEdit& l
         const auto parsed = m_cells.parse(text, rows().event(static_cast<std::size_t>(index.row())), column);
         if (const auto* refused = std::get_if<CellFault>(&parsed)) fault = refused->sentence;
     }
-    sayFault(fault, &line);
+    m_fault.say(fault, line);
     return fault.isEmpty();
-}
-
-void CListVw::sayFault(const QString& sentence, QLineEdit* line)
-{
-    if (sentence.isEmpty() || !line) {
-        delete m_fault;
-        return;
-    }
-    if (!m_fault) {
-        m_fault = new QLabel(viewport());
-        m_fault->setContentsMargins(8, 4, 8, 4);
-        m_fault->setAutoFillBackground(true);
-        m_fault->setBackgroundRole(QPalette::ToolTipBase);
-        m_fault->setForegroundRole(QPalette::ToolTipText);
-        m_fault->setFrameShape(QFrame::Box);
-    }
-    m_fault->setText(sentence);
-    m_fault->adjustSize();
-    const QRect place = line->geometry();
-    const int x = std::max(0, std::min(place.left(), viewport()->width() - m_fault->width()));
-    const bool isBelow = place.bottom() + 4 + m_fault->height() <= viewport()->height();
-    m_fault->move(x, isBelow ? place.bottom() + 4 : place.top() - 4 - m_fault->height());
-    m_fault->show();
-    line->setAccessibleDescription(sentence);
 }
 
 /// Those that an edit in a row works on: the selected ones, or the row alone.

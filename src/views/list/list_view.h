@@ -5,14 +5,13 @@
 #include "views/editors/evnt_selection.h"
 #include "views/editors/view_parts.h"
 #include "views/list/evnt_cells.h"
+#include "views/list/fault_label.h"
 #include "views/list/list_edits.h"
 #include "views/list/list_model.h"
 
-#include <QPointer>
 #include <QTableView>
 #include <QTimer>
 
-class QLabel;
 class QLineEdit;
 class QMenu;
 
@@ -65,8 +64,7 @@ public:
     [[nodiscard]] QString cellText(std::size_t row, ListColumn column) const { return m_model.cellText(row, column); }
     /// Whether the text can be taken; says why not otherwise.
     bool isFine(const QString& text, const QModelIndex& index, QLineEdit& line);
-    /// Below a line; an empty sentence to end it.
-    void sayFault(const QString& sentence, QLineEdit* line);
+    void endFault() { m_fault.end(); }
     /// Nothing for what cannot be read.
     void take(const QString& text, const QModelIndex& index);
     /// Opens the next cell of the row that can be typed into.
@@ -104,6 +102,7 @@ private:
     void nudge(ViewCommand command);
     void markStale(int code, const CEditor& editor);
     void sizeRows();
+    void hideColumns();
 
     const ViewParts m_parts;
     EvntCells m_cells;
@@ -115,7 +114,7 @@ private:
     QTimer m_late;     ///< takes changes in that no end of a step told
     QTimer m_hush;     ///< ends the note that is heard
     QTimer m_collapse; ///< a click on one of several selected rows was no double one
-    QPointer<QLabel> m_fault;
+    FaultLabel m_fault;
     int m_track;
     int m_anchor = 0; ///< row from which Shift selects
     int m_playRow = -1;

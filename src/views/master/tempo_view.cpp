@@ -13,7 +13,6 @@
 #include "views/widgets/keeps_key.h"
 
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QWheelEvent>
@@ -456,38 +455,17 @@ void TempoView::openLine(const QRect& place, Typed typed)
     m_line->setGeometry(at);
     m_line->show();
     m_line->setFocus();
-    connect(m_line, &QLineEdit::textEdited, this, [this] { sayFault({}); });
+    connect(m_line, &QLineEdit::textEdited, this, [this] { m_fault.end(); });
 }
 
 void TempoView::closeLine()
 {
-    sayFault({});
+    m_fault.end();
     if (!m_line) return;
     m_line->removeEventFilter(this);
     m_line->hide();
     m_line->deleteLater();
     m_line = nullptr;
-}
-
-void TempoView::sayFault(const QString& sentence)
-{
-    if (sentence.isEmpty() || !m_line) {
-        delete m_fault;
-        return;
-    }
-    if (!m_fault) {
-        m_fault = new QLabel(this);
-        m_fault->setContentsMargins(8, 4, 8, 4);
-        m_fault->setAutoFillBackground(true);
-        m_fault->setBackgroundRole(QPalette::ToolTipBase);
-        m_fault->setForegroundRole(QPalette::ToolTipText);
-        m_fault->setFrameShape(QFrame::Box);
-    }
-    m_fault->setText(sentence);
-    m_fault->adjustSize();
-    m_fault->move(std::max(0, std::min(m_line->x(), width() - m_fault->width())), m_line->geometry().bottom() + 4);
-    m_fault->show();
-    m_line->setAccessibleDescription(sentence);
 }
 
 /// One step: the new event comes with its value.
@@ -499,7 +477,7 @@ void TempoView::takeLine()
     const EvntKind kind = kindOf(event);
     const auto parsed = m_list.cells().parse(m_line->text(), event, m_typed.column);
     if (const auto* fault = std::get_if<CellFault>(&parsed)) {
-        sayFault(fault->sentence);
+        m_fault.say(fault->sentence, *m_line);
         return;
     }
     const bool isModified = m_line->isModified();

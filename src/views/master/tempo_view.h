@@ -2,6 +2,7 @@
 #pragma once
 
 #include "views/editors/view_parts.h"
+#include "views/list/fault_label.h"
 #include "views/master/master_edits.h"
 #include "views/master/master_evnts.h"
 #include "views/master/master_gesture.h"
@@ -13,7 +14,6 @@
 
 #include <functional>
 
-class QLabel;
 class QLineEdit;
 
 namespace tessaro {
@@ -86,7 +86,6 @@ private:
     void openLine(const QRect& place, Typed typed);
     void closeLine();
     void takeLine();
-    void sayFault(const QString& sentence);
 
     const ViewParts m_parts;
     CListVw& m_list;
@@ -96,7 +95,7 @@ private:
     MasterGesture m_gesture;
     std::vector<TimeMark> m_marks;
     QPointer<QLineEdit> m_line;
-    QPointer<QLabel> m_fault;
+    FaultLabel m_fault;
     Typed m_typed;
     std::uint32_t m_position = 0;
     bool m_stale = true;
