@@ -24,6 +24,7 @@ CDrumView::CDrumView(const ViewParts& parts)
     , m_pencil({parts.editor, parts.notes, commands(), parts.grid, scale()})
 {
     m_pencil.onHear = [this](std::uint8_t key, std::uint8_t velocity) { sound(key, velocity); };
+    rescale([](RollScale& scale) { scale.setRowHeight(RollScale::mostRow); }); // names have room
     setShown(m_shown);
 }
 

@@ -19,7 +19,7 @@ namespace tessaro {
 namespace {
 
 constexpr TextId names[CPnoNotePropPage::fields] = {TextId::noteTime, TextId::noteLength, TextId::noteKey,
-                                                    TextId::noteVelocity, TextId::noteOffVelocity};
+                                                    TextId::noteVelocity};
 
 } // namespace
 
@@ -83,6 +83,18 @@ std::uint32_t CPnoNotePropPage::beatClock(std::uint32_t time) const
     return std::max(measure.beatClock, 1U);
 }
 
+std::uint32_t CPnoNotePropPage::valueOf(Field field, const EvntRef& note)
+{
+    const CEvnt& event = *List<CEvnt>::get(note.evnt);
+    switch (field) {
+    case Field::time: return List<CBlk>::get(note.blk)->GetTimeTop() + event.GetTime();
+    case Field::length: return event.GetGateTime();
+    case Field::key: return event.GetPost1();
+    case Field::velocity: return event.GetPost2();
+    }
+    return 0;
+}
+
 QString CPnoNotePropPage::textOf(Field field, const _EDT_EVNT& note) const
 {
     switch (field) {
@@ -94,7 +106,6 @@ QString CPnoNotePropPage::textOf(Field field, const _EDT_EVNT& note) const
     case Field::length: return lengthText(note.gateTime, beatClock(note.time));
     case Field::key: return keyName(note.post1);
     case Field::velocity: return QString::number(note.post2);
-    case Field::offVelocity: return QString::number(note.post3);
     }
     return {};
 }
@@ -113,7 +124,6 @@ bool CPnoNotePropPage::write(Field field, const QString& text, _EDT_EVNT& note) 
         const std::optional<int> value = parseValue(text);
         return value != 0 && put(value, note.post2); // a note of velocity 0 would be none
     }
-    case Field::offVelocity: return put(parseValue(text), note.post3);
     }
     return false;
 }
@@ -123,10 +133,9 @@ void CPnoNotePropPage::showField(Field field)
     QLineEdit& line = this->field(field);
     const QSignalBlocker quiet(line);
     line.setEnabled(!m_notes.empty());
-    QString common = m_notes.empty() ? QString() : textOf(field, record(m_notes.front()));
-    const bool isCommon =
-        std::ranges::all_of(m_notes, [&](const EvntRef& note) { return textOf(field, record(note)) == common; });
-    line.setText(isCommon ? common : QString());
+    const bool isCommon = std::ranges::all_of(
+        m_notes, [&](const EvntRef& note) { return valueOf(field, note) == valueOf(field, m_notes.front()); });
+    line.setText(isCommon && !m_notes.empty() ? textOf(field, record(m_notes.front())) : QString());
     line.setPlaceholderText(isCommon ? QString() : m_parts.text(TextId::noteSeveral));
     line.setModified(false);
 }

@@ -22,8 +22,8 @@ namespace tessaro {
 /// above its window and waits for nobody.
 class CPnoNotePropPage : public QWidget {
 public:
-    enum class Field { time, length, key, velocity, offVelocity };
-    static constexpr std::size_t fields = 5;
+    enum class Field { time, length, key, velocity };
+    static constexpr std::size_t fields = 4;
 
     CPnoNotePropPage(const ViewParts& parts, QWidget* parent);
 
@@ -38,6 +38,7 @@ protected:
 
 private:
     [[nodiscard]] _EDT_EVNT record(const EvntRef& note) const;
+    [[nodiscard]] static std::uint32_t valueOf(Field field, const EvntRef& note);
     [[nodiscard]] QString textOf(Field field, const _EDT_EVNT& note) const;
     /// False for a text that is none.
     [[nodiscard]] bool write(Field field, const QString& text, _EDT_EVNT& note) const;

@@ -58,6 +58,7 @@ RollFrame::RollFrame(const ViewParts& parts, CRollView* view)
     buildArea();
     connectView();
     setFocusProxy(m_view);
+    m_view->setFocus();
     m_parts.editor.addObserver(this);
 }
 
@@ -217,6 +218,7 @@ void RollFrame::fillKinds()
     StripKind kind = m_strip->kind();
     if (kind.what == What::polyPressure) kind.number = 0;
     m_kinds->choose(codeOf(kind));
+    m_strip->setName(m_kinds->currentText());
 }
 
 /// The pressure of single keys is that of the selected note.
@@ -230,6 +232,7 @@ void RollFrame::chooseKind(int code)
         kind.number = note ? note->key : middleC;
     }
     m_strip->setKind(kind);
+    m_strip->setName(m_kinds->currentText());
 }
 
 void RollFrame::retranslate()
@@ -388,11 +391,18 @@ void RollFrame::showScale()
     m_strip->update();
 }
 
+void RollFrame::showSelectedNotes()
+{
+    std::vector<EvntRef> refs = selectedEvnts();
+    std::erase_if(refs, [](const EvntRef& ref) { return !NoteTables::noteOf(ref); });
+    m_properties->setNotes(std::move(refs));
+}
+
 void RollFrame::followSelection()
 {
     m_status->setSelected(m_view->selection().count());
     m_strip->update();
-    if (m_properties && m_properties->isVisible()) m_properties->setNotes(selectedEvnts());
+    if (m_properties && m_properties->isVisible()) showSelectedNotes();
     if (onChanged) onChanged();
 }
 
@@ -410,7 +420,7 @@ void RollFrame::onHint(const HintObserver*, int code, CEditor* editor)
     if (m_tracksStale) fillTracks();
     showScale();
     m_strip->update();
-    if (m_properties && m_properties->isVisible()) m_properties->setNotes(selectedEvnts());
+    if (m_properties && m_properties->isVisible()) showSelectedNotes();
 }
 
 } // namespace tessaro

@@ -83,6 +83,7 @@ private:
     void showScale();
     void showMenu(const QPoint& place);
     void followSelection();
+    void showSelectedNotes();
 
     ViewParts m_parts;
     QAction m_audition;

@@ -368,11 +368,15 @@ void CRollView::paintNotes(QPainter& painter, TickRange span, int low, int high)
         m_looks[look].rects.push_back(rect);
         if (hasRoom && rect.width() >= textWidth) m_named.push_back({rect, note, look});
     });
-    for (Look& look : m_looks) {
+    for (const Look& look : m_looks) {
         fillAll(painter, look.rects, look.edge);
-        std::erase_if(look.rects, [](const QRect& rect) { return rect.width() < 3; });
-        for (QRect& rect : look.rects) rect.adjust(1, 1, -1, -1);
-        fillAll(painter, look.rects, look.fill);
+        m_rects.clear();
+        for (const QRect& rect : look.rects)
+            if (rect.width() > 2) m_rects.push_back(rect.adjusted(1, 1, -1, -1));
+        fillAll(painter, m_rects, look.fill);
+        // Where notes lie one over the other it is still to be seen that each has a start.
+        for (QRect& rect : m_rects) rect.setRect(rect.left() - 1, rect.top(), 1, rect.height());
+        fillAll(painter, m_rects, look.edge);
     }
     for (const Named& named : m_named) paintNoteText(painter, named.rect, named.note, m_looks[named.look].text);
     painter.setPen(Qt::NoPen);
@@ -407,7 +411,8 @@ void CRollView::paintSentence(QPainter& painter)
     if (isMidi() && (hasNotes() || m_gesture.drawn())) return;
     const QString sentence = m_parts.text(isMidi() ? emptySentence() : TextId::rollNotMidi);
     const QRect place = rowsArea();
-    QRect box = painter.boundingRect(place.adjusted(32, 0, -32, 0), Qt::AlignCenter | Qt::TextWordWrap, sentence);
+    const QRect box =
+        fontMetrics().boundingRect(place.adjusted(32, 0, -32, 0), Qt::AlignCenter | Qt::TextWordWrap, sentence);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(withAlpha(palette().color(QPalette::Base), 0.9));
     painter.drawRoundedRect(box.adjusted(-16, -12, 16, 12), 8, 8);

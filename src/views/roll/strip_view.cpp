@@ -56,6 +56,12 @@ void StripView::setKind(const StripKind& kind)
     update();
 }
 
+void StripView::setName(const QString& name)
+{
+    m_name = name;
+    update();
+}
+
 void StripView::endGesture()
 {
     if (m_isBusy || m_gesture.mode() == StripGesture::Mode::none) return;
@@ -204,6 +210,9 @@ void StripView::paintColumn(QPainter& painter) const
     painter.setFont(small);
     painter.setPen(palette().color(QPalette::PlaceholderText));
     const int line = QFontMetrics(small).height();
+    const int labels = QFontMetrics(small).horizontalAdvance(QStringLiteral("-8192")) + labelMargin;
+    painter.drawText(QRect(labelMargin, 4, RollScale::left - labels - labelMargin, height() - 8),
+                     Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, m_name);
     int free = 0;
     for (const int value : {kind().most(), (kind().most() + 1) / 2, kind().least()}) {
         const int y = std::clamp(scale().y(value) - line / 2, 0, height() - line);

@@ -29,6 +29,8 @@ public:
 
     void setTrack(int track);
     void setKind(const StripKind& kind);
+    /// Of the kind, for the column at the left.
+    void setName(const QString& name);
     void setPosition(std::uint32_t tick);
     [[nodiscard]] const StripKind& kind() const { return m_gesture.kind(); }
     /// The song changes from elsewhere: what the mouse began is over.
@@ -77,6 +79,7 @@ private:
     bool m_isBusy = false; ///< the mouse is changing the song at this moment
     int m_track = -1;
     std::uint32_t m_position = 0;
+    QString m_name;
     Look m_looks[looks];
     std::vector<QRect> m_rects;
     std::vector<StripPoint> m_points;

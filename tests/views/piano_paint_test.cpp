@@ -1,0 +1,382 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The window of the piano roll: what it paints, its ruler, keyboard, strip, commands and settings.
+#include "core/edit/undo_scope.h"
+#include "parts_fixture.h"
+#include "views/roll/grid_box.h"
+#include "views/roll/note_prop_page.h"
+#include "views/roll/note_text.h"
+#include "views/roll/piano_frame.h"
+#include "views/roll/roll_view.h"
+#include "views/roll/strip_view.h"
+#include "views/roll/time_marks.h"
+#include "views/setup/choice_box.h"
+#include "views/theme/colours.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPaintEvent>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace tessaro {
+namespace {
+
+TEST(NoteText, KeysReadBackAsTheyWereWritten)
+{
+    EXPECT_EQ(keyName(0), "C-1");
+    EXPECT_EQ(keyName(60), "C4");
+    EXPECT_EQ(keyName(127), "G9");
+    for (int key = 0; key < 128; ++key) EXPECT_EQ(parseKey(keyName(key)), key);
+    EXPECT_EQ(parseKey(" bb3 "), 58);
+    EXPECT_EQ(parseKey("b3"), 59);
+    EXPECT_EQ(parseKey("c#-1"), 1);
+    EXPECT_EQ(parseKey("61"), 61);
+    for (const char* wrong : {"", "H4", "C", "C##4", "Cb-1", "G#9", "128", "-1", "C4x"})
+        EXPECT_EQ(parseKey(wrong), std::nullopt) << wrong;
+}
+
+TEST(NoteText, LengthsAreBeatsAndTicks)
+{
+    EXPECT_EQ(lengthText(1000, 480), "2:40");
+    EXPECT_EQ(parseLength("2:40", 480), 1000U);
+    EXPECT_EQ(parseLength("3:0", 240), 720U);
+    EXPECT_EQ(parseLength("720", 480), 720U);
+    for (const char* wrong : {"", ":", "1:", "-1", "1:-1", "1:2:3", "9999999:0"})
+        EXPECT_EQ(parseLength(wrong, 480), std::nullopt) << wrong;
+}
+
+TEST(TimeMarks, EachLineOnceByItsHighestRank)
+{
+    PartsFixture song;
+    song.bind();
+    std::vector<TimeMark> marks;
+    const auto lines = [&](std::uint32_t first, std::uint32_t end, std::uint32_t room, std::uint32_t grid) {
+        timeMarks(
+            song.editor, first, end, room, [grid](std::uint32_t) { return grid; }, marks);
+        std::string seen;
+        for (const TimeMark& mark : marks)
+            seen += (mark.rank == TimeMark::Rank::bar    ? "|"
+                     : mark.rank == TimeMark::Rank::beat ? "'"
+                                                         : ".")
+                  + std::to_string(mark.tick) + " ";
+        return seen;
+    };
+    EXPECT_EQ(lines(0, 1921, 10, 960), "|0 '480 '960 '1440 |1920 ");
+    EXPECT_EQ(lines(1400, 2000, 10, 320), "'1440 .1600 |1920 "); // triplets of quarters
+    EXPECT_EQ(lines(240, 960, 10, 240), "'480 .240 .720 ");      // the finer ones later, measure by measure
+    EXPECT_EQ(lines(240, 960, 300, 240), "'480 ");               // too narrow for the grid
+    EXPECT_EQ(lines(0, 4000, 500, 240), "|0 |1920 |3840 ");      // and for beats
+    EXPECT_EQ(marks[2].measure, 3U);
+    EXPECT_EQ(lines(0xFFFFFF00U, 0xFFFFFFFFU, 10, 0), ""); // bars end before time does
+}
+
+/// A window over track 3, a tick a pixel wide, with rows of 16 pixels.
+class PianoFrameTest : public testing::Test {
+protected:
+    PianoFrameTest()
+    {
+        blk = &song.addBlock(3, 0, 3840);
+        for (std::uint32_t time = 0; time < 1920; time += 480)
+            notes.push_back(song.addNote(*blk, time, 60 + static_cast<int>(time / 480), 240));
+        song.addBlock(4, 0, 1920);
+        song.addNote(*song.editor.song().trk(4)->blocks().head(), 100, 62, 300);
+        song.bind();
+        QApplication::setPalette(lightPalette());
+        frame = std::make_unique<CPianoFrame>(song.parts, 3);
+        song.actions.setActive(frame.get());
+        frame->resize(1000, 700);
+        frame->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(frame.get()));
+        view = &frame->view();
+        strip = &frame->strip();
+        view->rescale([](RollScale& scale) {
+            scale.setZoom(2);
+            scale.setRowHeight(16);
+            scale.setScroll((127 - 62) * 16 - 120);
+        });
+        QApplication::processEvents();
+    }
+
+    /// In the midst of a key's row.
+    [[nodiscard]] QPoint at(std::uint32_t time, int key) const
+    {
+        return {view->scale().x(time), view->scale().y(static_cast<std::uint8_t>(key)) + 7};
+    }
+    static void drag(QWidget* widget, QPoint from, QPoint to, Qt::KeyboardModifiers keys = {})
+    {
+        QTest::mousePress(widget, Qt::LeftButton, keys, from);
+        for (int i = 1; i <= 8; ++i) QTest::mouseMove(widget, from + (to - from) * i / 8);
+        QTest::mouseRelease(widget, Qt::LeftButton, keys, to);
+    }
+    void select(std::initializer_list<std::size_t> which)
+    {
+        std::vector<EvntRef> refs;
+        for (const std::size_t i : which) refs.push_back({song.editor.GetTrkPos(3), blk, notes[i]});
+        frame->selectEvnts(refs);
+    }
+    /// Every note of the block, in order.
+    [[nodiscard]] std::string events() const
+    {
+        std::string all;
+        for (const CEvnt* e = blk->GetRealBlk()->events().head(); e; e = List<CEvnt>::next(e))
+            if (status::kind(e->GetStatus()) == status::note)
+                all += std::to_string(e->GetTime()) + "/" + keyName(e->GetPost1()).toStdString() + "+"
+                     + std::to_string(e->GetGateTime()) + " ";
+        return all;
+    }
+    [[nodiscard]] QColor pixel(QPoint place) const { return view->grab().toImage().pixelColor(place); }
+
+    PartsFixture song;
+    CBlk* blk = nullptr;
+    std::vector<POSITION> notes;
+    std::unique_ptr<CPianoFrame> frame;
+    CRollView* view = nullptr;
+    StripView* strip = nullptr;
+};
+
+TEST_F(PianoFrameTest, NotesLookByVelocitySelectionAndBlock)
+{
+    const QPoint place = at(60, 60); // before the name
+    const QColor loud = pixel(place);
+    EXPECT_GT(contrast(loud, view->palette().color(QPalette::Base)), 1.5);
+    select({0});
+    EXPECT_NE(pixel(place), loud);
+    frame->run(ViewCommand::selectNone);
+    EXPECT_EQ(pixel(place), loud);
+    {
+        const UndoScope step(song.editor, "softer");
+        _EDT_EVNT rec;
+        song.editor.GetEvnt(song.editor.GetTrkPos(3), blk, notes[0], rec);
+        rec.post2 = 20;
+        song.editor.SetEvnt(song.editor.GetTrkPos(3), blk, notes[0], rec);
+    }
+    EXPECT_NE(pixel(place), loud);
+    {
+        const UndoScope step(song.editor, "link");
+        song.editor.BlkGhost(song.editor.GetTrkPos(3), blk, song.editor.GetTrkPos(3), 3840);
+    }
+    view->rescale([](RollScale& scale) { scale.setStart(3840); });
+    EXPECT_NE(pixel(at(3840 + 480 + 60, 61)), loud);
+
+    view->rescale([](RollScale& scale) { scale.setStart(0); });
+    const QPoint shadow = at(300, 62);
+    const QColor ground = pixel(shadow);
+    frame->run(ViewCommand::shadows);
+    EXPECT_TRUE(frame->isOn(ViewCommand::shadows));
+    EXPECT_NE(pixel(shadow), ground);
+}
+
+/// Adds up the pixels that a widget was asked to paint.
+class PaintedPixels : public QObject {
+public:
+    int pixels = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            for (const QRect& rect : static_cast<QPaintEvent*>(event)->region()) pixels += rect.width() * rect.height();
+        return false;
+    }
+};
+
+TEST_F(PianoFrameTest, FollowsThePositionByStripsAndPages)
+{
+    PaintedPixels painted;
+    view->installEventFilter(&painted);
+    frame->setPosition(480, true);
+    QApplication::processEvents();
+    EXPECT_GT(painted.pixels, 0);
+    EXPECT_LT(painted.pixels, view->width() * view->height() / 10);
+    frame->setPosition(1920 * 9 + 5, false);
+    EXPECT_EQ(view->scale().start(), 0U);
+    frame->setPosition(1920 * 9 + 5, true);
+    EXPECT_EQ(view->scale().start(), 1920U * 9);
+    frame->setPosition(1920 * 9 + 500, true);
+    EXPECT_EQ(view->scale().start(), 1920U * 9);
+}
+
+TEST_F(PianoFrameTest, TheRulerLocatesAndMarksTheLoop)
+{
+    std::uint32_t start = 0;
+    std::uint32_t end = 0;
+    QTest::mouseClick(view, Qt::LeftButton, {}, {view->scale().x(490), 10});
+    EXPECT_EQ(song.bench.panel.GetLocation(), 480U); // on the grid
+    drag(view, {view->scale().x(470), 10}, {view->scale().x(1210), 10});
+    EXPECT_TRUE(song.bench.panel.GetLoop(start, end));
+    EXPECT_EQ(std::pair(start, end), std::pair(480U, 1200U));
+    drag(view, {view->scale().x(1200) + 2, 10}, {view->scale().x(1440), 10}); // by its end
+    drag(view, {view->scale().x(480) - 2, 10}, {view->scale().x(250), 10});
+    song.bench.panel.GetLoop(start, end);
+    EXPECT_EQ(std::pair(start, end), std::pair(240U, 1440U));
+}
+
+TEST_F(PianoFrameTest, KeysSoundWhileTheyAreHeld)
+{
+    const auto count = [this] {
+        std::pair<int, int> onOff;
+        song.bench.run(std::chrono::milliseconds(20));
+        for (const test::Heard& heard : song.bench.take()) {
+            onOff.first += heard.isNoteOn();
+            onOff.second += heard.isNoteOff();
+        }
+        return onOff;
+    };
+    count();
+    QTest::mousePress(view, Qt::LeftButton, {}, {100, at(0, 64).y()});
+    EXPECT_EQ(count(), std::pair(1, 0));
+    QTest::mouseMove(view, {100, at(0, 65).y()});
+    EXPECT_EQ(count(), std::pair(1, 1));
+    QTest::mouseRelease(view, Qt::LeftButton, {}, {100, at(0, 65).y()});
+    EXPECT_EQ(count(), std::pair(0, 1));
+}
+
+TEST_F(PianoFrameTest, CommandsChangeWhatIsSelected)
+{
+    const std::string before = "0/C4+240 480/C#4+240 960/D4+240 1440/D#4+240 ";
+    ASSERT_EQ(events(), before);
+    struct Case {
+        ViewCommand command;
+        const char* after;
+    };
+    constexpr Case cases[] = {
+        // of the second note, on a grid of sixteenths
+        {ViewCommand::remove, "0/C4+240 960/D4+240 1440/D#4+240 "},
+        {ViewCommand::cut, "0/C4+240 960/D4+240 1440/D#4+240 "},
+        {ViewCommand::duplicate, "0/C4+240 480/C#4+240 720/C#4+240 960/D4+240 1440/D#4+240 "},
+        {ViewCommand::nudgeLeft, "0/C4+240 360/C#4+240 960/D4+240 1440/D#4+240 "},
+        {ViewCommand::nudgeRight, "0/C4+240 600/C#4+240 960/D4+240 1440/D#4+240 "},
+        {ViewCommand::tickLeft, "0/C4+240 479/C#4+240 960/D4+240 1440/D#4+240 "},
+        {ViewCommand::nudgeUp, "0/C4+240 480/D4+240 960/D4+240 1440/D#4+240 "},
+        {ViewCommand::octaveDown, "0/C4+240 480/C#3+240 960/D4+240 1440/D#4+240 "},
+        {ViewCommand::longer, "0/C4+240 480/C#4+360 960/D4+240 1440/D#4+240 "},
+        {ViewCommand::shorter, "0/C4+240 480/C#4+120 960/D4+240 1440/D#4+240 "},
+        {ViewCommand::splitNotes, "0/C4+240 480/C#4+120 600/C#4+120 960/D4+240 1440/D#4+240 "},
+        {ViewCommand::paste, "0/C4+240 480/C#4+240 600/C#4+240 960/D4+240 1440/D#4+240 "},
+    };
+    frame->setPosition(600, false);
+    for (const auto& [command, after] : cases) {
+        const int number = static_cast<int>(command);
+        select({1});
+        ASSERT_TRUE(frame->can(command)) << number;
+        song.locked = true;
+        EXPECT_FALSE(frame->can(command)) << number;
+        song.locked = false;
+        frame->run(command);
+        EXPECT_EQ(events(), after) << number;
+        EXPECT_TRUE(song.editor.UndoNode());
+        ASSERT_EQ(events(), before) << number;
+    }
+    frame->run(ViewCommand::selectAll);
+    EXPECT_EQ(frame->selectedEvnts().size(), 4U);
+    frame->run(ViewCommand::invertSelection);
+    EXPECT_FALSE(frame->can(ViewCommand::remove));
+}
+
+TEST_F(PianoFrameTest, PastesBehindTheLastBlockIntoANewOne)
+{
+    select({0, 1});
+    frame->run(ViewCommand::copy);
+    frame->setPosition(1920 * 5, false);
+    frame->run(ViewCommand::paste);
+    const CBlk* fresh = song.editor.song().trk(3)->blocks().tail();
+    ASSERT_NE(fresh, blk);
+    EXPECT_EQ(fresh->GetTimeTop(), 1920U * 5);
+    EXPECT_EQ(fresh->GetNum(), 2U);
+    EXPECT_EQ(frame->selectedEvnts().size(), 2U); // what came in
+}
+
+TEST_F(PianoFrameTest, TheStripDrawsControllersAndVelocities)
+{
+    song.actions.setTool(EditTool::line);
+    const auto x = [this](std::uint32_t time) { return view->scale().x(time); };
+    drag(strip, {x(480), strip->gesture().scale().y(10)}, {x(960), strip->gesture().scale().y(120)});
+    std::string velocities;
+    for (const POSITION note : notes) velocities += std::to_string(List<CEvnt>::get(note)->GetPost2()) + " ";
+    EXPECT_EQ(velocities, "100 10 120 100 ");
+
+    strip->setKind({StripKind::What::control, 11});
+    song.actions.setTool(EditTool::pencil);
+    drag(strip, {x(0), strip->gesture().scale().y(0)}, {x(480), strip->gesture().scale().y(127)});
+    std::vector<int> values;
+    song.notes.forEachValue(3, strip->kind(), 0, 3840,
+                            [&](const ValueInView& value) { values.push_back(value.value); });
+    ASSERT_GE(values.size(), 4U);
+    EXPECT_TRUE(std::ranges::is_sorted(values));
+    EXPECT_TRUE(song.editor.UndoNode());
+    values.clear();
+    song.notes.forEachValue(3, strip->kind(), 0, 3840,
+                            [&](const ValueInView& value) { values.push_back(value.value); });
+    EXPECT_TRUE(values.empty());
+}
+
+TEST_F(PianoFrameTest, EscapeAndAnUndoEndWhatTheMouseBegan)
+{
+    for (const bool escape : {true, false}) {
+        QTest::mousePress(view, Qt::LeftButton, {}, at(60, 60));
+        QTest::mouseMove(view, at(700, 66));
+        if (escape)
+            QTest::keyClick(view, Qt::Key_Escape);
+        else
+            song.editor.HintDispReq();
+        QTest::mouseRelease(view, Qt::LeftButton, {}, at(700, 66));
+        EXPECT_EQ(events(), "0/C4+240 480/C#4+240 960/D4+240 1440/D#4+240 ") << escape;
+    }
+}
+
+TEST_F(PianoFrameTest, PropertiesOfOneNoteAndOfSeveral)
+{
+    using Field = CPnoNotePropPage::Field;
+    select({0});
+    frame->run(ViewCommand::properties);
+    CPnoNotePropPage& page = *frame->noteProperties();
+    const auto type = [&](Field field, const char* text) {
+        QLineEdit& line = page.field(field);
+        line.setText(text);
+        line.setModified(true);
+        QTest::keyClick(&line, Qt::Key_Return);
+    };
+    EXPECT_EQ(page.field(Field::time).text(), "1:01:000");
+    EXPECT_EQ(page.field(Field::length).text(), "0:240");
+    type(Field::key, "g4");
+    type(Field::length, "1:0");
+    type(Field::time, "1:2:10");
+    type(Field::velocity, "0"); // not a note any more: as it was
+    EXPECT_EQ(events(), "480/C#4+240 490/G4+480 960/D4+240 1440/D#4+240 ");
+    EXPECT_EQ(List<CEvnt>::get(notes[0])->GetPost2(), 100);
+    EXPECT_EQ(page.field(Field::velocity).text(), "100");
+
+    select({1, 2});
+    EXPECT_EQ(page.field(Field::velocity).text(), "100");
+    EXPECT_EQ(page.field(Field::key).text(), "");
+    type(Field::key, "C5");
+    EXPECT_EQ(events(), "480/C5+240 490/G4+480 960/C5+240 1440/D#4+240 ");
+    EXPECT_TRUE(song.editor.UndoNode());
+    EXPECT_EQ(events(), "480/C#4+240 490/G4+480 960/D4+240 1440/D#4+240 ");
+}
+
+TEST_F(PianoFrameTest, ZoomGridAndStripAreAsTheyWere)
+{
+    frame->gridBox().noteBox().choose(3);
+    frame->gridBox().shapeBox().choose(2);
+    Q_EMIT frame->gridBox().shapeBox().activated(2);
+    EXPECT_EQ(song.grid.index(), 17); // triplets of eighths
+    view->rescale([](RollScale& scale) { scale.setZoom(5); });
+    frame->saveState();
+    song.grid.setIndex(0);
+    EXPECT_EQ(song.bench.settings.ints["View Condition/Piano Zoom"], 5);
+    EXPECT_EQ(song.bench.settings.ints["View Condition/Piano VZoom"], 16);
+    EXPECT_NEAR(song.bench.settings.ints["View Condition/Piano Interval"], 200, 4);
+    const CPianoFrame other(song.parts, 4);
+    EXPECT_EQ(other.view().scale().zoom(), 5);
+    EXPECT_EQ(other.view().scale().rowHeight(), 16);
+    EXPECT_EQ(other.track(), 4);
+
+    frame->run(ViewCommand::controlStrip);
+    EXPECT_FALSE(frame->isOn(ViewCommand::controlStrip));
+    EXPECT_FALSE(strip->isVisible());
+}
+
+} // namespace
+} // namespace tessaro
