@@ -74,7 +74,8 @@ int takePicture(const StartOptions& options)
         program.user().askBox = [](const QString&) { return false; };
         program.user().saveBox = [](const QString&) { return SaveAnswer::discard; };
         choose(program, options);
-        if (program.start(options.document) && writeScreenshot(program, clock, options.screenshot)) result = 0;
+        if (program.start(options.document) && writeScreenshot(program, clock, options.screenshot, options.windows))
+            result = 0;
     }
     std::error_code error;
     std::filesystem::remove_all(folder, error);

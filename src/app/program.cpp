@@ -29,6 +29,8 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
                                           : std::make_unique<Autosave>(clock, m_files, m_disk, m_recoveryFolder))
     , m_document({m_files, m_user, m_windows, m_transport, m_waveLengths, m_waveOutput, m_score, m_windows, strings,
                   &m_disk, m_autosave.get()})
+    , m_clipboard(m_document.GetEditor(), strings)
+    , m_audition(m_smc, m_document.GetEditor())
     , m_app({m_document, m_user, m_devices, m_windows, store, folders.appDirectory, folders.lockFolder})
 {
     QObject::connect(&m_queueNotifier, &QSocketNotifier::activated, [this] { m_queue.drain(); });
@@ -41,7 +43,8 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
     m_panel.recorder().setKeeper(&m_document);
     m_windows.setMaker([this, &store, sentence = std::move(deviceSentence), typedKeys] {
         return std::make_unique<CMainFrame>(FrameParts{m_app, m_document, m_panel, m_smc, m_messages, store, m_user,
-                                                       m_text, m_theme, m_icons, sentence, m_devices, typedKeys});
+                                                       m_text, m_theme, m_icons, sentence, m_devices, m_clipboard,
+                                                       m_audition, typedKeys});
     });
 }
 
@@ -55,6 +58,7 @@ bool Program::start(const CommandLine& commandLine)
 Program::~Program()
 {
     m_windows.close();
+    m_audition.stop();
     m_app.ExitInstance();
     m_smc.setMainWindow(nullptr);
 }

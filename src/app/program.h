@@ -13,8 +13,10 @@
 #include "realtime/play/smc.h"
 #include "realtime/transport/cnp_window.h"
 #include "realtime/transport/devices.h"
+#include "realtime/transport/note_audition.h"
 #include "realtime/transport/realtime_messages.h"
 #include "realtime/transport/song_transport.h"
+#include "views/clipboard/song_clipboard.h"
 #include "views/frame/main_windows.h"
 #include "views/frame/window_user.h"
 #include "views/text/toolkit_texts.h"
@@ -91,6 +93,8 @@ private:
     const std::string m_recoveryFolder;
     std::unique_ptr<Autosave> m_autosave; ///< null when no copies are kept
     CTR9Doc m_document;
+    SongClipboard m_clipboard;
+    NoteAudition m_audition;
     CTR9App m_app;
 };
 

@@ -3,9 +3,14 @@
 
 #include "app/program.h"
 #include "base/manual_clock.h"
+#include "views/commands/keys_dialog.h"
+#include "views/frame/editor_windows.h"
 
 #include <QCoreApplication>
 #include <QPixmap>
+
+#include <algorithm>
+#include <map>
 
 namespace tessaro {
 namespace {
@@ -14,16 +19,43 @@ constexpr QSize windowSize(1280, 800);
 constexpr int frames = 90;
 constexpr std::chrono::milliseconds frameTime(33);
 constexpr int framesAPanelTimer = 3;
+constexpr std::uint8_t drumChannel = 9;
+constexpr int lastTrack = 100;
 
-} // namespace
+const QString tracksName = QStringLiteral("track");
+const QString historyName = QStringLiteral("history");
+const QString keysName = QStringLiteral("keys");
+const std::map<QString, WindowKind> kinds{{tracksName, WindowKind::track},
+                                          {QStringLiteral("piano"), WindowKind::piano},
+                                          {QStringLiteral("drum"), WindowKind::drum},
+                                          {QStringLiteral("list"), WindowKind::eventList},
+                                          {QStringLiteral("master"), WindowKind::masterTrack}};
 
-bool writeScreenshot(Program& program, ManualClock& clock, const QString& file)
+/// The first with blocks, that plays drums or does not; the first of all where there is none.
+int trackToShow(const CEditor& song, bool drums)
 {
-    CMainFrame& frame = program.frame();
-    frame.resize(windowSize);
-    QCoreApplication::processEvents();
+    for (int track = 1; track <= lastTrack; ++track) {
+        _EDT_TRKINFO info;
+        if (song.GetHeadBlkPos(track) && song.GetTrkInfo(track, info) && (info.ch == drumChannel) == drums)
+            return track;
+    }
+    return 1;
+}
 
-    // Somewhere in the midst, on a bar line.
+void openWindows(Program& program, const QStringList& names)
+{
+    EditorWindows& windows = program.frame().windows();
+    for (const QString& name : names) {
+        if (name == historyName) program.frame().actions().history.trigger();
+        if (const auto kind = kinds.find(name); kind != kinds.end())
+            windows.open(kind->second, trackToShow(program.document().GetEditor(), kind->second == WindowKind::drum));
+    }
+    if (windows.windows().size() > 1 && !names.contains(tracksName)) windows.maximiseActive();
+}
+
+/// Some bars from somewhere in the midst, on a bar line.
+void play(Program& program, ManualClock& clock)
+{
     CEditor& editor = program.document().GetEditor();
     program.panel().SetLocation(static_cast<long>(editor.GetMeasTime(editor.GetTimeEnd() * 2 / 5)));
     program.panel().Start();
@@ -31,9 +63,29 @@ bool writeScreenshot(Program& program, ManualClock& clock, const QString& file)
         clock.sleepFor(frameTime);
         program.queue().drain();
         if (i % framesAPanelTimer == 0) program.panel().timer();
-        frame.followPlay(static_cast<int>(frameTime.count()));
+        program.frame().followPlay(static_cast<int>(frameTime.count()));
     }
-    return frame.grab().save(file);
+}
+
+} // namespace
+
+bool knowsPictured(const QStringList& windows)
+{
+    return std::ranges::all_of(
+        windows, [](const QString& name) { return kinds.contains(name) || name == historyName || name == keysName; });
+}
+
+bool writeScreenshot(Program& program, ManualClock& clock, const QString& file, const QStringList& windows)
+{
+    CMainFrame& frame = program.frame();
+    frame.resize(windowSize);
+    openWindows(program, windows);
+    QCoreApplication::processEvents();
+    play(program, clock);
+    QCoreApplication::processEvents();
+    QWidget& pictured = windows.contains(keysName) ? static_cast<QWidget&>(frame.showKeys()) : frame;
+    QCoreApplication::processEvents();
+    return pictured.grab().save(file);
 }
 
 } // namespace tessaro

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/start_options.h"
 
+#include "app/screenshot.h"
 #include "base/strings.h"
 #include "views/theme/theme.h"
 
@@ -28,9 +29,14 @@ StartOptions readStartOptions()
                                  QStringLiteral("[song]"));
     const QCommandLineOption screenshot =
         option("screenshot", "Write a picture of the playing window and exit.", "png");
+    const QCommandLineOption windows =
+        option("windows",
+               "Windows of the picture, with commas between: track, piano, drum, list, master, history, or keys alone. "
+               "Without track the last one fills the window. QT_SCALE_FACTOR enlarges all.",
+               "list");
     const QCommandLineOption theme = option("theme", "Colours: light or dark.", "theme");
     const QCommandLineOption lang = option("lang", "Language: ja or en.", "language");
-    parser.addOptions({screenshot, theme, lang});
+    parser.addOptions({screenshot, windows, theme, lang});
     parser.process(*QCoreApplication::instance());
 
     const auto choose = [&](const QCommandLineOption& which, const QString& first, const QString& second, auto a,
@@ -50,6 +56,8 @@ StartOptions readStartOptions()
         choose(theme, QStringLiteral("light"), QStringLiteral("dark"), Appearance::light, Appearance::dark);
     options.language = choose(lang, QStringLiteral("ja"), QStringLiteral("en"), Language::japanese, Language::english);
     options.screenshot = parser.value(screenshot);
+    options.windows = parser.value(windows).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    if (!knowsPictured(options.windows)) parser.showHelp(2);
     std::vector<std::string> files;
     for (const QString& argument : parser.positionalArguments())
         files.push_back(QFileInfo(argument).absoluteFilePath().toStdString());

@@ -4,6 +4,7 @@
 #include "core/doc/command_line.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -15,7 +16,8 @@ enum class Language : std::uint8_t;
 /// What the command line of the window program asks for.
 struct StartOptions {
     CommandLine document;
-    QString screenshot; ///< picture file to write; empty to run as usual
+    QString screenshot;  ///< picture file to write; empty to run as usual
+    QStringList windows; ///< to be seen in the picture; empty for the usual ones
     std::optional<Appearance> appearance;
     std::optional<Language> language;
 };

@@ -15,10 +15,10 @@ namespace {
 
 constexpr std::uint8_t nativeKind = 4;
 
-std::string filled(std::string_view pattern, std::string_view value)
+std::string filled(std::string_view pattern, std::string_view value, std::string_view mark = "%1")
 {
     std::string text(pattern);
-    if (const std::size_t at = text.find("%1"); at != std::string::npos) text.replace(at, 2, value);
+    if (const std::size_t at = text.find(mark); at != std::string::npos) text.replace(at, mark.size(), value);
     return text;
 }
 
@@ -74,6 +74,19 @@ bool CTR9Doc::Save(const std::string& path, std::uint8_t kind)
     if (m_onSaved) m_onSaved(path);
     m_ports.windows.titleChanged();
     return true;
+}
+
+bool CTR9Doc::SaveCopy(const std::string& path, std::uint8_t kind)
+{
+    StopTransport();
+    m_editor.SetPrgDlg();
+    const FileError error = write(path, kind);
+    m_editor.EndPrgDlg();
+    if (error == FileError::none) return true;
+    m_ports.user.sentence(
+        filled(filled(m_ports.strings(TextId::exportFailed), shownName(path), "%1"), m_ports.strings(causeOf(error)), "%2"),
+        MessageKind::error);
+    return false;
 }
 
 FileError CTR9Doc::write(const std::string& path, std::uint8_t kind)

@@ -17,6 +17,14 @@ void CommandList::addFixed(TextId group, TextId name, const QKeySequence& key)
     m_commands.push_back({{}, group, name, nullptr, {key}});
 }
 
+void CommandList::arrange(std::initializer_list<TextId> groups)
+{
+    const auto place = [&](const Command& command) {
+        return std::ranges::find(groups, command.group) - groups.begin();
+    };
+    std::ranges::stable_sort(m_commands, {}, place);
+}
+
 const Command* CommandList::find(std::string_view id) const
 {
     const auto found = std::ranges::find(m_commands, id, &Command::id);

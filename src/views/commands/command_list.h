@@ -7,6 +7,7 @@
 #include <QList>
 
 #include <deque>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -23,12 +24,14 @@ struct Command {
     QList<QKeySequence> usualKeys;
 };
 
-/// All commands of the program in the order of the menus. Commands keep their address.
+/// All commands of the program, group by group. Once they are arranged commands keep their address.
 class CommandList {
 public:
     /// The keys that the action has by now are the usual ones.
     void add(std::string id, TextId group, TextId name, QAction& action);
     void addFixed(TextId group, TextId name, const QKeySequence& key);
+    /// Puts the groups into this order; within a group all stay as they were added. Before anyone holds a command.
+    void arrange(std::initializer_list<TextId> groups);
 
     [[nodiscard]] const std::deque<Command>& all() const { return m_commands; }
     /// Null for an unknown one.

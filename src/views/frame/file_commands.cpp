@@ -76,6 +76,25 @@ bool FileCommands::saveAs()
     return tellSaved(m_parts.document.SaveAs());
 }
 
+void FileCommands::exportMidi()
+{
+    constexpr std::uint8_t format1 = 2;
+    if (isBusy()) return;
+    onBefore();
+    const QFileInfo own(QString::fromStdString(m_parts.document.GetPathName()));
+    const bool unnamed = own.fileName().isEmpty();
+    QFileDialog dialog(&m_window, m_parts.text.plain(TextId::commandExportMidi));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setNameFilters({m_parts.text(TextId::exportFilter)});
+    dialog.setDefaultSuffix(QStringLiteral("MID"));
+    dialog.setDirectory(unnamed ? usualFolder() : own.absolutePath());
+    dialog.selectFile((unnamed ? m_parts.text(TextId::songUntitled) : own.completeBaseName()) + QStringLiteral(".MID"));
+    if (dialog.exec() != QDialog::Accepted) return;
+    const QString path = dialog.selectedFiles().constFirst();
+    if (m_parts.document.SaveCopy(path.toStdString(), format1)) onExported(path);
+}
+
 bool FileCommands::tellSaved(bool saved)
 {
     if (saved) onSaved(QString::fromStdString(m_parts.document.GetPathName()));

@@ -32,6 +32,7 @@ public:
     std::function<void()> onOpened;
     /// The song was saved to this file.
     std::function<void(const QString& path)> onSaved;
+    std::function<void(const QString& path)> onExported;
 
     void newSong();
     bool open(const QString& path);
@@ -39,6 +40,8 @@ public:
     bool recover(RecoveryList& songs, std::size_t index);
     bool save();
     bool saveAs();
+    /// Asks for a name, and writes a standard MIDI file of format 1; the song keeps its own name and kind.
+    void exportMidi();
     /// Before the song goes; false when it has to stay.
     bool leaveSong();
     void fillRecentMenu(QMenu& menu);

@@ -7,20 +7,16 @@
 #include <QActionGroup>
 
 #include <optional>
-#include <utility>
 #include <vector>
-
-class QMenu;
-class QMenuBar;
 
 namespace tessaro {
 
+class CommandList;
 class Icons;
 class UiText;
 enum class TextId : int;
 
-/// The commands of the main window with their icons and keys, and the menus that hold them. Keys work wherever the
-/// focus is.
+/// The commands of the main window with their icons and keys. Keys work wherever the focus is.
 class FrameActions {
 public:
     /// The window takes the actions, and outlives this object; so do icons and texts.
@@ -30,6 +26,7 @@ public:
     QAction open;
     QAction save;
     QAction saveAs;
+    QAction exportMidi;
     QAction quit;
     QAction undo;
     QAction redo;
@@ -61,15 +58,28 @@ public:
     QAction systemSetup;
     QAction recordSettings;
     QAction metronomeSettings;
+    QAction tracks; ///< brings the track window to the front
+    QAction piano;  ///< opens a window for the current track, like the next ones
+    QAction drum;
+    QAction list;
+    QAction master;
+    QAction history;   ///< checked while the panel shows
+    QAction editTools; ///< checked while the tool bar shows
+    QAction tile;
+    QAction tabs;
+    QAction floating;
+    QAction maximise; ///< checked while one window fills the area
+    QAction nextWindow;
+    QAction previousWindow;
+    QAction closeWindow;
     QAction keys;
     QAction about;
     QActionGroup panelPlace; ///< the actions carry the number of a place
     QActionGroup appearance; ///< the actions carry the appearance's number
     QActionGroup language;   ///< the actions carry -1 for the desktop's, or the language's number
 
-    /// Makes the menus once; the menu of recent files is the caller's to fill.
-    void fillMenuBar(QMenuBar& bar);
-    [[nodiscard]] QMenu& recentMenu() const { return *m_recentMenu; }
+    /// Adds all of them, with the keys that they have by now.
+    void listIn(CommandList& commands);
     void retranslate();
     /// Titles of the steps that can be undone and redone; none where there is no such step.
     void setHistory(std::optional<QString> undoTitle, std::optional<QString> redoTitle);
@@ -77,20 +87,24 @@ public:
     void setEditing(bool possible);
     /// Checks the action of this number.
     static void choose(const QActionGroup& group, int number);
-    /// A table of commands and keys, as rich text.
-    [[nodiscard]] QString keyTable() const;
 
 private:
-    void addChoice(QActionGroup& group, TextId text, int number);
+    /// An action as it stands in the list of all commands.
+    struct Named {
+        QAction* action;
+        const char* id;
+        TextId group;
+        TextId name;
+    };
+
+    void addChoice(QActionGroup& group, const char* id, TextId text, int number);
     void showHistory();
 
     const UiText& m_text;
-    std::vector<std::pair<QAction*, TextId>> m_named; ///< every action with its text
-    std::vector<std::pair<QMenu*, TextId>> m_menus;
+    std::vector<Named> m_named;
     std::optional<QString> m_undoTitle;
     std::optional<QString> m_redoTitle;
     bool m_editing = true;
-    QMenu* m_recentMenu = nullptr; ///< a child of the menu bar
 };
 
 } // namespace tessaro

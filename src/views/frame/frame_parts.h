@@ -12,9 +12,11 @@ class CTR9App;
 class CTR9Doc;
 class DevicePort;
 class Icons;
+class NoteAudition;
 class RealtimeMessages;
 class SettingsStore;
 class Smc;
+class SongClipboard;
 class Theme;
 class TypedKeys;
 class UiText;
@@ -34,6 +36,8 @@ struct FrameParts {
     const Icons& icons;
     std::function<QString()> deviceSentence; ///< which sound and MIDI ways are in use
     DevicePort& devices;
+    SongClipboard& clipboard;
+    NoteAudition& audition;
     TypedKeys* typedKeys = nullptr; ///< what the computer's keyboard plays; null for none
 };
 

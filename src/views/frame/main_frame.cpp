@@ -6,23 +6,27 @@
 #include "core/doc/tr9doc.h"
 #include "core/edit/hint_board.h"
 #include "core/ports/settings_store.h"
+#include "realtime/transport/note_audition.h"
 #include "realtime/transport/realtime_messages.h"
+#include "views/commands/keys_dialog.h"
+#include "views/frame/all_commands.h"
+#include "views/frame/child_factory.h"
+#include "views/frame/editor_windows.h"
 #include "views/frame/panel_dock.h"
 #include "views/frame/user_settings.h"
 #include "views/frame/window_placement.h"
 #include "views/frame/window_user.h"
+#include "views/history/history_panel.h"
 #include "views/recovery/recovery_panel.h"
 #include "views/text/ui_text.h"
 #include "views/theme/icons.h"
 #include "views/theme/theme.h"
-#include "views/tracks/song_overview.h"
-#include "views/tracks/track_list_view.h"
-#include "views/tracks/track_pane.h"
+#include "views/tracks/track_frame.h"
 #include "views/transport/location_text.h"
 #include "views/transport/transport_bar.h"
-#include "views/widgets/empty_hint.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -31,9 +35,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QPushButton>
 #include <QScreen>
-#include <QSplitter>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
@@ -42,13 +44,10 @@
 namespace tessaro {
 namespace {
 
-constexpr int busyInterval = 100; // ms
-constexpr int deviceInterval = 2000;
-constexpr int copyInterval = 1000;                   ///< between two looks whether a copy of unsaved work is due
-constexpr std::uint32_t leastMeasures = 8;           ///< that the overview shows
-constexpr std::uint32_t longestOverview = 1U << 30U; ///< ticks
+constexpr int deviceInterval = 2000; // ms
+constexpr int lastTrack = 100;
+constexpr int copyInterval = 1000; ///< between two looks whether a copy of unsaved work is due
 constexpr QSize usualSize(1280, 800);
-constexpr int listWidth = 460;
 
 /// The local file that is dragged; empty for anything else.
 QString draggedFile(const QMimeData* data)
@@ -61,48 +60,73 @@ QString draggedFile(const QMimeData* data)
 CMainFrame::CMainFrame(const FrameParts& parts)
     : m_parts(parts)
     , m_actions(*this, parts.icons, parts.text)
+    , m_view(*this, parts.icons, parts.text)
+    , m_notes(parts.document.GetEditor())
+    , m_viewParts(viewParts())
+    , m_edits(*this, m_viewParts)
     , m_files(*this, m_parts)
     , m_setup(*this, m_parts)
-    , m_tracks(m_parts.document.GetEditor(), parts.text)
-    , m_table(parts.text)
 {
     setWindowIcon(m_parts.icons.picture(QStringLiteral("tessaro")));
     setAcceptDrops(true);
+    m_grid.load(m_parts.store);
+    listCommands(m_commands, m_actions, m_view, m_edits);
+    m_keys.emplace(m_commands, m_parts.store);
     layOut();
-    m_actions.fillMenuBar(*menuBar());
+    m_menus.emplace(*menuBar(), FrameMenus::Commands{m_actions, m_view, m_edits}, m_parts.text);
     connectActions();
+    connectWindows();
     connectChoices();
-    connectTracks();
     connectFiles();
     connectPanel();
 
     connect(&m_deviceTimer, &QTimer::timeout, this, [this] { showDevices(); });
-    connect(&m_refreshTimer, &QTimer::timeout, this, [this] {
-        if (m_status->busy())
-            m_refreshTimer.start(busyInterval);
-        else
-            refreshSong();
-    });
     connect(&m_copyTimer, &QTimer::timeout, this, [this] {
         if (!m_status->busy()) m_parts.document.KeepCopy();
     });
-    m_refreshTimer.setSingleShot(true);
     m_deviceTimer.start(deviceInterval);
     m_copyTimer.start(copyInterval);
 
     m_parts.user.setWindow(this);
     m_parts.user.onStatus = [this](const QString& sentence) { m_status->setNews(sentence); };
+    m_parts.panel.recorder().setSelection(trkSelection());
     editor().addObserver(this);
     retranslate();
-    refreshSong();
+    showState();
+    m_follower->refresh();
     showDevices();
 }
 
 CMainFrame::~CMainFrame()
 {
     editor().removeObserver(this);
+    m_parts.panel.recorder().setSelection(nullptr);
     m_parts.user.setWindow(nullptr);
     m_parts.user.onStatus = nullptr;
+    // The child windows work with what is ours.
+    m_view.setActive(nullptr);
+    m_follower.reset();
+    m_windowCommands.reset();
+    delete m_windows;
+}
+
+ViewParts CMainFrame::viewParts()
+{
+    return {.editor = editor(),
+            .panel = m_parts.panel,
+            .store = m_parts.store,
+            .user = m_parts.user,
+            .text = m_parts.text,
+            .icons = m_parts.icons,
+            .actions = m_view,
+            .clipboard = m_parts.clipboard,
+            .audition = m_parts.audition,
+            .notes = m_notes,
+            .grid = m_grid,
+            .open = [this](WindowKind kind, int track, std::uint32_t tick) { openWindow(kind, track, tick); },
+            .portNames = [this] { return portNames(); },
+            .isLocked = [this] { return isLocked(); },
+            .listSettings = &m_parts.app.GetListSettings()};
 }
 
 CEditor& CMainFrame::editor() const { return m_parts.document.GetEditor(); }
@@ -117,22 +141,24 @@ void CMainFrame::layOut()
                                              a.midiChase,  a.viewChase,   a.midiSync,      a.undo,    a.redo},
                              m_parts.text);
     m_panelDock = new PanelDock(*this, m_bar, m_parts.store);
-    m_empty = new EmptyHint(m_parts.icons.icon(QStringLiteral("song")));
-    m_pane = new TrackPane(m_table, m_empty);
     m_status = new StatusLine(m_parts.icons);
+    auto tracks = std::make_unique<CTrackFrame>(m_viewParts);
+    m_tracks = tracks.get();
+    m_windows = new EditorWindows(
+        std::move(tracks), [this](WindowKind kind, int track) { return makeChild(m_viewParts, kind, track); },
+        m_parts.store, m_parts.icons, m_parts.text);
     m_recovery = new RecoveryPanel(m_parts.icons, m_parts.text, body);
 
     auto* layout = new QVBoxLayout(body);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_recovery);
-    layout->addWidget(m_pane, 1);
+    layout->addWidget(m_windows, 1);
     setCentralWidget(body);
     statusBar()->setSizeGripEnabled(false);
     statusBar()->addWidget(m_status, 1);
     setContextMenuPolicy(Qt::NoContextMenu); // of the docks
     resize(usualSize);
-    m_pane->splitter().setSizes({listWidth, usualSize.width() - listWidth});
 }
 
 void CMainFrame::connectActions()
@@ -144,8 +170,9 @@ void CMainFrame::connectActions()
     on(m_actions.saveAs, [this] { m_files.saveAs(); });
     on(m_actions.undo, [this] { undo(&CEditor::UndoNode); });
     on(m_actions.redo, [this] { undo(&CEditor::RedoNode); });
-    on(m_actions.trackUp, [this] { moveTrack(-1); });
-    on(m_actions.trackDown, [this] { moveTrack(1); });
+    on(m_actions.exportMidi, [this] { m_files.exportMidi(); });
+    on(m_actions.trackUp, [this] { m_tracks->moveTrack(-1); });
+    on(m_actions.trackDown, [this] { m_tracks->moveTrack(1); });
     on(m_actions.quit, [this] { close(); });
     on(m_actions.systemSetup, [this] {
         m_setup.systemSetup();
@@ -155,35 +182,39 @@ void CMainFrame::connectActions()
     on(m_actions.metronomeSettings, [this] { m_setup.metronomeSettings(); });
     m_setup.isBusy = [this] { return m_status->busy(); };
     m_setup.portNames = [this] { return portNames(); };
-    on(m_actions.keys, [this] {
-        QMessageBox(QMessageBox::NoIcon, m_parts.text.plain(TextId::commandKeys), m_actions.keyTable(),
-                    QMessageBox::Close, this)
-            .exec();
-    });
+    on(m_actions.keys, [this] { showKeys(); });
     on(m_actions.about, [this] {
         QMessageBox::about(this, m_parts.text.plain(TextId::commandAbout),
                            m_parts.text(TextId::aboutText).arg(QStringLiteral(TESSARO_VERSION)));
     });
-    connect(&m_empty->button(), &QPushButton::clicked, &m_actions.open, &QAction::trigger);
-    connect(&m_actions.recentMenu(), &QMenu::aboutToShow, this,
-            [this] { m_files.fillRecentMenu(m_actions.recentMenu()); });
+    connect(&m_menus->recent(), &QMenu::aboutToShow, this, [this] { m_files.fillRecentMenu(m_menus->recent()); });
+    connect(&m_menus->windows(), &QMenu::aboutToShow, this, [this] { m_windowCommands->fill(m_menus->windows()); });
+}
+
+void CMainFrame::connectWindows()
+{
+    m_windowCommands.emplace(*m_windows, m_viewParts, m_actions);
+    m_windowCommands->currentTrack = [this] { return currentTrack(); };
+    m_windowCommands->fill(m_menus->windows());
+    m_windows->onActive = [this] {
+        m_view.setActive(m_windows->active());
+        m_edits.refresh();
+        m_windowCommands->refresh();
+    };
+    m_windows->onActive();
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] { m_view.refresh(); });
+    m_tracks->onArmed = [this](int, bool on) { armed(on); };
+    m_tracks->onOpenSong = [this] { m_actions.open.trigger(); };
 }
 
 void CMainFrame::connectPanel()
 {
     m_transport.emplace(m_parts, m_actions, *m_bar);
     m_transport->isBusy = [this] { return m_status->busy(); };
-    m_transport->selectedTrack = [this] {
-        const QModelIndex current = m_pane->list().currentIndex();
-        return current.isValid() ? m_table.row(current).track : 0;
-    };
-    m_follower.emplace(m_parts, PanelFollower::Places{m_actions, *m_bar, *m_pane, m_table, *m_status});
+    m_transport->blksToLoop = [this] { return blksToLoop(); };
+    m_follower.emplace(m_parts, PanelFollower::Places{m_actions, *m_bar, *m_tracks, *m_windows, *m_status});
     m_transport->onDone = [this] { m_follower->stateChanged(); };
     m_follower->onState = [this] { panelChanged(); };
-    m_follower->onLongTake = [this] {
-        m_leastEnd = std::min(m_pane->overview().end(), longestOverview) * 2;
-        refreshSong();
-    };
     m_keyboard.emplace(*this, m_parts, m_actions.keyboard);
     m_steps.emplace(*this, m_parts, m_actions.stepStrip);
 }
@@ -210,31 +241,18 @@ void CMainFrame::connectChoices()
     });
 }
 
-void CMainFrame::connectTracks()
-{
-    m_table.onRecord = [this](int track, bool on) { arm(track, on); };
-    m_table.onMute = [this](int track, bool on) { m_tracks.setMute(track, on); };
-    m_table.onSolo = [this](int track, bool on) { m_tracks.setSolo(track, on); };
-    m_table.onName = [this](int track, const QString& name) { m_tracks.setName(track, name); };
-    m_table.onSetting = [this](int track, TrackColumn what, int value) { m_tracks.setSetting(track, what, value); };
-    m_tracks.onChanged = [this] {
-        refreshRows();
-        showState();
-    };
-    m_table.portNames = [this] { return portNames(); };
-    m_pane->overview().onLocate = [this](std::uint32_t tick) { m_transport->locate(tick); };
-    m_pane->overview().onLoop = [this](std::uint32_t start, std::uint32_t end) { m_transport->markLoop(start, end); };
-}
-
 // Files
 
 void CMainFrame::connectFiles()
 {
     m_files.isBusy = [this] { return m_status->busy(); };
-    m_files.onBefore = [this] { m_pane->list().finishEditing(); };
+    m_files.onBefore = [this] { m_tracks->finishEditing(); };
     m_files.onOpened = [this] { announceSong(); };
     m_files.onSaved = [this](const QString& path) {
         m_status->setNews(m_parts.text(TextId::songSaved).arg(QFileInfo(path).fileName()));
+    };
+    m_files.onExported = [this](const QString& path) {
+        m_status->setNews(m_parts.text(TextId::songExported).arg(QFileInfo(path).fileName()));
     };
     m_recovery->onOpen = [this](std::size_t index) { openRecovered(index); };
     m_recovery->onDiscard = [this](std::size_t index) { discardRecovered(index); };
@@ -287,13 +305,24 @@ void CMainFrame::dropEvent(QDropEvent* event)
 
 // The song
 
-void CMainFrame::stopPlay() { m_parts.panel.Stop(); }
+void CMainFrame::songLeaves()
+{
+    m_parts.panel.Stop();
+    m_parts.audition.stop();
+    m_notes.clear();
+    m_windows->suspend();
+}
 
 void CMainFrame::songReplaced()
 {
+    m_notes.clear();
     m_parts.panel.SetTop();
     m_status->setNews({});
-    refreshSong();
+    m_windows->songReplaced();
+    showState();
+    m_view.refresh();
+    m_follower->refresh();
+    if (!m_recovery->isAncestorOf(focusWidget())) focusSong();
 }
 
 void CMainFrame::songToTop()
@@ -304,66 +333,24 @@ void CMainFrame::songToTop()
 
 void CMainFrame::setSyncMode(int mode) { m_parts.panel.SetSyncMode(static_cast<unsigned>(mode)); }
 
-void CMainFrame::refreshSong()
-{
-    m_refreshTimer.stop();
-    const CEditor& song = editor();
-    std::vector<TrackRow> rows = trackRows(song);
-    if (m_parts.panel.recorder().state() != RecState::recording) m_leastEnd = 0;
-    const std::uint32_t end = std::max({song.GetTimeEnd(), song.MeasToTime({leastMeasures, 0, 0}), m_leastEnd});
-    std::vector<Miniature> miniatures;
-    std::vector<NoteStarts> starts;
-    for (const TrackRow& row : rows) {
-        miniatures.emplace_back(*song.song().trk(row.track), end);
-        starts.emplace_back(*song.song().trk(row.track));
-    }
-    SongOverview::Measures measures;
-    measures.top = [&song](std::uint32_t measure) { return song.MeasToTime({measure, 0, 0}); };
-    measures.nearest = [&song](std::uint32_t tick) { return song.GetMeasTime(tick); };
-    _EDT_MEAS last;
-    song.TimeToMeas(end - 1, last);
-    measures.count = last.meas;
-
-    m_pane->overview().setSong(rows, std::move(miniatures), end, std::move(measures));
-    m_table.setRows(std::move(rows));
-    showState();
-    m_follower->setSong(std::move(starts), end);
-    if (!m_recovery->isAncestorOf(focusWidget())) focusSong();
-}
-
 void CMainFrame::focusSong()
 {
-    TrackListView& list = m_pane->list();
-    if (!list.selectionModel()->hasSelection())
-        list.setCurrentIndex(m_table.index(0, static_cast<int>(TrackColumn::name)));
-    if (!m_pane->isAncestorOf(focusWidget())) list.setFocus();
-}
-
-void CMainFrame::refreshRows()
-{
-    std::vector<TrackRow> rows = trackRows(editor());
-    m_pane->overview().setRows(rows);
-    m_table.setRows(std::move(rows));
+    if (!m_windows->isAncestorOf(focusWidget())) m_windows->activate(*m_windows->active());
 }
 
 void CMainFrame::onHint(const HintObserver*, int code, CEditor*)
 {
     switch (code) {
-    case hint::trkSolo:
-    case hint::trkMute:
-    case hint::chSolo:
-    case hint::chMute:
-    case hint::soloMute:
-    case hint::trkCh:
-    case hint::trkPort:
-    case hint::allTrkPort: refreshRows(); break;
     case hint::sysSetupChng:
         showDevices();
         m_keyboard->devicesChanged();
+        m_tracks->refreshRows();
         break;
-    case hint::dispReq: showState(); [[fallthrough]];
-    default:
-        if (!m_refreshTimer.isActive()) m_refreshTimer.start(0);
+    case hint::dispReq:
+        showState();
+        if (!m_status->busy()) m_follower->refresh();
+        break;
+    default: break;
     }
 }
 
@@ -374,16 +361,6 @@ void CMainFrame::undo(bool (CEditor::*step)())
     showState();
 }
 
-void CMainFrame::moveTrack(int step)
-{
-    m_pane->list().finishEditing();
-    const QModelIndex current = m_pane->list().currentIndex();
-    const QModelIndex other = current.siblingAtRow(current.row() + step);
-    if (m_status->busy() || m_parts.document.IsRecording() || !other.isValid()) return;
-    m_tracks.move(m_table.row(current).track, m_table.row(other).track);
-    m_pane->list().setCurrentIndex(other);
-}
-
 void CMainFrame::showState()
 {
     showTitle();
@@ -392,6 +369,7 @@ void CMainFrame::showState()
         return (editor().*isThere)(found) ? std::optional(utf8Text(found)) : std::nullopt;
     };
     m_actions.setHistory(title(&CEditor::IsEnableUndo), title(&CEditor::IsEnableRedo));
+    m_windowCommands->history().refresh();
 }
 
 void CMainFrame::showTitle()
@@ -408,7 +386,8 @@ void CMainFrame::showTitle()
 /// Says in the status line what came in, unless something more important stands there.
 void CMainFrame::announceSong()
 {
-    const auto used = std::ranges::count_if(m_table.rows(), [](const TrackRow& row) { return row.used; });
+    int used = 0;
+    for (int track = 1; track <= lastTrack; ++track) used += editor().GetHeadBlkPos(track) != nullptr;
     if (used == 0 || !m_status->news().isEmpty()) return;
     const std::uint32_t end = editor().GetTimeEnd();
     _EDT_MEAS last;
@@ -429,22 +408,59 @@ void CMainFrame::showPanelPlace()
 /// The panel's buttons stand as they should already.
 void CMainFrame::panelChanged()
 {
-    m_actions.setEditing(!m_parts.document.IsRecording());
-    m_pane->showHint(isEmpty());
+    const bool possible = !m_parts.document.IsRecording();
+    m_actions.setEditing(possible);
+    m_menus->recent().setEnabled(possible);
+    m_windowCommands->setEditing(possible);
+    m_view.refresh();
 }
 
-bool CMainFrame::isEmpty() const
-{
-    const auto used = [](const TrackRow& row) { return row.used; };
-    return std::ranges::none_of(m_table.rows(), used) && !m_parts.panel.GetPlayBtn()
-        && m_parts.panel.recorder().state() != RecState::recording;
-}
+bool CMainFrame::isLocked() const { return m_status->busy() || m_parts.document.IsRecording(); }
 
-void CMainFrame::arm(int track, bool on)
+void CMainFrame::armed(bool on)
 {
-    m_tracks.setRecord(track, on);
     m_parts.app.UpdateMidiThru();
+    m_follower->stateChanged();
     if (on && m_keyboard->offer()) m_status->setNews(m_parts.text(TextId::keyboardNoInput));
+}
+
+// The child windows
+
+TrkSelection* CMainFrame::trkSelection() const { return m_tracks ? &m_tracks->selection() : nullptr; }
+
+void CMainFrame::openWindow(WindowKind kind, int track, std::uint32_t tick)
+{
+    ChildFrame* window = m_windows->open(kind, track);
+    if (!window) return;
+    window->setPosition(tick, true); // its page turns there
+    window->setPosition(m_parts.panel.GetLocation(), false);
+}
+
+int CMainFrame::currentTrack() const
+{
+    const int shown = m_windows->active()->track();
+    return shown > 0 ? shown : std::max(m_tracks->currentTrack(), 1);
+}
+
+std::vector<POSITION> CMainFrame::blksToLoop() const
+{
+    std::vector<POSITION> blks;
+    for (const BlkRef& selected : m_tracks->selection().blks()) blks.push_back(selected.blk);
+    const CTrk* trk = blks.empty() ? editor().song().trk(currentTrack()) : nullptr;
+    for (CBlk* blk = trk ? trk->blocks().head() : nullptr; blk; blk = List<CBlk>::next(blk)) blks.push_back(blk);
+    return blks;
+}
+
+KeysDialog& CMainFrame::showKeys()
+{
+    if (!m_keysDialog) {
+        m_keysDialog = new KeysDialog(*m_keys, m_parts.text, this);
+        m_keysDialog->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_keysDialog->show();
+    m_keysDialog->raise();
+    m_keysDialog->activateWindow();
+    return *m_keysDialog;
 }
 
 // The window
@@ -480,15 +496,18 @@ QStringList CMainFrame::portNames() const
 void CMainFrame::showInPlace()
 {
     const QSize desk = screen()->size();
-    if (const auto place = loadPlacement(m_parts.store, PlacedWindow::main, desk.width(), desk.height())) {
+    const auto place = loadPlacement(m_parts.store, PlacedWindow::main, desk.width(), desk.height());
+    if (place) {
         setGeometry(QRect(place->left, place->top, place->right - place->left, place->bottom - place->top));
         if (place->maximized) setWindowState(windowState() | Qt::WindowMaximized);
     } else {
         resize(usualSize.boundedTo(screen()->availableSize()));
     }
+    m_windowCommands->restore(place.has_value());
     show();
     m_panelDock->restorePlace();
     showPanelPlace();
+    if (!m_recovery->isVisible()) m_windows->activate(*m_tracks);
     announceSong();
 }
 
@@ -510,6 +529,8 @@ void CMainFrame::closeEvent(QCloseEvent* event)
                    .maximized = isMaximized()},
                   desk.width(), desk.height());
     m_panelDock->savePlace();
+    m_windowCommands->save();
+    m_grid.save(m_parts.store);
     event->accept();
 }
 
@@ -521,13 +542,12 @@ void CMainFrame::retranslate()
     m_panelDock->setWindowTitle(m_parts.text(TextId::controlPanel));
     m_keyboard->retranslate();
     m_steps->retranslate();
-    m_table.retranslate();
-    m_pane->list().fitColumns();
-    m_pane->list().setAccessibleName(m_parts.text(TextId::paneTracks));
-    m_pane->overview().setAccessibleName(m_parts.text(TextId::paneOverview));
-    m_pane->overview().setToolTip(m_parts.text(TextId::tipOverview));
-    m_empty->setSentence(m_parts.text(TextId::emptySong));
-    m_empty->button().setText(m_parts.text(TextId::commandOpen));
+    m_menus->retranslate();
+    m_view.retranslate();
+    m_edits.retranslate();
+    m_windows->retranslate();
+    m_windowCommands->retranslate();
+    if (m_keysDialog) m_keysDialog->retranslate();
     m_recovery->retranslate();
     showRecovery();
     showTitle();

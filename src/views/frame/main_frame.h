@@ -3,19 +3,27 @@
 
 #include "base/messages.h"
 #include "core/ports/hint_observer.h"
+#include "views/commands/key_map.h"
+#include "views/editors/view_actions.h"
+#include "views/editors/view_parts.h"
+#include "views/edits/everyday_edits.h"
 #include "views/frame/file_commands.h"
 #include "views/frame/frame_actions.h"
+#include "views/frame/frame_menus.h"
 #include "views/frame/frame_parts.h"
 #include "views/frame/keyboard_control.h"
 #include "views/frame/panel_follower.h"
 #include "views/frame/setup_commands.h"
 #include "views/frame/status_line.h"
 #include "views/frame/step_control.h"
-#include "views/frame/track_commands.h"
 #include "views/frame/transport_commands.h"
-#include "views/tracks/track_list_model.h"
+#include "views/frame/trk_forwards.h"
+#include "views/frame/window_commands.h"
+#include "views/roll/grid.h"
+#include "views/roll/note_table.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QTimer>
 
 #include <memory>
@@ -24,17 +32,17 @@
 namespace tessaro {
 
 class CEditor;
-class EmptyHint;
+class CTrackFrame;
+class EditorWindows;
+class KeysDialog;
 class PanelDock;
 class RecoveryList;
 class RecoveryPanel;
-class TrackPane;
 class TransportBar;
 
-/// The one main window: commands, the transport strip, the tracks beside the overview of the song, the status line.
-/// It shows the document's song and follows the editor's hints and the control panel; edits go to the editor.
-/// User interface thread.
-class CMainFrame : public QMainWindow, public HintObserver {
+/// The one main window: commands, the transport strip, the child windows, the status line. It shows the document's song
+/// and follows the editor's hints and the control panel; edits go to the editor. User interface thread.
+class CMainFrame : public QMainWindow, public HintObserver, public TrkForwards {
 public:
     explicit CMainFrame(const FrameParts& parts);
     ~CMainFrame() override;
@@ -42,8 +50,8 @@ public:
     /// Opens a song file; a failure has been told, and a new song stands. The song at hand stays when the user wants
     /// to keep it.
     bool openFile(const QString& path) { return m_files.open(path); }
-    /// As the stop button.
-    void stopPlay();
+    /// The song at hand goes: nothing plays, and nothing is painted until another one stands.
+    void songLeaves();
     /// Another song stands in the editor; the panel starts afresh.
     void songReplaced();
     /// A new song: everything of the transport at its start.
@@ -59,17 +67,24 @@ public:
     void offerRecovery(std::unique_ptr<RecoveryList> songs);
     /// Shows name, mark and history as they are by now.
     void showState();
+    /// Opens the table of keys, or raises it.
+    KeysDialog& showKeys();
 
     [[nodiscard]] FileCommands& files() { return m_files; }
     [[nodiscard]] RecoveryPanel& recoveryPanel() const { return *m_recovery; }
     [[nodiscard]] StatusLine& statusLine() const { return *m_status; }
-    [[nodiscard]] TrackPane& trackPane() const { return *m_pane; }
+    [[nodiscard]] CTrackFrame& trackFrame() const { return *m_tracks; }
+    [[nodiscard]] EditorWindows& windows() const { return *m_windows; }
+    [[nodiscard]] WindowCommands& windowCommands() { return *m_windowCommands; }
     [[nodiscard]] TransportBar& transportBar() const { return *m_bar; }
     [[nodiscard]] PanelDock& panelDock() const { return *m_panelDock; }
     [[nodiscard]] KeyboardControl& keyboard() { return *m_keyboard; }
     [[nodiscard]] StepControl& steps() { return *m_steps; }
     [[nodiscard]] FrameActions& actions() { return m_actions; }
-    [[nodiscard]] TrackListModel& trackModel() { return m_table; }
+    [[nodiscard]] ViewActions& viewActions() { return m_view; }
+    [[nodiscard]] EverydayEdits& edits() { return m_edits; }
+    [[nodiscard]] FrameMenus& menus() { return *m_menus; }
+    [[nodiscard]] KeyMap& keyMap() { return *m_keys; }
 
     void onHint(const HintObserver* sender, int code, CEditor* editor) override;
 
@@ -77,54 +92,62 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    [[nodiscard]] TrkSelection* trkSelection() const override;
 
 private:
+    [[nodiscard]] ViewParts viewParts();
     void layOut();
     void connectActions();
+    void connectWindows();
     void connectPanel();
     void connectChoices();
-    void connectTracks();
     void connectFiles();
-    void refreshSong();
-    void refreshRows();
-    /// Whether the song has nothing to show or to play.
-    [[nodiscard]] bool isEmpty() const;
     void panelChanged();
     void showTitle();
     void focusSong();
     void showDevices();
     void announceSong();
-    void arm(int track, bool on);
+    void armed(bool on);
     void showPanelPlace();
     void undo(bool (CEditor::*step)());
-    /// Swaps the track of the current row with the one above, -1, or below, 1.
-    void moveTrack(int step);
     void openRecovered(std::size_t index);
     void discardRecovered(std::size_t index);
     void showRecovery();
     void retranslate();
+    void openWindow(WindowKind kind, int track, std::uint32_t tick);
+    /// That of the active window, or of the row with the focus.
+    [[nodiscard]] int currentTrack() const;
+    [[nodiscard]] std::vector<POSITION> blksToLoop() const;
+    /// A take runs, or long work: the song must not be edited.
+    [[nodiscard]] bool isLocked() const;
     [[nodiscard]] CEditor& editor() const;
     [[nodiscard]] QStringList portNames() const;
 
     FrameParts m_parts;
     FrameActions m_actions;
+    ViewActions m_view;
+    NoteTables m_notes;
+    Grid m_grid;
+    const ViewParts m_viewParts;
+    EverydayEdits m_edits;
+    CommandList m_commands;
+    std::optional<KeyMap> m_keys;
     FileCommands m_files;
     SetupCommands m_setup;
-    TrackCommands m_tracks;
     std::unique_ptr<RecoveryList> m_recoverable; ///< null when nothing is offered
-    TrackListModel m_table;
-    std::uint32_t m_leastEnd = 0; ///< of the overview, for a take that grows behind the song's end
-    QTimer m_refreshTimer;        ///< once, behind a burst of hints
     QTimer m_deviceTimer;
     QTimer m_copyTimer; ///< for copies of unsaved work
     // Children of the window.
     TransportBar* m_bar = nullptr;
     PanelDock* m_panelDock = nullptr;
-    EmptyHint* m_empty = nullptr;
-    TrackPane* m_pane = nullptr;
+    CTrackFrame* m_tracks = nullptr;
+    EditorWindows* m_windows = nullptr;
     StatusLine* m_status = nullptr;
     RecoveryPanel* m_recovery = nullptr;
+    QPointer<KeysDialog> m_keysDialog;
     // What works on them.
+    std::optional<FrameMenus> m_menus;
+    std::optional<WindowCommands> m_windowCommands;
     std::optional<TransportCommands> m_transport;
     std::optional<PanelFollower> m_follower;
     std::optional<KeyboardControl> m_keyboard;

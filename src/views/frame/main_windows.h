@@ -27,10 +27,10 @@ public:
         return m_frame != nullptr;
     }
     void createControlPanel() override {} // a strip of the main window
-    /// No child frames yet; the song that goes away stops, with its button.
+    /// They stay, and show the song that follows; the one that goes away stops.
     void closeChildFrames() override
     {
-        if (m_frame) m_frame->stopPlay();
+        if (m_frame) m_frame->songLeaves();
     }
     void songReplaced() override
     {

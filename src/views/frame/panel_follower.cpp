@@ -3,13 +3,12 @@
 
 #include "core/doc/tr9doc.h"
 #include "realtime/loom/loom.h"
+#include "views/frame/editor_windows.h"
 #include "views/frame/frame_actions.h"
 #include "views/frame/frame_parts.h"
 #include "views/frame/status_line.h"
 #include "views/text/ui_text.h"
-#include "views/tracks/song_overview.h"
-#include "views/tracks/track_list_model.h"
-#include "views/tracks/track_pane.h"
+#include "views/tracks/track_frame.h"
 #include "views/tracks/transpose_text.h"
 #include "views/transport/location_text.h"
 #include "views/transport/transport_bar.h"
@@ -22,8 +21,6 @@ namespace {
 
 constexpr int panelInterval = 100; // ms
 constexpr int followInterval = 33;
-constexpr int takeInterval = 100;          ///< between two drawings of what is being recorded
-constexpr std::uint32_t longestStep = 960; ///< ticks between two looks at the lights, unless the position jumped
 
 RecordButton::State buttonState(RecState state)
 {
@@ -56,15 +53,10 @@ PanelFollower::~PanelFollower() { m_parts.panel.setObserver(nullptr); }
 
 const CEditor& PanelFollower::song() const { return m_parts.document.GetEditor(); }
 
-void PanelFollower::setSong(std::vector<NoteStarts> starts, std::uint32_t shownEnd)
+void PanelFollower::refresh()
 {
-    m_starts = std::move(starts);
-    m_shownEnd = shownEnd;
-    m_lights.clear();
-    m_places.table.setLights(m_lights);
     stateChanged();
-    showTakes();
-    if (!m_countingIn) showPosition(m_parts.panel.GetLocation());
+    if (!m_countingIn) showPosition(m_parts.panel.GetLocation(), false);
 }
 
 // What the panel tells
@@ -84,23 +76,22 @@ void PanelFollower::stateChanged()
     m_places.bar.setRecordState(buttonState(panel.recorder().state()));
     m_places.bar.setTranspose(transposeText(panel.GetTranspose()));
     showLoop();
-    showTakes();
+    m_places.tracks.panelChanged();
     tellRecState();
     if (onState) onState();
 }
 
 void PanelFollower::showLoop()
 {
-    SongOverview::Loop loop;
-    loop.on = m_parts.panel.GetLoop(loop.start, loop.end);
-    m_places.actions.loop.setChecked(loop.on);
-    m_places.pane.overview().setLoop(loop);
+    std::uint32_t start = 0;
+    std::uint32_t end = 0;
+    m_places.actions.loop.setChecked(m_parts.panel.GetLoop(start, end));
     const auto place = [this](std::uint32_t tick) {
         _EDT_MEAS at;
         song().TimeToMeas(tick, at);
         return utf8Text(locationText(at));
     };
-    m_places.bar.setLoop(place(loop.start), place(loop.end));
+    m_places.bar.setLoop(place(start), place(end));
 }
 
 /// In the status line, whenever recording goes on a step.
@@ -123,7 +114,7 @@ void PanelFollower::tellRecState()
 void PanelFollower::locationShown(std::uint32_t tick)
 {
     m_countingIn = false;
-    showPosition(tick);
+    showPosition(tick, true);
 }
 
 void PanelFollower::textShown(const std::string& text)
@@ -140,7 +131,7 @@ void PanelFollower::tempoShown(int)
 
 void PanelFollower::locationWanted() { m_places.bar.locationField().edit(); }
 
-void PanelFollower::showPosition(std::uint32_t tick)
+void PanelFollower::showPosition(std::uint32_t tick, bool turnPages)
 {
     _EDT_MEAS place;
     _EDT_MEASINFO measure;
@@ -149,8 +140,8 @@ void PanelFollower::showPosition(std::uint32_t tick)
     m_places.bar.setLocation(utf8Text(locationText(place)));
     m_places.bar.setClock(utf8Text(clockText(song().TimeToMsecond(tick))));
     m_places.bar.setSignature(utf8Text(signatureText(measure.num, measure.den)));
-    m_places.pane.overview().setPosition(tick);
     showTempo(tick);
+    m_places.windows.setPosition(tick, turnPages && m_parts.panel.GetViewChase());
 }
 
 /// The song's own tempo to the hundredth; a changed one in the whole beats that it was changed by.
@@ -176,15 +167,14 @@ void PanelFollower::busy(bool on)
 void PanelFollower::timerWanted(bool on)
 {
     if (on) {
-        m_lightTick = m_parts.smc.smcGetPlayCount();
+        m_places.tracks.startLights(m_parts.smc.smcGetPlayCount());
         m_sinceFollow.start();
         m_panelTimer.start(panelInterval);
         m_followTimer.start(followInterval);
     } else {
         m_panelTimer.stop();
         m_followTimer.stop();
-        m_lights.clear();
-        m_places.table.setLights(m_lights);
+        m_places.tracks.clearLights();
     }
 }
 
@@ -192,45 +182,8 @@ void PanelFollower::follow(int milliseconds)
 {
     if (m_places.status.busy() || m_countingIn || m_parts.smc.countInShown()) return;
     const std::uint32_t now = m_parts.panel.IsStepRec() ? m_parts.panel.GetLocation() : m_parts.smc.smcGetPlayCount();
-    showPosition(now);
-    showLights(now, milliseconds);
-    m_takeAge += milliseconds;
-    if (m_takeAge >= takeInterval) showTakes();
-}
-
-void PanelFollower::showLights(std::uint32_t now, int milliseconds)
-{
-    if (now < m_lightTick || now - m_lightTick > longestStep) m_lightTick = now; // it jumped
-    m_lights.fade(milliseconds);
-    const std::vector<TrackRow>& rows = m_places.table.rows();
-    for (std::size_t r = 0; r < rows.size(); ++r) {
-        if (!rows[r].sounding) continue;
-        if (const int loudest = m_starts[r].loudest(m_lightTick, now + 1); loudest > 0)
-            m_lights.strike(rows[r].track, loudest);
-    }
-    m_lightTick = now + 1;
-    m_places.table.setLights(m_lights);
-}
-
-void PanelFollower::showTakes()
-{
-    m_takeAge = 0;
-    CCnpWindow& panel = m_parts.panel;
-    std::vector<SongOverview::Take> takes;
-    if (panel.recorder().state() == RecState::recording) {
-        const std::uint32_t reached =
-            panel.IsStepRec() ? 0 : std::max(panel.recorder().lastTick(), m_parts.smc.smcGetPlayCount());
-        if (reached > m_shownEnd / 8 * 7) {
-            onLongTake(); // and then comes back with more room
-            return;
-        }
-        const std::vector<TrackRow>& rows = m_places.table.rows();
-        for (std::size_t r = 0; r < rows.size(); ++r)
-            if (const CBlk* blk = panel.GetRecBlk(song().GetTrkPos(rows[r].track)))
-                takes.push_back(
-                    {r, Miniature(*blk, m_shownEnd), blk->GetTimeTop(), std::max(reached, blk->GetTimeEnd())});
-    }
-    m_places.pane.overview().setTakes(std::move(takes));
+    showPosition(now, true);
+    m_places.tracks.followPlay(now, milliseconds);
 }
 
 } // namespace tessaro

@@ -56,7 +56,7 @@ void TransportCommands::connectButtons()
     on(m_actions.transposeUp, [&panel] { panel.TransposeUp(); });
     on(m_actions.transposeDown, [&panel] { panel.TransposeDown(); });
     on(m_actions.loop, [this] { toggleLoop(); });
-    on(m_actions.loopTrack, [this] { loopTrack(); });
+    on(m_actions.loopTrack, [this] { loopBlks(); });
     on(m_actions.metronome, [&panel] { panel.ShortCutMETRONOMEClicked(); });
     on(m_actions.midiChase, [&panel] { panel.SetMIDIChase(!panel.GetMIDIChase()); });
     on(m_actions.viewChase, [&panel] { panel.SetViewChase(!panel.GetViewChase()); });
@@ -166,15 +166,16 @@ void TransportCommands::markLoop(std::uint32_t start, std::uint32_t end)
     if (!on) panel().ShortCutLoopClicked();
 }
 
-void TransportCommands::loopTrack()
+void TransportCommands::loopBlks()
 {
-    const CTrk* trk = song().song().trk(selectedTrack());
-    if (!trk || !trk->blocks().head()) return;
-    std::uint32_t start = trk->blocks().head()->GetTimeTop();
+    const std::vector<POSITION> blks = blksToLoop();
+    if (blks.empty()) return;
+    std::uint32_t start = List<CBlk>::get(blks.front())->GetTimeTop();
     std::uint32_t end = 0;
-    for (const CBlk* blk = trk->blocks().head(); blk; blk = List<CBlk>::next(blk)) {
-        start = std::min(start, blk->GetTimeTop());
-        end = std::max(end, blk->GetTimeEnd());
+    for (POSITION at : blks) {
+        const CBlk& blk = *List<CBlk>::get(at);
+        start = std::min(start, blk.GetTimeTop());
+        end = std::max(end, blk.GetTimeEnd());
     }
     if (start < end) markLoop(start, end);
 }

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/list.h"
+
 #include <QString>
 
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <vector>
 
 namespace tessaro {
 
@@ -28,8 +31,8 @@ public:
     std::function<bool()> isBusy;
     /// A command is done: the buttons are to follow the panel, not the click.
     std::function<void()> onDone;
-    /// The track whose blocks are to be looped; 0 for none.
-    std::function<int()> selectedTrack;
+    /// The blocks to be looped: those that are selected, otherwise all of the current track.
+    std::function<std::vector<POSITION>()> blksToLoop;
 
     /// Marks the span, and turns the loop on.
     void markLoop(std::uint32_t start, std::uint32_t end);
@@ -40,7 +43,7 @@ private:
     void connectBoxes(TransportBar& bar);
     void connectLoop(NumberField& field, bool isStart);
     void toggleLoop();
-    void loopTrack();
+    void loopBlks();
     void setMidiSync(bool on);
     void turnLocation(int beats);
     [[nodiscard]] std::optional<std::uint32_t> typedTick(const QString& text) const;

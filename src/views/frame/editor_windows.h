@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "views/editors/child_frame.h"
+#include "views/frame/child_dock.h"
+
+#include <QMainWindow>
+
+#include <memory>
+#include <vector>
+
+namespace tessaro {
+
+class SettingsStore;
+
+/// The part of the main window where the child windows stand: the track window in the middle, the others docked around
+/// it, as tabs or apart, or floating. There may be several of a kind, for several tracks. Where they stand comes back
+/// at the next start. One of them is active: the one that had the keys last. User interface thread.
+class EditorWindows : public QMainWindow {
+public:
+    using Maker = std::function<std::unique_ptr<ChildFrame>(WindowKind kind, int track)>;
+
+    /// Takes the track window over. Store, icons and texts outlive this object.
+    EditorWindows(std::unique_ptr<ChildFrame> tracks, Maker maker, SettingsStore& store, const Icons& icons,
+                  const UiText& text);
+    ~EditorWindows() override;
+
+    /// Another window is active, or what it can do has changed.
+    std::function<void()> onActive;
+
+    /// Raises the window of this kind that shows the track, or opens a further one; it becomes active. Null for a kind
+    /// that there is not.
+    ChildFrame* open(WindowKind kind, int track);
+    /// Takes a panel over that docks like the windows, at the right side and hidden at first.
+    ChildDock& addPanel(const QString& name, QWidget* panel);
+
+    /// Never null.
+    [[nodiscard]] ChildFrame* active() const { return m_active; }
+    /// All of them, the track window first.
+    [[nodiscard]] std::vector<ChildFrame*> windows() const;
+    /// Gives a window the keys.
+    void activate(ChildFrame& window);
+    /// The one so many places further in the order of `windows`, round and round.
+    void activateNext(int step);
+
+    void closeActive();
+    void floatActive();
+    /// The docked ones side by side, below the tracks; or all in one place.
+    void tile();
+    void tabTogether();
+    /// The active window alone fills the area; again to end it.
+    void maximiseActive();
+    [[nodiscard]] bool isMaximised() const { return !m_beforeMaximised.isEmpty(); }
+
+    /// To all windows.
+    void setPosition(std::uint32_t tick, bool follow);
+    void retranslate();
+    /// Nothing is painted while a song goes and another one comes.
+    void suspend();
+    void songReplaced();
+
+    /// Which windows are open, where, and what each wants to be remembered.
+    void saveArrangement();
+    /// Opens them again. `samePlaces` tells that the screen is as it was.
+    void restoreArrangement(bool samePlaces);
+
+    [[nodiscard]] QMenu* createPopupMenu() override { return nullptr; }
+
+private:
+    struct Child {
+        ChildDock* dock;
+        ChildFrame* frame; ///< the dock's
+        int number;        ///< from 1, among those of its kind
+    };
+
+    Child* find(const ChildFrame* frame);
+    Child* make(WindowKind kind, int track, int number);
+    void place(ChildDock& dock);
+    void remove(ChildDock& dock);
+    void focusMoved(QWidget* now);
+    void setActive(ChildFrame& frame);
+    void showTitle(Child& child);
+    void endMaximised();
+    [[nodiscard]] int freeNumber(WindowKind kind) const;
+    [[nodiscard]] std::vector<ChildDock*> dockedChildren() const;
+
+    Maker m_maker;
+    SettingsStore& m_store;
+    const Icons& m_icons;
+    const UiText& m_text;
+    ChildFrame* m_tracks; ///< child of the widget
+    ChildFrame* m_active;
+    std::vector<Child> m_children;
+    std::vector<ChildDock*> m_panels;
+    QByteArray m_beforeMaximised; ///< empty while nothing is
+};
+
+} // namespace tessaro
