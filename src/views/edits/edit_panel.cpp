@@ -13,12 +13,15 @@
 
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QSpinBox>
 
 #include <algorithm>
+#include <utility>
 
 namespace tessaro {
 namespace {
@@ -26,6 +29,7 @@ namespace {
 constexpr int edge = 16;
 constexpr int gap = 8;
 constexpr int usualWidth = 320;
+constexpr int margin = 48; ///< to the window below
 constexpr const char* section = "User Settings";
 
 using Kind = EditField::Kind;
@@ -137,6 +141,8 @@ void EditPanel::addFields()
         } else {
             QSpinBox* box = makeNumber(field, this);
             box->setValue(before);
+            for (QObject* taker : {static_cast<QObject*>(box), static_cast<QObject*>(box->findChild<QLineEdit*>())})
+                taker->installEventFilter(this);
             connect(box, &QSpinBox::valueChanged, this, changed);
             editor = box;
         }
@@ -237,9 +243,23 @@ bool EditPanel::event(QEvent* event)
     return keepsKey(event) || QDialog::event(event);
 }
 
+/// Undo and redo are those of the song, also while a number has the focus.
+bool EditPanel::eventFilter(QObject* box, QEvent* event)
+{
+    if (event->type() != QEvent::ShortcutOverride) return QDialog::eventFilter(box, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (!key->matches(QKeySequence::Undo) && !key->matches(QKeySequence::Redo)) return false;
+    event->ignore();
+    return true;
+}
+
 void EditPanel::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
+    if (!std::exchange(m_placed, true)) { // beside what is edited rather than over it
+        const QWidget& over = *parentWidget();
+        move(over.mapToGlobal(QPoint(std::max(over.width() - width() - margin, 0), 2 * margin)));
+    }
     fillTracks();
     showPlan();
     if (!m_fields.empty()) m_fields.front()->setFocus();

@@ -42,6 +42,7 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* box, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
@@ -54,6 +55,7 @@ private:
     const TextId m_title;
     const ViewParts& m_parts;
     std::uint32_t m_seed = 0;
+    bool m_placed = false;
     QTimer m_stale; ///< the preview is out of date
     // Children of the panel.
     QFormLayout* m_form;

@@ -113,7 +113,7 @@ void EverydayEdits::apply(EverydayEdit edit)
     EditPanel& panel = makePanel(edit == EverydayEdit::quantiseAgain ? EverydayEdit::quantise : edit);
     const std::vector<EvntRef> selected = selection();
     const EditPlan plan = panel.plan(selected);
-    if (plan.count() == 0) {
+    if (plan.count() == 0 && !plan.hasLinked) {
         m_parts.user.status(planText(plan, selected.size(), m_parts.text).toStdString());
         return;
     }
