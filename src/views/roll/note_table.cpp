@@ -69,8 +69,10 @@ int NoteTable::rowOf(const StripKind& kind)
     return 0;
 }
 
-NoteTable::NoteTable(const CRealBlk& real) : m_eventCount(real.GetNum())
+void NoteTable::build(const CRealBlk& real)
 {
+    m_eventCount = real.GetNum();
+    m_first.fill(0);
     const List<CEvnt>& events = real.events();
     for (const CEvnt* e = events.head(); e; e = List<CEvnt>::next(e))
         if (const int row = tessaro::rowOf(*e); row >= 0) ++m_first[static_cast<std::size_t>(row) + 1];
@@ -122,7 +124,8 @@ const NoteTable* NoteTables::tableOf(const CBlk& blk) const
     if (!real) return nullptr;
     Entry& entry = m_tables[real];
     // A take adds its events without a word.
-    if (entry.isStale || entry.table.eventCount() != real->GetNum()) entry = {NoteTable(*real), false};
+    if (entry.isStale || entry.table.eventCount() != real->GetNum()) entry.table.build(*real);
+    entry.isStale = false;
     return &entry.table;
 }
 

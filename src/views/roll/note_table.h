@@ -23,7 +23,7 @@ class CEditor;
 class CRealBlk;
 
 /// The notes and the values of one real block, drawn from its list for quick answers: a row for each key, controller
-/// and further kind of value, in the order of the list, each with a tree over its spans. 32 bytes an event; times count
+/// and further kind of value, in the order of the list, each with a tree over its spans. 24 bytes an event; times count
 /// from the block's top. A note takes at least one tick, a value exactly one.
 class NoteTable {
 public:
@@ -38,12 +38,12 @@ public:
 
     static constexpr int keys = 128;
     static constexpr int rowCount = 3 * keys + 3;
+    static_assert(sizeof(Item) == 24);
     /// The row of what a strip shows; velocities have none, their notes stand by key.
     [[nodiscard]] static int rowOf(const StripKind& kind);
 
-    NoteTable() = default;
-    /// Linear.
-    explicit NoteTable(const CRealBlk& real);
+    /// Draws it anew. Linear.
+    void build(const CRealBlk& real);
 
     [[nodiscard]] std::span<const Item> row(int row) const
     {
