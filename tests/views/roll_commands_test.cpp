@@ -2,7 +2,6 @@
 #include "roll_song.h"
 
 #include <array>
-#include <functional>
 
 namespace tessaro {
 namespace {
@@ -28,64 +27,28 @@ protected:
 TEST_F(NoteCommandsTest, OneStepEachWithItsTitle)
 {
     const auto refs = notes({{480, 120, 60, 100}, {600, 240, 64, 3}, {960, 0, 127, 120}});
+    const std::vector second{refs[1]};
     const std::string before = song.track(1);
-    struct Case {
-        TextId title;
-        const char* after;
-        std::function<bool(NoteCommands&)> run;
+    const auto expect = [&](bool done, TextId title, const char* after) {
+        EXPECT_TRUE(done) << after;
+        song.expectStep(title, before, after);
     };
-    const Case cases[] = {
-        {TextId::undoEventMove, "720+120 60/100, 840+240 64/3, 1200+0 127/120",
-         [&](auto& c) { return c.move(refs, 240); }},
-        {TextId::undoEventMove, "600+0 127/120, 600+120 60/100, 720+240 64/3",
-         [&](auto& c) {
-             return c.move(std::vector{refs[2]}, -360) && c.move(std::vector{refs[0], refs[1]}, 120);
-         }},
-        {TextId::undoEventMove, "480+120 60/100, 480+240 66/3, 960+0 127/120", // the earliest has room for 120 ticks
-         [&](auto& c) { return c.move(std::vector{refs[1]}, -999, 2); }},
-        {TextId::undoTranspose, "480+120 0/100, 600+240 4/3, 960+0 67/120",
-         [&](auto& c) { return c.transpose(refs, -80); }},
-        {TextId::undoGateTime, "480+100 60/100, 600+220 64/3, 960+1 127/120",
-         [&](auto& c) { return c.stretch(refs, -20); }},
-        {TextId::undoVelocity, "480+120 60/95, 600+240 64/1, 960+0 127/115",
-         [&](auto& c) { return c.velocity(refs, -5); }},
-        {TextId::undoVelocity, "480+120 60/127, 600+240 64/33, 960+0 127/127",
-         [&](auto& c) { return c.velocity(refs, 30); }},
-        {TextId::undoEventDelete, "600+240 64/3",
-         [&](auto& c) {
-             return c.remove(std::vector{refs[0], refs[2]});
-         }},
-        {TextId::undoNoteSplit, "480+120 60/100, 600+100 64/3, 700+140 64/3, 960+0 127/120",
-         [&](auto& c) { return c.split(refs, 700); }},
-        {TextId::undoEventChange, "480+90 60/100, 600+210 64/3, 960+0 127/120",
-         [&](auto& c) {
-             const auto shorter = [](_EDT_EVNT rec) {
-                 rec.gateTime -= rec.gateTime ? 30 : 0;
-                 return rec;
-             };
-             return c.edit(refs, shorter, TextId::undoEventChange);
-         }},
-        {TextId::undoDragDrop, "480+120 60/100, 600+240 64/3, 960+0 127/120, 1440+240 63/3",
-         [&](auto& c) { return c.copy(std::vector{refs[1]}, 840, -1).size() == 1; }},
-        {TextId::undoEventInsert, "480+120 60/100, 600+240 64/3, 840+120 60/100, 960+0 127/120, 960+240 64/3",
-         [&](auto& c) {
-             return c.duplicate(std::vector{refs[0], refs[1]}, song.grid).size() == 2;
-         }},
-    };
-    for (const Case& c : cases) {
-        const int steps = song.editor.GetUndoRedoIndex();
-        ASSERT_TRUE(c.run(song.commands)) << c.after;
-        std::string done;
-        song.editor.IsEnableUndo(done);
-        EXPECT_EQ(done, song.strings(c.title));
-        EXPECT_EQ(song.track(1), c.after);
-        while (song.editor.GetUndoRedoIndex() > steps) EXPECT_TRUE(song.editor.UndoNode());
-        EXPECT_EQ(song.track(1), before) << c.after;
-    }
-    EXPECT_FALSE(song.commands.transpose(refs, 1)); // the highest is at the end of the keys
-    EXPECT_FALSE(song.commands.split(refs, 600));   // between two notes
-    EXPECT_FALSE(song.commands.remove({}));
-    EXPECT_FALSE(song.commands.join(refs));
+    NoteCommands& c = song.commands;
+    expect(c.move(refs, 240), TextId::undoEventMove, "720+120 60/100, 840+240 64/3, 1200+0 127/120");
+    expect(c.move(second, -999, 2), TextId::undoEventMove, "480+120 60/100, 480+240 66/3, 960+0 127/120");
+    expect(c.transpose(refs, -80), TextId::undoTranspose, "480+120 0/100, 600+240 4/3, 960+0 67/120");
+    expect(c.stretch(refs, -20), TextId::undoGateTime, "480+100 60/100, 600+220 64/3, 960+1 127/120");
+    expect(c.velocity(refs, -5), TextId::undoVelocity, "480+120 60/95, 600+240 64/1, 960+0 127/115");
+    expect(c.velocity(refs, 30), TextId::undoVelocity, "480+120 60/127, 600+240 64/33, 960+0 127/127");
+    expect(c.remove(std::vector{refs[0], refs[2]}), TextId::undoEventDelete, "600+240 64/3");
+    expect(c.split(refs, 700), TextId::undoNoteSplit, "480+120 60/100, 600+100 64/3, 700+140 64/3, 960+0 127/120");
+    expect(c.copy(second, 840, -1).size() == 1, TextId::undoDragDrop,
+           "480+120 60/100, 600+240 64/3, 960+0 127/120, 1440+240 63/3");
+    expect(c.duplicate(std::vector{refs[0], refs[1]}, song.grid).size() == 2, TextId::undoEventInsert,
+           "480+120 60/100, 600+240 64/3, 840+120 60/100, 960+0 127/120, 960+240 64/3");
+    EXPECT_FALSE(c.transpose(refs, 1)); // the highest is at the end of the keys
+    EXPECT_FALSE(c.split(refs, 600));   // between two notes
+    EXPECT_FALSE(c.remove({}) || c.join(refs));
     EXPECT_EQ(song.editor.GetUndoRedoIndex(), -1);
 }
 

@@ -44,7 +44,19 @@ protected:
         gesture.release(from + by, keys);
     }
     void click(EditTool tool, QPoint where, Qt::KeyboardModifiers keys = noKeys) { drag(tool, where, {1, -1}, keys); }
-    void select(std::vector<EvntRef> refs) { song.selection.set(refs); }
+    /// With a and b selected; `after` leaves c out. What is seen before the release is what comes.
+    void expectDrag(EditTool tool, QPoint from, QPoint by, Qt::KeyboardModifiers keys, TextId title,
+                    const std::string& after)
+    {
+        song.selection.set(std::vector{a, b});
+        gesture.press(tool, from, keys);
+        gesture.move(from + by, keys);
+        const std::string preview = shown();
+        gesture.release(from + by, keys);
+        EXPECT_EQ(preview, shown());
+        EXPECT_EQ(song.selection.count(), 2U);
+        song.expectStep(title, before, after + ", 1920+960 60/60");
+    }
     [[nodiscard]] std::string shown() const
     {
         std::vector<std::string> rows;
@@ -102,138 +114,33 @@ TEST_F(RollGestureTest, BandsSelectWhatTheyTouch)
 
 TEST_F(RollGestureTest, DragsMakeOneStep)
 {
-    struct Case {
-        const char* what;
-        EditTool tool;
-        std::uint32_t time;
-        int key;
-        QPoint by;
-        Qt::KeyboardModifiers keys;
-        TextId title;
-        const char* after;
-    };
-    const auto select = EditTool::select;
-    const Case cases[] = {
-        {"the grabbed note goes to the grid, the other keeps its distance",
-         select,
-         700,
-         60,
-         {100, 0},
-         noKeys,
-         TextId::undoEventMove,
-         "960+480 60/100, 980+480 64/80, 1920+960 60/60"},
-        {"a note off the grid comes onto it",
-         select,
-         700,
-         64,
-         {100, 0},
-         noKeys,
-         TextId::undoEventMove,
-         "940+480 60/100, 960+480 64/80, 1920+960 60/60"},
-        {"up and down it stays off the grid",
-         select,
-         700,
-         64,
-         {2, -24},
-         noKeys,
-         TextId::undoEventMove,
-         "480+480 62/100, 500+480 66/80, 1920+960 60/60"},
-        {"anywhere with Alt",
-         select,
-         700,
-         60,
-         {10, 12},
-         Qt::AltModifier,
-         TextId::undoEventMove,
-         "520+480 59/100, 540+480 63/80, 1920+960 60/60"},
-        {"not before the block",
-         select,
-         700,
-         60,
-         {-400, 0},
-         noKeys,
-         TextId::undoEventMove,
-         "0+480 60/100, 20+480 64/80, 1920+960 60/60"},
-        {"Shift keeps the key",
-         select,
-         700,
-         60,
-         {130, 60},
-         Qt::ShiftModifier,
-         TextId::undoEventMove,
-         "960+480 60/100, 980+480 64/80, 1920+960 60/60"},
-        {"Shift keeps the time",
-         select,
-         700,
-         60,
-         {50, 60},
-         Qt::ShiftModifier,
-         TextId::undoEventMove,
-         "480+480 55/100, 500+480 59/80, 1920+960 60/60"},
-        {"Ctrl copies",
-         select,
-         700,
-         60,
-         {240, -12},
-         Qt::ControlModifier,
-         TextId::undoDragDrop,
-         "480+480 60/100, 500+480 64/80, 1440+480 61/100, 1460+480 65/80, 1920+960 60/60"},
-        {"the right edge",
-         select,
-         956,
-         60,
-         {120, 0},
-         noKeys,
-         TextId::undoGateTime,
-         "480+960 60/100, 500+960 64/80, 1920+960 60/60"},
-        {"no shorter than a step", select, 956, 60, {-300, 0}, Qt::AltModifier, TextId::undoGateTime, nullptr},
-        {"the left edge",
-         select,
-         484,
-         60,
-         {-115, 0},
-         noKeys,
-         TextId::undoEventChange,
-         "0+960 60/100, 20+960 64/80, 1920+960 60/60"},
-        {"the pencil moves, too",
-         EditTool::pencil,
-         700,
-         60,
-         {120, 0},
-         noKeys,
-         TextId::undoEventMove,
-         "960+480 60/100, 980+480 64/80, 1920+960 60/60"},
-        {"velocities together",
-         EditTool::velocity,
-         700,
-         60,
-         {0, -40},
-         noKeys,
-         TextId::undoVelocity,
-         "480+480 60/127, 500+480 64/120, 1920+960 60/60"},
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.what);
-        this->select({a, b});
-        gesture.press(row.tool, at(row.time, row.key), row.keys);
-        gesture.move(at(row.time, row.key) + row.by, row.keys);
-        const std::string preview = shown();
-        gesture.release(at(row.time, row.key) + row.by, row.keys);
-        if (!row.after) {
-            EXPECT_EQ(song.track(1), before);
-            continue;
-        }
-        const bool isCopy = row.title == TextId::undoDragDrop;
-        EXPECT_EQ(song.selection.count(), 2U);
-        EXPECT_EQ(preview, shown()) << (isCopy ? "copies" : "moved"); // what was seen is what came
-        song.expectStep(row.title, before, row.after);
-    }
+    constexpr EditTool tool = EditTool::select;
+    // The grabbed note goes to the grid, the other keeps its distance; one off the grid comes onto it.
+    expectDrag(tool, at(700, 60), {100, 0}, noKeys, TextId::undoEventMove, "960+480 60/100, 980+480 64/80");
+    expectDrag(tool, at(700, 64), {100, 0}, noKeys, TextId::undoEventMove, "940+480 60/100, 960+480 64/80");
+    // Up and down it stays off the grid, with Alt always; nothing gets before its block.
+    expectDrag(tool, at(700, 64), {2, -24}, noKeys, TextId::undoEventMove, "480+480 62/100, 500+480 66/80");
+    expectDrag(tool, at(700, 60), {10, 12}, Qt::AltModifier, TextId::undoEventMove, "520+480 59/100, 540+480 63/80");
+    expectDrag(tool, at(700, 60), {-400, 0}, noKeys, TextId::undoEventMove, "0+480 60/100, 20+480 64/80");
+    // Shift keeps what changes less.
+    expectDrag(tool, at(700, 60), {130, 60}, Qt::ShiftModifier, TextId::undoEventMove, "960+480 60/100, 980+480 64/80");
+    expectDrag(tool, at(700, 60), {50, 60}, Qt::ShiftModifier, TextId::undoEventMove, "480+480 55/100, 500+480 59/80");
+    expectDrag(tool, at(700, 60), {240, -12}, Qt::ControlModifier, TextId::undoDragDrop,
+               "480+480 60/100, 500+480 64/80, 1440+480 61/100, 1460+480 65/80");
+    // Edges come no nearer than a step.
+    expectDrag(tool, at(956, 60), {120, 0}, noKeys, TextId::undoGateTime, "480+960 60/100, 500+960 64/80");
+    expectDrag(tool, at(484, 60), {-115, 0}, noKeys, TextId::undoEventChange, "0+960 60/100, 20+960 64/80");
+    drag(tool, at(956, 60), {-300, 0}, Qt::AltModifier);
+    EXPECT_EQ(song.track(1), before);
+    expectDrag(EditTool::pencil, at(700, 60), {120, 0}, noKeys, TextId::undoEventMove, "960+480 60/100, 980+480 64/80");
+    expectDrag(EditTool::velocity, at(700, 60), {0, -40}, noKeys, TextId::undoVelocity,
+               "480+480 60/127, 500+480 64/120");
     EXPECT_EQ(gesture.lastVelocity(), 127);
 }
 
 TEST_F(RollGestureTest, AnUnselectedNoteIsDraggedAlone)
 {
-    select({a, b});
+    song.selection.set(std::vector{a, b});
     drag(EditTool::select, middleOf(c), {120, 0});
     EXPECT_EQ(song.selection.inOrder(), std::vector{c});
     song.expectStep(TextId::undoEventMove, before, "480+480 60/100, 500+480 64/80, 2400+960 60/60");
@@ -244,7 +151,7 @@ TEST_F(RollGestureTest, AnUnselectedNoteIsDraggedAlone)
 
 TEST_F(RollGestureTest, CancelledNothingHasHappened)
 {
-    select({a, b});
+    song.selection.set(std::vector{a, b});
     for (const EditTool tool : {EditTool::select, EditTool::pencil, EditTool::eraser, EditTool::velocity}) {
         const std::string calm = shown();
         gesture.press(tool, middleOf(a), noKeys);
@@ -310,8 +217,8 @@ TEST_F(RollGestureTest, DivideAndJoinTakeAClick)
 TEST_F(RollGestureTest, EdgesOfShortNotesLeaveABody)
 {
     song.grid.setFree(true);
-    const EvntRef tiny = song.addNote(blk, 4000, 8, 50); // two pixels
-    const EvntRef small = song.addNote(blk, 5000, 60, 50);
+    song.addNote(blk, 4000, 8, 50); // two pixels
+    song.addNote(blk, 5000, 60, 50);
     ASSERT_TRUE(gesture.hit(at(4000, 50)));
     EXPECT_EQ(gesture.hit(at(4000, 50))->zone, RollGesture::Zone::body);
     EXPECT_EQ(gesture.hit(at(5000, 50))->zone, RollGesture::Zone::start);
@@ -321,7 +228,6 @@ TEST_F(RollGestureTest, EdgesOfShortNotesLeaveABody)
     EXPECT_FALSE(gesture.hit(at(5028, 51)));
     song.scale.setStart(5020);
     EXPECT_EQ(gesture.hit(at(5020, 50))->zone, RollGesture::Zone::body); // its start is out of sight
-    select({tiny, small});
 }
 
 } // namespace
