@@ -15,6 +15,7 @@ namespace tessaro {
 namespace {
 
 constexpr int margin = 8;
+constexpr int nameRoom = RollScale::left - margin - 4;
 constexpr int softest = 4; ///< pixels of a hit that can hardly be heard
 
 } // namespace
@@ -92,8 +93,14 @@ void CDrumView::paintColumn(QPainter& painter, const QRect& area, int held) cons
                                    : hasDrumName(key) ? QPalette::WindowText
                                                       : QPalette::PlaceholderText));
         const QString name = drumName(key, parts().text);
-        painter.drawText(place.adjusted(margin, 0, -4, 0), Qt::AlignLeft | Qt::AlignVCenter,
-                         painter.fontMetrics().elidedText(name, Qt::ElideRight, place.width() - margin - 4));
+        const int nameWidth = QFontMetrics(small).horizontalAdvance(name);
+        if (nameWidth > nameRoom) { // narrower letters rather than an ellipsis
+            QFont narrow = small;
+            narrow.setStretch(100 * nameRoom / nameWidth);
+            painter.setFont(narrow);
+        }
+        painter.drawText(place.adjusted(margin, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, name);
+        if (nameWidth > nameRoom) painter.setFont(small);
         painter.setPen(Qt::NoPen);
     }
 }

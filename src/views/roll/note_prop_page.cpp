@@ -49,6 +49,11 @@ CPnoNotePropPage::CPnoNotePropPage(const ViewParts& parts, QWidget* parent)
     retranslate();
 }
 
+CPnoNotePropPage::~CPnoNotePropPage()
+{
+    for (QLineEdit* line : m_lines) line->disconnect(this); // a line that loses the focus now has nothing to tell
+}
+
 void CPnoNotePropPage::retranslate()
 {
     setWindowTitle(m_parts.text(TextId::noteProperties));

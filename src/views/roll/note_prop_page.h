@@ -26,6 +26,7 @@ public:
     static constexpr std::size_t fields = 4;
 
     CPnoNotePropPage(const ViewParts& parts, QWidget* parent);
+    ~CPnoNotePropPage() override;
 
     /// In the order of the song. Shows them as they are now.
     void setNotes(std::vector<EvntRef> notes);

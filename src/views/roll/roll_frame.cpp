@@ -106,7 +106,7 @@ void RollFrame::buildToolBar()
                               {ViewCommand::toolVelocity, "velocity"},
                               {ViewCommand::toolLine, "line"},
                               {ViewCommand::toolCurve, "curve"}}),
-                 1);
+                 4);
 
     m_grid = new GridBox(m_parts.icons, m_parts.text);
     m_grid->onChosen = [this](int index, bool free) {
@@ -114,7 +114,7 @@ void RollFrame::buildToolBar()
         m_parts.grid.setFree(free);
         m_view->update();
     };
-    addToToolBar(m_grid, 2);
+    addToToolBar(m_grid, 1);
 
     m_kinds = new ChoiceBox;
     m_kinds->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -122,7 +122,7 @@ void RollFrame::buildToolBar()
     connect(m_kinds, &QComboBox::activated, this, [this] { chooseKind(m_kinds->chosen(0)); });
     QWidget* strip = makeButtons({{ViewCommand::controlStrip, "strip"}});
     strip->layout()->addWidget(m_kinds);
-    addToToolBar(strip, 3);
+    addToToolBar(strip, 2);
 
     m_audition.setCheckable(true);
     m_audition.setChecked(true);
@@ -131,12 +131,7 @@ void RollFrame::buildToolBar()
     audition->setSize(buttonSize, iconSize);
     QWidget* switches = makeButtons({{ViewCommand::shadows, "shadows"}});
     switches->layout()->addWidget(audition);
-    addToToolBar(switches, 4);
-
-    addToToolBar(makeButtons({{ViewCommand::zoomOut, "zoom-out"},
-                              {ViewCommand::zoomIn, "zoom-in"},
-                              {ViewCommand::zoomToSong, "zoom-fit"}}),
-                 5);
+    addToToolBar(switches, 3);
 }
 
 void RollFrame::addToToolBar(QWidget* group, int rank) { m_toolBar->addGroup(group, rank); }
