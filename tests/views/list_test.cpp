@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "views/view_bench.h"
-
 #include "views/list/cell_parse.h"
 #include "views/list/kind_filter.h"
 #include "views/list/list_font.h"
 #include "views/list/list_frame.h"
 #include "views/list/list_view.h"
+#include "views/view_bench.h"
 
 #include <QHeaderView>
 #include <QLineEdit>
@@ -48,11 +47,12 @@ TEST(CellParseTest, NamesAllKeys)
             const Bytes body{static_cast<std::uint8_t>(signs), static_cast<std::uint8_t>(mode)};
             EXPECT_EQ(parseKeySignature(keySignatureText(body)), body);
         }
-    const std::pair<const char*, Bytes> rows[] = {{"Eb major", {0xFD, 0}}, {"eb", {0xFD, 0}},   {"F#m", {3, 1}},
-                                                  {"bb MINOR", {0xFB, 1}}, {"b", {5, 0}},       {"B min", {2, 1}},
+    const std::pair<const char*, Bytes> rows[] = {{"Eb major", {0xFD, 0}}, {"eb", {0xFD, 0}},     {"F#m", {3, 1}},
+                                                  {"bb MINOR", {0xFB, 1}}, {"b", {5, 0}},         {"B min", {2, 1}},
                                                   {"CM", {0, 0}},          {"C minor", {0xFD, 1}}};
     for (const auto& [text, body] : rows) EXPECT_EQ(parseKeySignature(text), body) << text;
-    for (const char* bad : {"", "H", "E# major", "Cb minor", "C dorian", "#"}) EXPECT_FALSE(parseKeySignature(bad)) << bad;
+    for (const char* bad : {"", "H", "E# major", "Cb minor", "C dorian", "#"})
+        EXPECT_FALSE(parseKeySignature(bad)) << bad;
     EXPECT_EQ(keySignatureText(Bytes{9, 0}), "09 00");
 }
 
@@ -167,12 +167,12 @@ TEST_F(ListTest, TakesTypedValuesAsOneStepEach)
         const char* shown;
     };
     const Case cases[] = {
-        {0, ListColumn::value1, "eb4", "D#4"},     {0, ListColumn::value2, "+100", "127"},
-        {0, ListColumn::gate, "1:120", "600"},     {0, ListColumn::channel, "16", "16"},
+        {0, ListColumn::value1, "eb4", "D#4"},      {0, ListColumn::value2, "+100", "127"},
+        {0, ListColumn::gate, "1:120", "600"},      {0, ListColumn::channel, "16", "16"},
         {1, ListColumn::value1, "10", "CC 10 Pan"}, {1, ListColumn::value2, "-1", "99"},
-        {3, ListColumn::value1, "-100", "-100"},   {4, ListColumn::value1, "128", "128"},
-        {5, ListColumn::value2, "3:4", "3:4"},     {6, ListColumn::data, "43 10 4C", "F0 43 10 4C F7"},
-        {7, ListColumn::data, "lo", "lo"},         {2, ListColumn::place, "1:4:10", "1:04:010"},
+        {3, ListColumn::value1, "-100", "-100"},    {4, ListColumn::value1, "128", "128"},
+        {5, ListColumn::value2, "3:4", "3:4"},      {6, ListColumn::data, "43 10 4C", "F0 43 10 4C F7"},
+        {7, ListColumn::data, "lo", "lo"},          {2, ListColumn::place, "1:4:10", "1:04:010"},
     };
     for (const Case& at : cases) {
         const int steps = bench.editor.GetUndoRedoCount();
@@ -190,8 +190,8 @@ TEST_F(ListTest, TakesTypedValuesAsOneStepEach)
 TEST_F(ListTest, KeepsTheLineOpenOnWhatCannotBeRead)
 {
     open();
-    const std::pair<ListColumn, const char*> cases[] = {{ListColumn::value1, "H9"}, {ListColumn::value2, "128"},
-                                                        {ListColumn::value2, "0"},  {ListColumn::gate, "x"},
+    const std::pair<ListColumn, const char*> cases[] = {{ListColumn::value1, "H9"},  {ListColumn::value2, "128"},
+                                                        {ListColumn::value2, "0"},   {ListColumn::gate, "x"},
                                                         {ListColumn::channel, "17"}, {ListColumn::place, "0:1:0"}};
     for (const auto& [column, typed] : cases) {
         EXPECT_FALSE(type(0, static_cast<int>(column), typed)) << typed;

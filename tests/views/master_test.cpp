@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "views/view_bench.h"
-
 #include "core/maps/tempo_map.h"
 #include "views/list/list_view.h"
 #include "views/master/master_frame.h"
 #include "views/master/tempo_view.h"
 #include "views/roll/strip_path.h"
+#include "views/view_bench.h"
 
 #include <QLineEdit>
 #include <QTest>

@@ -32,8 +32,8 @@ void CellEditors::paint(QPainter* painter, const QStyleOptionViewItem& option, c
     const auto column = static_cast<ListColumn>(index.column());
     const bool isFixed = column != ListColumn::kind && !(index.flags() & Qt::ItemIsEditable);
     painter->setFont(option.font);
-    painter->setPen(colours.color(isFixed || column == ListColumn::channel ? QPalette::PlaceholderText
-                                                                            : QPalette::Text));
+    painter->setPen(
+        colours.color(isFixed || column == ListColumn::channel ? QPalette::PlaceholderText : QPalette::Text));
     const QRect place = cell.adjusted(padding, 0, -padding, -1);
     const auto alignment = static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt());
     painter->drawText(place, static_cast<int>(alignment) | Qt::TextSingleLine,

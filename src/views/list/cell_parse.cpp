@@ -128,8 +128,8 @@ std::optional<std::vector<std::uint8_t>> parseKeySignature(const QString& text)
     const QString small = mode.toLower();
     const bool isMinor = mode == u"m" || small == u"min" || small == u"minor";
     if (!isMinor && !small.isEmpty() && mode != u"M" && small != u"maj" && small != u"major") return std::nullopt;
-    const auto at = std::find_if(tonics.begin(), tonics.end(),
-                                 [&](const char* name) { return tonic == QLatin1String(name); });
+    const auto at =
+        std::find_if(tonics.begin(), tonics.end(), [&](const char* name) { return tonic == QLatin1String(name); });
     const auto signs = at - tonics.begin() - (isMinor ? minorOfNoSign : majorOfNoSign);
     if (at == tonics.end() || signs < -7 || signs > 7) return std::nullopt;
     return std::vector{static_cast<std::uint8_t>(signs), static_cast<std::uint8_t>(isMinor)};

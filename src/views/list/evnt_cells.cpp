@@ -241,7 +241,9 @@ std::optional<std::uint32_t> EvntCells::parsePlace(const QString& text) const
 {
     const auto numbers = parseNumbers(text);
     if (!numbers || numbers->size() > 3 || (*numbers)[0] == 0) return std::nullopt;
-    const auto at = [&](std::size_t i, std::uint32_t otherwise) { return i < numbers->size() ? (*numbers)[i] : otherwise; };
+    const auto at = [&](std::size_t i, std::uint32_t otherwise) {
+        return i < numbers->size() ? (*numbers)[i] : otherwise;
+    };
     const std::uint32_t beat = at(1, 1);
     if (beat == 0) return std::nullopt;
     const std::uint32_t time = m_editor.MeasToTime({at(0, 1) - 1, beat - 1, at(2, 0)});
@@ -295,7 +297,8 @@ EvntCells::Parsed EvntCells::parse(const QString& text, const CEvnt& event, List
     const bool isBend = form == CellForm::bend;
     if (isBend ? startsWith("++") || startsWith("--") : startsWith("+") || startsWith("-")) {
         const auto difference = parseDecimal(isBend ? line.mid(1) : line);
-        if (difference && (form == CellForm::tempo || isWhole(*difference))) return CellChange{form, true, *difference, {}};
+        if (difference && (form == CellForm::tempo || isWhole(*difference)))
+            return CellChange{form, true, *difference, {}};
     }
     return number(line, form, column);
 }

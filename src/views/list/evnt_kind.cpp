@@ -34,18 +34,16 @@ constexpr EvntKindInfo infos[] = {
      Form::number, false, Form::none},
     {EvntKind::sysex, TextId::kindSysex, Group::sysex, status::sysex, 0, false, Form::none, Form::none, false,
      Form::sysex},
-    {EvntKind::nrpn, TextId::kindNrpn, Group::packed, status::nrpn, 0, true, Form::pair, Form::pair, false,
-     Form::none},
+    {EvntKind::nrpn, TextId::kindNrpn, Group::packed, status::nrpn, 0, true, Form::pair, Form::pair, false, Form::none},
     {EvntKind::rpn, TextId::kindRpn, Group::packed, status::rpn, 0, true, Form::pair, Form::pair, false, Form::none},
     {EvntKind::voice, TextId::kindVoice, Group::packed, status::voice, 0, true, Form::pair, Form::program, false,
      Form::none},
     {EvntKind::syng, TextId::kindSyng, Group::syng, status::syng, 0, true, Form::key, Form::velocity, true,
      Form::sysex},
     {EvntKind::wave, TextId::kindWave, Group::waves, status::wave, 0, false, Form::none, Form::none, true, Form::text},
-    {EvntKind::mci, TextId::kindMci, Group::waves, status::mci, 0, false, Form::none, Form::none, false,
-     Form::command},
-    {EvntKind::tempo, TextId::kindTempo, Group::tempos, status::metaEvent, meta::tempo, false, Form::tempo,
-     Form::none, false, Form::none},
+    {EvntKind::mci, TextId::kindMci, Group::waves, status::mci, 0, false, Form::none, Form::none, false, Form::command},
+    {EvntKind::tempo, TextId::kindTempo, Group::tempos, status::metaEvent, meta::tempo, false, Form::tempo, Form::none,
+     false, Form::none},
     {EvntKind::signature, TextId::kindSignature, Group::signatures, status::metaEvent, meta::timeSignature, false,
      Form::signature, Form::none, false, Form::none},
     {EvntKind::key, TextId::kindKey, Group::keys, status::metaEvent, meta::keySignature, false, Form::keySignature,
@@ -62,14 +60,13 @@ constexpr EvntKindInfo infos[] = {
      false, Form::text},
     {EvntKind::marker, TextId::kindMarker, Group::markers, status::metaEvent, marker, false, Form::none, Form::none,
      false, Form::text},
-    {EvntKind::cue, TextId::kindCue, Group::markers, status::metaEvent, cuePoint, false, Form::none, Form::none,
-     false, Form::text},
+    {EvntKind::cue, TextId::kindCue, Group::markers, status::metaEvent, cuePoint, false, Form::none, Form::none, false,
+     Form::text},
     {EvntKind::meta, TextId::kindMeta, Group::others, status::metaEvent, meta::sequencer, false, Form::metaType,
      Form::none, false, Form::hex},
     {EvntKind::sysexPart, TextId::kindSysexPart, Group::sysex, status::sysexPart, 0, false, Form::none, Form::none,
      false, Form::hex},
-    {EvntKind::rest, TextId::kindRest, Group::others, status::rest, 0, true, Form::key, Form::number, true,
-     Form::none},
+    {EvntKind::rest, TextId::kindRest, Group::others, status::rest, 0, true, Form::key, Form::number, true, Form::none},
 };
 
 constexpr bool inOrder()
@@ -78,7 +75,7 @@ constexpr bool inOrder()
         if (infos[i].kind != static_cast<EvntKind>(i)) return false;
     return true;
 }
-static_assert(std::size(infos) == static_cast<std::size_t>(EvntKind::rest) + 1 && inOrder());
+static_assert(std::size(infos) == evntKinds && inOrder());
 
 EvntKind metaKind(std::uint8_t type) noexcept
 {

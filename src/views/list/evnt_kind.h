@@ -43,6 +43,7 @@ enum class EvntKind : std::uint8_t {
     sysexPart, ///< a continuation
     rest,
 };
+inline constexpr int evntKinds = static_cast<int>(EvntKind::rest) + 1;
 
 /// What a list can leave out; a bit each in the setting.
 enum class KindGroup : std::uint8_t {

@@ -51,9 +51,8 @@ void EvntRows::build(const CEditor& editor, int track, const RowFilter& filter)
 
 std::size_t EvntRows::firstFrom(std::uint32_t time) const
 {
-    const auto at = std::partition_point(m_rows.begin(), m_rows.end(), [&](const Row& row) {
-        return m_blks[row.blk].top + row.evnt->GetTime() < time;
-    });
+    const auto at = std::partition_point(
+        m_rows.begin(), m_rows.end(), [&](const Row& row) { return m_blks[row.blk].top + row.evnt->GetTime() < time; });
     return static_cast<std::size_t>(at - m_rows.begin());
 }
 

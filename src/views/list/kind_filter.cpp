@@ -59,9 +59,8 @@ void KindFilter::show(const std::vector<KindGroup>& groups, std::uint32_t hidden
         QAction* action = m_menu->addAction(m_text(groupName(group)));
         action->setCheckable(true);
         action->setChecked(!(hidden & bitOf(group)));
-        connect(action, &QAction::toggled, this, [this, group](bool on) {
-            choose(on ? m_hidden & ~bitOf(group) : m_hidden | bitOf(group));
-        });
+        connect(action, &QAction::toggled, this,
+                [this, group](bool on) { choose(on ? m_hidden & ~bitOf(group) : m_hidden | bitOf(group)); });
     }
     m_menu->addSeparator();
     connect(m_menu->addAction(m_text(TextId::listShowAll)), &QAction::triggered, this, [this] {
@@ -82,8 +81,8 @@ void KindFilter::choose(std::uint32_t hidden)
 
 void KindFilter::showFace()
 {
-    const auto shown = std::count_if(m_groups.begin(), m_groups.end(),
-                                     [this](KindGroup group) { return !(m_hidden & bitOf(group)); });
+    const auto shown =
+        std::count_if(m_groups.begin(), m_groups.end(), [this](KindGroup group) { return !(m_hidden & bitOf(group)); });
     const auto all = static_cast<std::ptrdiff_t>(m_groups.size());
     setText(shown == all ? m_text(TextId::listShow) : m_text(TextId::listShowSome).arg(shown).arg(all));
 }

@@ -20,10 +20,7 @@ bool mustStay(const CEvnt& event) noexcept
     return event.GetTime() == 0 && (event.isMeta(meta::timeSignature) || event.isMeta(meta::tempo));
 }
 
-bool isForEveryKind(ListColumn column) noexcept
-{
-    return column == ListColumn::channel || column == ListColumn::gate;
-}
+bool isForEveryKind(ListColumn column) noexcept { return column == ListColumn::channel || column == ListColumn::gate; }
 
 } // namespace
 
@@ -61,8 +58,7 @@ void ListEdits::move(std::span<const EvntRef> refs, std::int64_t delta)
     if (delta == 0) return;
     const UndoScope step(m_editor, m_notes.title(TextId::undoEventMove));
     if (!step) return;
-    for (const EvntRef& ref : refs)
-        m_editor.SetLocation(ref.trk, ref.blk, ref.evnt, tick::shifted(timeOf(ref), delta));
+    for (const EvntRef& ref : refs) m_editor.SetLocation(ref.trk, ref.blk, ref.evnt, tick::shifted(timeOf(ref), delta));
 }
 
 void ListEdits::remove(std::span<const EvntRef> refs, TextId title)

@@ -151,9 +151,9 @@ void CListFrm::showState()
     const std::size_t total = m_list->rows().total();
     m_pages->setCurrentWidget(shown == 0 ? static_cast<QWidget*>(m_empty) : m_list);
     m_empty->setSentence(m_parts.text(total == 0 ? TextId::listEmpty : TextId::listFiltered));
-    m_empty->button().setText(m_parts.text(total != 0       ? TextId::listShowAll
+    m_empty->button().setText(m_parts.text(total != 0     ? TextId::listShowAll
                                            : track() == 0 ? TextId::listInsertMarker
-                                                            : TextId::listInsertNote));
+                                                          : TextId::listInsertNote));
     QString line = shown == total ? m_parts.text(TextId::listCount).arg(total)
                                   : m_parts.text(TextId::listCountOf).arg(shown).arg(total);
     if (const std::size_t selected = m_list->selection().count())

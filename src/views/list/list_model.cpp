@@ -74,11 +74,9 @@ QVariant ListModel::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole:
         if (columnOf(index) == ListColumn::place) return m_cells.clockText(m_rows.time(rowOf(index)));
         return cellText(rowOf(index), columnOf(index));
-    case Qt::EditRole:
-        return m_cells.typed(m_rows.event(rowOf(index)), m_rows.time(rowOf(index)), columnOf(index));
+    case Qt::EditRole: return m_cells.typed(m_rows.event(rowOf(index)), m_rows.time(rowOf(index)), columnOf(index));
     case Qt::AccessibleTextRole:
-        return QStringLiteral("%1: %2").arg(m_text(headers[index.column()]),
-                                            cellText(rowOf(index), columnOf(index)));
+        return QStringLiteral("%1: %2").arg(m_text(headers[index.column()]), cellText(rowOf(index), columnOf(index)));
     case Qt::TextAlignmentRole: return static_cast<int>(alignment(columnOf(index)));
     default: return {};
     }

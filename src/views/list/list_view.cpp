@@ -22,6 +22,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 
 namespace tessaro {
 namespace {
@@ -34,7 +35,10 @@ class ListHeader : public QHeaderView {
 public:
     explicit ListHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) { setSectionsClickable(false); }
 
-    [[nodiscard]] QSize sizeHint() const override { return {QHeaderView::sizeHint().width(), fontMetrics().height() + 8}; }
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        return {QHeaderView::sizeHint().width(), fontMetrics().height() + 8};
+    }
 
 protected:
     void paintSection(QPainter* painter, const QRect& place, int column) const override
@@ -52,11 +56,11 @@ protected:
 };
 
 constexpr ViewCommand commands[] = {
-    ViewCommand::cut,        ViewCommand::copy,       ViewCommand::paste,      ViewCommand::remove,
-    ViewCommand::duplicate,  ViewCommand::selectAll,  ViewCommand::selectNone, ViewCommand::invertSelection,
-    ViewCommand::properties, ViewCommand::nudgeLeft,  ViewCommand::nudgeRight, ViewCommand::tickLeft,
-    ViewCommand::tickRight,  ViewCommand::nudgeUp,    ViewCommand::nudgeDown,  ViewCommand::octaveUp,
-    ViewCommand::octaveDown, ViewCommand::longer,     ViewCommand::shorter,    ViewCommand::insertEvent,
+    ViewCommand::cut,        ViewCommand::copy,      ViewCommand::paste,      ViewCommand::remove,
+    ViewCommand::duplicate,  ViewCommand::selectAll, ViewCommand::selectNone, ViewCommand::invertSelection,
+    ViewCommand::properties, ViewCommand::nudgeLeft, ViewCommand::nudgeRight, ViewCommand::tickLeft,
+    ViewCommand::tickRight,  ViewCommand::nudgeUp,   ViewCommand::nudgeDown,  ViewCommand::octaveUp,
+    ViewCommand::octaveDown, ViewCommand::longer,    ViewCommand::shorter,    ViewCommand::insertEvent,
 };
 
 /// Controllers that the menu offers by name.
@@ -108,8 +112,8 @@ CListVw::CListVw(const ViewParts& parts, int track, QWidget* parent)
     QObject::connect(&m_collapse, &QTimer::timeout, this, [this] {
         if (const auto row = currentRow()) selectRows(static_cast<int>(*row), static_cast<int>(*row), false);
     });
-    m_parts.actions.listen(*this, {ViewCommand::remove, ViewCommand::insertEvent, ViewCommand::tickLeft,
-                                   ViewCommand::tickRight});
+    m_parts.actions.listen(
+        *this, {ViewCommand::remove, ViewCommand::insertEvent, ViewCommand::tickLeft, ViewCommand::tickRight});
     m_parts.editor.addObserver(this);
     retranslate();
     refresh();
@@ -206,7 +210,7 @@ void CListVw::refresh()
 {
     m_late.stop();
     m_stale = false;
-    auto* line = state() == EditingState ? viewport()->findChild<QLineEdit*>() : nullptr;
+    QWidget* line = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
     if (line) closeEditor(line, QAbstractItemDelegate::NoHint);
     m_fault.end();
     m_model.build(m_parts.editor, m_track, m_filter);
@@ -281,8 +285,7 @@ void CListVw::markStale(int code, const CEditor& editor)
 std::optional<std::size_t> CListVw::currentRow() const
 {
     const int row = currentIndex().row();
-    return row < 0 || static_cast<std::size_t>(row) >= rows().count() ? std::nullopt
-                                                                      : std::optional<std::size_t>(row);
+    return row < 0 || static_cast<std::size_t>(row) >= rows().count() ? std::nullopt : std::optional<std::size_t>(row);
 }
 
 void CListVw::setCurrent(int row, int column)
@@ -343,6 +346,7 @@ void CListVw::hearCurrent()
 
 void CListVw::select(std::span<const EvntRef> refs)
 {
+    if (m_stale) refresh();
     m_selection.clear();
     for (const EvntRef& ref : refs)
         if (ref.trk == m_parts.editor.GetTrkPos(m_track)) m_selection.add(ref);
@@ -369,8 +373,7 @@ void CListVw::setPosition(std::uint32_t tick, bool follow)
     const int row = static_cast<int>(behind) - 1;
     if (row == m_playRow) return;
     for (const int changed : {m_playRow, row})
-        if (changed >= 0)
-            viewport()->update(0, rowViewportPosition(changed), viewport()->width(), rowHeight(changed));
+        if (changed >= 0) viewport()->update(0, rowViewportPosition(changed), viewport()->width(), rowHeight(changed));
     m_playRow = row;
     if (!follow || row < 0 || state() == EditingState) return;
     const int y = rowViewportPosition(row);
@@ -381,9 +384,11 @@ void CListVw::setPosition(std::uint32_t tick, bool follow)
 
 bool CListVw::event(QEvent* event)
 {
-    if (event->type() == QEvent::ShortcutOverride && beginsValue(*static_cast<QKeyEvent*>(event))) {
-        event->accept();
-        return true;
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        const bool isOurs = beginsValue(key) || (key.key() == Qt::Key_Escape && !m_selection.empty());
+        if (isOurs) event->accept();
+        if (isOurs) return true;
     }
     return QTableView::event(event);
 }
@@ -570,6 +575,7 @@ bool CListVw::can(ViewCommand command) const
 
 void CListVw::run(ViewCommand command)
 {
+    if (m_stale) refresh();
     if (!can(command)) return;
     switch (command) {
     case ViewCommand::cut:
@@ -657,7 +663,9 @@ std::uint8_t CListVw::channel() const
 void CListVw::fillInsertMenu(QMenu& menu)
 {
     const CTrk* trk = List<CTrk>::get(m_parts.editor.GetTrkPos(m_track));
-    const std::uint8_t type = !trk ? trktype::unused : trk->GetType() == trktype::unused ? trktype::midi : trk->GetType();
+    const std::uint8_t type = !trk                              ? trktype::unused
+                            : trk->GetType() == trktype::unused ? trktype::midi
+                                                                : trk->GetType();
     const auto add = [this](QMenu& to, const QString& name, EvntKind kind, int controller = -1) {
         QObject::connect(to.addAction(name), &QAction::triggered, this, [this, kind, controller] {
             EvntDraft draft = newEvnt(kind, insertTime(), channel());
@@ -706,13 +714,20 @@ void CListVw::insert(EvntDraft draft)
 
 bool CListVw::find(const QString& text, bool backwards)
 {
+    if (m_stale) refresh();
     const auto count = static_cast<std::ptrdiff_t>(rows().count());
     if (text.isEmpty() || count == 0) return false;
+    std::array<bool, evntKinds> isMeant{};
+    for (std::size_t kind = 0; kind < isMeant.size(); ++kind)
+        isMeant[kind] = kindName(static_cast<EvntKind>(kind), m_parts.text).contains(text, Qt::CaseInsensitive);
     const std::ptrdiff_t from = currentRow() ? currentIndex().row() : backwards ? 0 : count - 1;
     for (std::ptrdiff_t step = 1; step <= count; ++step) {
         const auto row = static_cast<std::size_t>((from + (backwards ? count - step : step)) % count);
         for (int column = static_cast<int>(ListColumn::kind); column < listColumns; ++column) {
-            if (!cellText(row, static_cast<ListColumn>(column)).contains(text, Qt::CaseInsensitive)) continue;
+            const bool isFound = static_cast<ListColumn>(column) == ListColumn::kind
+                                   ? isMeant[static_cast<std::size_t>(kindOf(rows().event(row)))]
+                                   : cellText(row, static_cast<ListColumn>(column)).contains(text, Qt::CaseInsensitive);
+            if (!isFound) continue;
             goTo(rows().ref(row));
             setCurrentIndex(m_model.index(static_cast<int>(row), column));
             return true;

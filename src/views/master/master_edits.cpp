@@ -82,7 +82,8 @@ void MasterEdits::drawTempos(std::span<const TempoPoint> points)
     const auto old = before.tempos(points.front().time, tick::later(points.back().time, 1));
     auto stays = old.begin();
     for (const TempoPoint& point : points) {
-        for (; stays != old.end() && stays->time < point.time; ++stays) m_editor.DeleteEvnt(blk.trk, blk.blk, stays->evnt);
+        for (; stays != old.end() && stays->time < point.time; ++stays)
+            m_editor.DeleteEvnt(blk.trk, blk.blk, stays->evnt);
         if (stays != old.end() && stays->time == point.time) {
             setTempo(stays->evnt, point.time, point.beats);
             ++stays;

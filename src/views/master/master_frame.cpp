@@ -170,7 +170,8 @@ void CMstrFrm::run(ViewCommand command)
 void CMstrFrm::changeTempos(double beats)
 {
     const std::vector<EvntRef> refs = m_list->selection().inOrder();
-    if (!refs.empty() && can(ViewCommand::remove)) MasterEdits(m_parts.editor, m_list->edits()).moveTempos(refs, 0, beats);
+    if (!refs.empty() && can(ViewCommand::remove))
+        MasterEdits(m_parts.editor, m_list->edits()).moveTempos(refs, 0, beats);
 }
 
 std::vector<EvntRef> CMstrFrm::selectedEvnts() const { return m_list->selection().inOrder(); }

@@ -54,9 +54,8 @@ bool MasterGesture::isSelected(POSITION evnt) const { return m_parts.selection.c
 std::vector<EvntRef> MasterGesture::selected(bool tempos) const
 {
     std::vector<EvntRef> refs = m_parts.selection.inOrder();
-    std::erase_if(refs, [tempos](const EvntRef& ref) {
-        return List<CEvnt>::get(ref.evnt)->isMeta(meta::tempo) != tempos;
-    });
+    std::erase_if(refs,
+                  [tempos](const EvntRef& ref) { return List<CEvnt>::get(ref.evnt)->isMeta(meta::tempo) != tempos; });
     return refs;
 }
 
@@ -120,9 +119,7 @@ void MasterGesture::move(QPoint at, Qt::KeyboardModifiers keys)
         m_path.lineTo(to);
         break;
     }
-    case Mode::bend:
-        m_path.setBend((m_parts.scale.beats(at.y()) - m_parts.scale.beats(m_from.y())) * pathUnits);
-        break;
+    case Mode::bend: m_path.setBend((m_parts.scale.beats(at.y()) - m_parts.scale.beats(m_from.y())) * pathUnits); break;
     default: break;
     }
 }

@@ -83,10 +83,7 @@ int TempoScale::lineStep() const
     return 500;
 }
 
-int TempoScale::lane(int y)
-{
-    return y < ruler || y >= curveTop ? -1 : (y - ruler) / laneHeight;
-}
+int TempoScale::lane(int y) { return y < ruler || y >= curveTop ? -1 : (y - ruler) / laneHeight; }
 
 void TempoScale::load(const SettingsStore& store)
 {

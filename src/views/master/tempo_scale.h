@@ -10,8 +10,8 @@ namespace tessaro {
 class SettingsStore;
 
 /// Places of the master track's picture: time to the right of the names, a ruler, a lane for each kind of flag, and
-/// below them the tempo in beats a minute, the fastest at the top. Pixels are those of the interface, from the corner of
-/// the view.
+/// below them the tempo in beats a minute, the fastest at the top. Pixels are those of the interface, from the corner
+/// of the view.
 class TempoScale {
 public:
     static constexpr int left = 96;

@@ -166,9 +166,10 @@ void TempoView::paintGround(QPainter& painter)
     const QColor base = colours.color(QPalette::Base);
     painter.fillRect(rect(), base);
     const TickRange span = m_scale.span();
-    timeMarks(m_parts.editor, span.from, span.to, static_cast<std::uint32_t>(leastLines * m_scale.zoom()),
-              [this](std::uint32_t tick) { return m_parts.grid.isFree() ? 0 : m_parts.grid.step(m_parts.editor, tick); },
-              m_marks);
+    timeMarks(
+        m_parts.editor, span.from, span.to, static_cast<std::uint32_t>(leastLines * m_scale.zoom()),
+        [this](std::uint32_t tick) { return m_parts.grid.isFree() ? 0 : m_parts.grid.step(m_parts.editor, tick); },
+        m_marks);
     const QColor text = colours.color(QPalette::Text);
     for (const TimeMark& mark : m_marks) {
         const double share = mark.rank == TimeMark::Rank::bar ? 0.2 : mark.rank == TimeMark::Rank::beat ? 0.09 : 0.05;
@@ -304,8 +305,8 @@ QString TempoView::pointed(QPoint at) const
     if (const auto hit = m_gesture.hit(at); hit && hit->isTempo)
         return QStringLiteral("%1    %2").arg(m_list.cells().placeText(hit->time), beatsText(hit->beats));
     const bool isDrawing = m_parts.actions.tool() != EditTool::select || m_gesture.mode() == MasterGesture::Mode::draw;
-    return QStringLiteral("%1    %2").arg(
-        place, beatsText(isDrawing ? m_scale.beats(at.y()) : m_evnts.beatsAt(m_scale.time(at.x()))));
+    return QStringLiteral("%1    %2")
+        .arg(place, beatsText(isDrawing ? m_scale.beats(at.y()) : m_evnts.beatsAt(m_scale.time(at.x()))));
 }
 
 void TempoView::mousePressEvent(QMouseEvent* event)
@@ -426,7 +427,9 @@ void TempoView::wheelEvent(QWheelEvent* event)
 
 bool TempoView::event(QEvent* event)
 {
-    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    const bool isBusy = m_gesture.mode() != MasterGesture::Mode::none || !m_list.selection().empty();
+    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape
+        && isBusy) {
         event->accept();
         return true;
     }

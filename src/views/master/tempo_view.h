@@ -21,8 +21,8 @@ namespace tessaro {
 class CListVw;
 
 /// The picture of the master track: a ruler, flags of signatures, keys, markers and texts in lanes, and the tempo as
-/// steps with a point at each event. A double click types the value of a point or flag in its place, or makes a new one.
-/// What is selected, and what is done to it, is the list's. User interface thread.
+/// steps with a point at each event. A double click types the value of a point or flag in its place, or makes a new
+/// one. What is selected, and what is done to it, is the list's. User interface thread.
 class TempoView : public QWidget {
 public:
     /// The list outlives it.
