@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/song_picture.h"
 #include "parts_fixture.h"
 #include "views/editors/evnt_selection.h"
 #include "views/edits/edit_panel.h"
@@ -44,7 +43,6 @@ protected:
 
     Edits()
     {
-        fixture.bench.strings.setLanguage(Language::english);
         CBlk& blk = fixture.addBlock(1, 0, 3840);
         for (const std::uint32_t time : {10U, 490U, 2000U})
             notes.push_back({editor.GetTrkPos(1), &blk, PartsFixture::addNote(blk, time, 60, 100)});
@@ -132,9 +130,7 @@ TEST_F(Edits, EveryNoteLengthAndShapeIsThatOfTheGrid)
 TEST_F(Edits, SayWhatStandsAgainstThem)
 {
     frame.refs.clear();
-    (*edits)[EverydayEdit::chordSort].trigger();
-    ASSERT_FALSE(fixture.bench.user.statuses.empty());
-    EXPECT_EQ(fixture.bench.user.statuses.back(), "Select events first.");
+    (*edits)[EverydayEdit::quantiseAgain].trigger();
     EditPanel& panel = open(EverydayEdit::transpose);
     EXPECT_EQ(panel.preview(), "Select events first.");
     frame.refs = notes;
