@@ -10,7 +10,7 @@ build_packages=(
 )
 # What the tests need besides.
 test_packages=(
-    libgtest-dev libgmock-dev jackd2
+    libgtest-dev libgmock-dev jackd2 xvfb
     clang-16 libclang-rt-16-dev clang-format-14 clang-tidy-14
 )
 
