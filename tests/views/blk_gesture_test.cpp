@@ -165,6 +165,8 @@ TEST_F(BlkGestures, WithAltTakeWhatIsHit)
     EXPECT_EQ(song.selected(), "2:1920-3840");
     gesture.press({400, 50}, Qt::AltModifier, EditTool::select);
     EXPECT_EQ(told(gesture.release({720, 50}, none)), "link 1920 0"); // the press has decided
+    EXPECT_EQ(told(drag({100, 30}, {430, 30}, Qt::ControlModifier)), "copy 1920 0");
+    EXPECT_EQ(song.selected(), "1:0-1920"); // a copy is of what is dragged
 }
 
 TEST_F(BlkGestures, OfTheOtherTools)

@@ -85,12 +85,12 @@ BlkOutcome BlkGesture::pressRows(Qt::KeyboardModifiers keys, EditTool tool)
 void BlkGesture::pressBlk(const BlkRef& blk, Qt::KeyboardModifiers keys, bool withAlt)
 {
     m_lead = blk;
-    m_wasSelected = m_selection.contains(blk.blk);
     const bool ctrl = keys & Qt::ControlModifier;
     const bool shift = keys & Qt::ShiftModifier;
     const bool sizes = !ctrl && !shift && !withAlt && isEnd(blk, m_from);
     if (withAlt) m_altKind = ctrl ? DropKind::merge : DropKind::link;
-    take(blk, withAlt ? keys & Qt::ControlModifier : keys);
+    // Ctrl alone has to wait: a click selects more, a drag copies what it takes.
+    if (withAlt || shift || !ctrl) take(blk, withAlt ? keys & Qt::ControlModifier : keys);
     m_state = sizes ? State::sizing : State::waiting;
 }
 
@@ -127,7 +127,7 @@ void BlkGesture::move(QPoint at, Qt::KeyboardModifiers keys)
     m_keys = keys;
     m_moved = m_moved || (m_now - m_from).manhattanLength() >= dragDistance;
     if (m_state == State::waiting && m_moved)
-        m_state = State::dragging;
+        timeout();
     else if (m_state == State::banding)
         selectBand();
     else if (m_state == State::erasing)
@@ -136,7 +136,9 @@ void BlkGesture::move(QPoint at, Qt::KeyboardModifiers keys)
 
 void BlkGesture::timeout()
 {
-    if (m_state == State::waiting) m_state = State::dragging;
+    if (m_state != State::waiting) return;
+    take(m_lead, {});
+    m_state = State::dragging;
 }
 
 void BlkGesture::selectBand()
@@ -198,10 +200,10 @@ BlkOutcome BlkGesture::release(QPoint at, Qt::KeyboardModifiers keys)
 void BlkGesture::click(Qt::KeyboardModifiers keys)
 {
     if (m_altKind || keys & Qt::ShiftModifier) return;
-    if (!(keys & Qt::ControlModifier))
+    if (keys & Qt::ControlModifier)
+        m_selection.toggle(m_lead);
+    else
         m_selection.setBlks({&m_lead, 1});
-    else if (m_wasSelected)
-        m_selection.trkDelSel(m_lead.trk, m_lead.blk);
 }
 
 void BlkGesture::cancel()

@@ -93,8 +93,7 @@ private:
     QPoint m_now;
     Qt::KeyboardModifiers m_keys;
     std::optional<DropKind> m_altKind; ///< a press with Alt decides what the drag does
-    BlkRef m_lead;                     ///< the block under the press, selected all the time
-    bool m_wasSelected = false;
+    BlkRef m_lead;                     ///< the block under the press
     bool m_moved = false;
     std::vector<BlkRef> m_before; ///< selected before the press
     LoopHandles m_loop;
