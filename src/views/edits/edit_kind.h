@@ -31,6 +31,8 @@ struct EditField {
         choice,
     };
 
+    static constexpr unsigned always = ~0U;
+
     TextId label;
     const char* name; ///< in the settings store
     Kind kind;
@@ -38,7 +40,7 @@ struct EditField {
     int least = 0;
     int most = 0;
     std::span<const EditChoice> choices{};
-    unsigned modes = ~0U; ///< values of the first field, as bits, for which this one counts
+    unsigned modes = always; ///< values of the first field, as bits, for which this one counts
 };
 
 /// What an edit goes by.

@@ -177,7 +177,8 @@ void EditPanel::showFields()
 {
     const int mode = m_fields.empty() ? 0 : value(0);
     for (std::size_t i = 1; i < m_fields.size(); ++i) {
-        const bool counts = (m_kind.fields[i].modes >> mode & 1U) != 0;
+        const unsigned modes = m_kind.fields[i].modes;
+        const bool counts = modes == EditField::always || (modes >> mode & 1U) != 0;
         m_form->labelForField(m_fields[i])->setVisible(counts);
         m_fields[i]->setVisible(counts);
     }
