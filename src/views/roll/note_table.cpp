@@ -9,9 +9,9 @@
 namespace tessaro {
 namespace {
 
-constexpr int controlRow = NoteTable::keys;
-constexpr int polyRow = 2 * NoteTable::keys;
-constexpr int programRow = 3 * NoteTable::keys;
+constexpr int controlRow = RealBlkTable::keys;
+constexpr int polyRow = 2 * RealBlkTable::keys;
+constexpr int programRow = 3 * RealBlkTable::keys;
 constexpr int pressureRow = programRow + 1;
 constexpr int bendRow = programRow + 2;
 
@@ -56,7 +56,7 @@ NoteInView noteIn(const EvntRef& ref, const CBlk& blk, const CEvnt& e)
 
 } // namespace
 
-int NoteTable::rowOf(const StripKind& kind)
+int RealBlkTable::rowOf(const StripKind& kind)
 {
     switch (kind.what) {
     case StripKind::What::velocity: break;
@@ -69,7 +69,7 @@ int NoteTable::rowOf(const StripKind& kind)
     return 0;
 }
 
-void NoteTable::build(const CRealBlk& real)
+void RealBlkTable::build(const CRealBlk& real)
 {
     m_eventCount = real.GetNum();
     m_first.fill(0);
@@ -118,7 +118,7 @@ std::span<const BlkInView> NoteTables::blks(int track) const
     return kept.blks;
 }
 
-const NoteTable* NoteTables::tableOf(const CBlk& blk) const
+const RealBlkTable* NoteTables::tableOf(const CBlk& blk) const
 {
     const CRealBlk* real = blk.GetRealBlk();
     if (!real) return nullptr;
@@ -129,7 +129,7 @@ const NoteTable* NoteTables::tableOf(const CBlk& blk) const
     return &entry.table;
 }
 
-NoteInView NoteTables::noteOf(int track, const BlkInView& at, const NoteTable::Item& item) const
+NoteInView NoteTables::noteOf(int track, const BlkInView& at, const RealBlkTable::Item& item) const
 {
     NoteInView note;
     note.ref = {m_editor.GetTrkPos(track), at.blk, item.evnt};
@@ -143,7 +143,7 @@ NoteInView NoteTables::noteOf(int track, const BlkInView& at, const NoteTable::I
     return note;
 }
 
-ValueInView NoteTables::valueOf(int track, const BlkInView& at, const NoteTable::Item& item) const
+ValueInView NoteTables::valueOf(int track, const BlkInView& at, const RealBlkTable::Item& item) const
 {
     return {{m_editor.GetTrkPos(track), at.blk, item.evnt},
             tick::later(at.start, item.start),
@@ -163,10 +163,10 @@ std::optional<ValueInView> NoteTables::valueBefore(int track, StripKind kind, st
     const BlkRef ref = blkAt(track, time);
     if (!ref.blk) return std::nullopt;
     CBlk& blk = *List<CBlk>::get(ref.blk);
-    const NoteTable* table = tableOf(blk);
+    const RealBlkTable* table = tableOf(blk);
     if (!table) return std::nullopt;
-    const std::span<const NoteTable::Item> row = table->row(NoteTable::rowOf(kind));
-    const auto behind = std::ranges::lower_bound(row, time - blk.GetTimeTop(), {}, &NoteTable::Item::start);
+    const std::span<const RealBlkTable::Item> row = table->row(RealBlkTable::rowOf(kind));
+    const auto behind = std::ranges::lower_bound(row, time - blk.GetTimeTop(), {}, &RealBlkTable::Item::start);
     if (behind == row.begin()) return std::nullopt;
     return valueOf(track, {blk.GetTimeTop(), blk.GetTimeEnd(), 0, &blk}, *std::prev(behind));
 }
@@ -174,10 +174,10 @@ std::optional<ValueInView> NoteTables::valueBefore(int track, StripKind kind, st
 EvntRef NoteTables::nextOfKey(const EvntRef& note) const
 {
     const CEvnt& e = *List<CEvnt>::get(note.evnt);
-    const NoteTable* table = isNote(e) ? tableOf(*List<CBlk>::get(note.blk)) : nullptr;
+    const RealBlkTable* table = isNote(e) ? tableOf(*List<CBlk>::get(note.blk)) : nullptr;
     if (!table) return {};
-    const std::span<const NoteTable::Item> row = table->row(tessaro::rowOf(e));
-    auto at = std::ranges::lower_bound(row, e.GetTime(), {}, &NoteTable::Item::start);
+    const std::span<const RealBlkTable::Item> row = table->row(tessaro::rowOf(e));
+    auto at = std::ranges::lower_bound(row, e.GetTime(), {}, &RealBlkTable::Item::start);
     while (at != row.end() && at->evnt != &e) ++at;
     if (at == row.end() || ++at == row.end()) return {};
     return {note.trk, note.blk, at->evnt};

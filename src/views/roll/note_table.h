@@ -25,7 +25,7 @@ class CRealBlk;
 /// The notes and the values of one real block, drawn from its list for quick answers: a row for each key, controller
 /// and further kind of value, in the order of the list, each with a tree over its spans. 24 bytes an event; times count
 /// from the block's top. A note takes at least one tick, a value exactly one.
-class NoteTable {
+class RealBlkTable {
 public:
     struct Item {
         std::uint32_t start;
@@ -114,7 +114,7 @@ public:
     {
         forEachBlk(track, from, to, [&](const BlkInView& at) {
             for (int key = low; key <= high; ++key)
-                forEachItem(at, key, from, to, [&](const NoteTable::Item& item) { visit(noteOf(track, at, item)); });
+                forEachItem(at, key, from, to, [&](const RealBlkTable::Item& item) { visit(noteOf(track, at, item)); });
         });
     }
 
@@ -122,11 +122,11 @@ public:
     template <class Visit>
     void forEachValue(int track, StripKind kind, std::uint32_t from, std::uint32_t to, Visit&& visit) const
     {
-        const int first = kind.isVelocity() ? 0 : NoteTable::rowOf(kind);
-        const int last = kind.isVelocity() ? NoteTable::keys - 1 : first;
+        const int first = kind.isVelocity() ? 0 : RealBlkTable::rowOf(kind);
+        const int last = kind.isVelocity() ? RealBlkTable::keys - 1 : first;
         forEachBlk(track, from, to, [&](const BlkInView& at) {
             for (int row = first; row <= last; ++row)
-                forEachItem(at, row, from, to, [&](const NoteTable::Item& item) {
+                forEachItem(at, row, from, to, [&](const RealBlkTable::Item& item) {
                     const ValueInView value = valueOf(track, at, item);
                     if (value.time >= from) visit(value);
                 });
@@ -149,7 +149,7 @@ public:
 
 private:
     struct Entry {
-        NoteTable table;
+        RealBlkTable table;
         bool isStale = true;
     };
     struct TrkBlks {
@@ -160,15 +160,15 @@ private:
     template <class Visit>
     void forEachItem(const BlkInView& at, int row, std::uint32_t from, std::uint32_t to, Visit&& visit) const
     {
-        const NoteTable* table = tableOf(*at.blk);
+        const RealBlkTable* table = tableOf(*at.blk);
         if (!table) return;
         const std::uint32_t top = at.start;
         span_tree::forEach(table->row(row), from > top ? from - top : 0, to - top, visit);
     }
     [[nodiscard]] std::span<const BlkInView> blks(int track) const;
-    [[nodiscard]] const NoteTable* tableOf(const CBlk& blk) const;
-    [[nodiscard]] NoteInView noteOf(int track, const BlkInView& at, const NoteTable::Item& item) const;
-    [[nodiscard]] ValueInView valueOf(int track, const BlkInView& at, const NoteTable::Item& item) const;
+    [[nodiscard]] const RealBlkTable* tableOf(const CBlk& blk) const;
+    [[nodiscard]] NoteInView noteOf(int track, const BlkInView& at, const RealBlkTable::Item& item) const;
+    [[nodiscard]] ValueInView valueOf(int track, const BlkInView& at, const RealBlkTable::Item& item) const;
     void markStale(POSITION blk);
 
     CEditor& m_editor;
