@@ -9,17 +9,16 @@
 #include "views/clipboard/song_clipboard.h"
 #include "views/editors/view_actions.h"
 #include "views/list/cell_editors.h"
+#include "views/list/insert_menu.h"
 #include "views/list/list_font.h"
+#include "views/list/list_header.h"
 #include "views/roll/grid.h"
-#include "views/roll/note_text.h"
 #include "views/text/ui_text.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPainter>
 
 #include <algorithm>
 #include <array>
@@ -30,31 +29,6 @@ namespace {
 constexpr int heardMilliseconds = 300;
 constexpr int lateMilliseconds = 100;
 
-/// Its names stand over the cells.
-class ListHeader : public QHeaderView {
-public:
-    explicit ListHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) { setSectionsClickable(false); }
-
-    [[nodiscard]] QSize sizeHint() const override
-    {
-        return {QHeaderView::sizeHint().width(), fontMetrics().height() + 8};
-    }
-
-protected:
-    void paintSection(QPainter* painter, const QRect& place, int column) const override
-    {
-        QStyleOptionHeader section;
-        initStyleOption(&section);
-        section.rect = place;
-        style()->drawControl(QStyle::CE_HeaderSection, &section, painter, this);
-        const auto alignment = model()->headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).toInt();
-        const QString name = model()->headerData(column, Qt::Horizontal).toString();
-        const QRect room = place.adjusted(CellEditors::padding, 0, -CellEditors::padding, -1);
-        painter->setPen(palette().color(QPalette::PlaceholderText));
-        painter->drawText(room, alignment, fontMetrics().elidedText(name, Qt::ElideRight, room.width()));
-    }
-};
-
 constexpr ViewCommand commands[] = {
     ViewCommand::cut,        ViewCommand::copy,      ViewCommand::paste,      ViewCommand::remove,
     ViewCommand::duplicate,  ViewCommand::selectAll, ViewCommand::selectNone, ViewCommand::invertSelection,
@@ -62,9 +36,6 @@ constexpr ViewCommand commands[] = {
     ViewCommand::tickRight,  ViewCommand::nudgeUp,   ViewCommand::nudgeDown,  ViewCommand::octaveUp,
     ViewCommand::octaveDown, ViewCommand::longer,    ViewCommand::shorter,    ViewCommand::insertEvent,
 };
-
-/// Controllers that the menu offers by name.
-constexpr int usualControllers[] = {1, 7, 10, 11, 64, 91, 93};
 
 /// A key that begins to type a value.
 bool beginsValue(const QKeyEvent& key)
@@ -663,29 +634,13 @@ std::uint8_t CListVw::channel() const
 void CListVw::fillInsertMenu(QMenu& menu)
 {
     const CTrk* trk = List<CTrk>::get(m_parts.editor.GetTrkPos(m_track));
-    const std::uint8_t type = !trk                              ? trktype::unused
-                            : trk->GetType() == trktype::unused ? trktype::midi
-                                                                : trk->GetType();
-    const auto add = [this](QMenu& to, const QString& name, EvntKind kind, int controller = -1) {
-        QObject::connect(to.addAction(name), &QAction::triggered, this, [this, kind, controller] {
-            EvntDraft draft = newEvnt(kind, insertTime(), channel());
-            if (controller >= 0) draft.rec.post1 = static_cast<std::uint8_t>(controller);
-            insert(std::move(draft));
-        });
-    };
-    for (const EvntKind kind : kindsToInsert(m_track, type)) {
-        if (kind == EvntKind::sysex || kind == EvntKind::tempo || kind == EvntKind::text) menu.addSeparator();
-        const QString name = m_parts.text(infoOf(kind).name);
-        if (kind != EvntKind::control) {
-            add(menu, name, kind);
-            continue;
-        }
-        QMenu* controllers = menu.addMenu(name);
-        for (const int controller : usualControllers)
-            add(*controllers, controllerName(controller, m_parts.text), kind, controller);
-        controllers->addSeparator();
-        add(*controllers, m_parts.text(TextId::listOtherController), kind, 0);
-    }
+    const bool isUnused = !trk || trk->GetType() == trktype::unused;
+    fillKinds(menu, kindsToInsert(m_track, isUnused ? trktype::midi : trk->GetType()), m_parts.text,
+              [this](EvntKind kind, std::optional<std::uint8_t> controller) {
+                  EvntDraft draft = newEvnt(kind, insertTime(), channel());
+                  if (controller) draft.rec.post1 = *controller;
+                  insert(std::move(draft));
+              });
 }
 
 int CListVw::firstValueColumn(const CEvnt& event) const
