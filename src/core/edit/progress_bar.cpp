@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/edit/progress_bar.h"
 
+#include <utility>
+
 namespace tessaro {
 
 void ProgressBar::open(std::uint32_t low, std::uint32_t high)
 {
-    if (!m_open) m_port.begin();
-    m_open = true;
+    if (!std::exchange(m_open, true)) m_port.begin(); // which may already let the window live
     range(low, high);
 }
 

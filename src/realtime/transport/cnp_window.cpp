@@ -348,8 +348,8 @@ void CCnpWindow::SetTop()
 void CCnpWindow::timer()
 {
     if (m_winding.held()) return;
-    if (goesOn() && !plays() && !steps()) { // an edit that failed has stopped it for good
-        Stop();
+    if (goesOn() && !plays() && !steps()) {
+        if (records() || !isBeingEdited()) Stop(); // an edit that failed has stopped it for good
         return;
     }
     m_locationBox.showCountIn(m_smc.countInShown());
@@ -357,6 +357,11 @@ void CCnpWindow::timer()
     m_locationBox.follow(tick, m_loop ? m_loopStart : tick);
     UpdateTempo();
     if (records() && !steps()) passTake(tick);
+}
+
+bool CCnpWindow::isBeingEdited() const
+{
+    return m_smc.song() && (m_smc.song()->IsUndoOpen() || m_smc.song()->IsPrgDlg());
 }
 
 // What comes before the take's beginning is the song as its own count-in.

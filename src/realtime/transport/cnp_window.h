@@ -143,6 +143,8 @@ private:
     void endFastForward();
     void locateAndShow(std::uint32_t tick);
     void passTake(std::uint32_t tick);
+    /// A step is open, or long work goes on: the song stands still as long as that takes.
+    [[nodiscard]] bool isBeingEdited() const;
     void applyLoop();
     void applyTranspose(int semitones);
     void wantTimer(bool on);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/edit/undo_scope.h"
 #include "realtime/play/output_filter.h"
 #include "realtime/transport/devices.h"
 #include "realtime/transport/panel_bench.h"
@@ -84,6 +85,29 @@ TEST_F(TransportTest, TempoBoxReachesEveryTempo)
     bench.panel.TempoUp();
     EXPECT_EQ(seen.tempo, 121);
     EXPECT_EQ(bench.loom.getLoomRelativeTempo(), 9); // the smallest that reaches it
+}
+
+TEST_F(TransportTest, StandsWhileAnEditTakesItsTimeAndGoesOnBehindIt)
+{
+    bench.panel.Start();
+    play(100ms);
+    {
+        const UndoScope step(bench.editor, "long");
+        bench.editor.StopSeq();
+        bench.panel.timer(); // the window lives on behind a progress bar or a box
+        EXPECT_TRUE(bench.panel.GetPlayBtn());
+    }
+    EXPECT_TRUE(bench.smc.running());
+    bench.editor.StopSeq();
+    bench.editor.SetPrgDlg(); // as undo has
+    bench.panel.timer();
+    EXPECT_TRUE(bench.panel.GetPlayBtn());
+    bench.editor.EndPrgDlg();
+    bench.editor.PlaySeq();
+    EXPECT_TRUE(bench.smc.running());
+    bench.editor.StopSeq();
+    bench.panel.timer();
+    EXPECT_FALSE(bench.panel.GetPlayBtn());
 }
 
 TEST_F(TransportTest, EditsInterruptPlayAndKeepItsPlace)
