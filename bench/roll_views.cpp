@@ -24,11 +24,11 @@ constexpr std::uint32_t chordStep = 240;
 struct Song : PartsFixture {
     std::uint32_t end = 0;
 
-    Song(std::int64_t notes, int tracks)
+    Song(std::int64_t count, int tracks)
     {
         constexpr std::int64_t blkNotes = 16 * 8 * 3;
         for (int track = 1; track <= tracks; ++track) {
-            const std::int64_t share = notes / tracks;
+            const std::int64_t share = count / tracks;
             for (std::int64_t done = 0; done < share; done += blkNotes) {
                 const auto top = static_cast<std::uint32_t>(done / 3 * chordStep);
                 CBlk& blk = addBlock(track, top, top + 16 * 1920);

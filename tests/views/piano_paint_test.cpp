@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QPaintEvent>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -195,6 +196,39 @@ TEST_F(PianoFrameTest, FollowsThePositionByStripsAndPages)
     EXPECT_EQ(view->scale().start(), 1920U * 9);
     frame->setPosition(1920 * 9 + 500, true);
     EXPECT_EQ(view->scale().start(), 1920U * 9);
+}
+
+TEST_F(PianoFrameTest, TheWheelScrollsAndZoomsAtThePointer)
+{
+    view->rescale([](RollScale& scale) { scale.setStart(19200); });
+    const QPoint place(500, at(0, 61).y());
+    const auto turn = [&](int angle, Qt::KeyboardModifiers keys) {
+        QWheelEvent event(place, view->mapToGlobal(place), {}, {0, angle}, Qt::NoButton, keys, Qt::NoScrollPhase,
+                          false);
+        QApplication::sendEvent(view, &event);
+    };
+    const std::uint32_t time = view->scale().time(place.x());
+    turn(-240, Qt::ControlModifier);
+    EXPECT_GT(view->scale().zoom(), 3);
+    EXPECT_NEAR(view->scale().time(place.x()), time, 4);
+    turn(240, Qt::ControlModifier);
+    EXPECT_NEAR(view->scale().zoom(), 2, 0.01);
+    turn(-120, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(view->scale().rowHeight(), 15);
+    EXPECT_EQ(view->scale().key(place.y()), 61);
+    const int scroll = view->scale().scroll();
+    turn(-120, {});
+    EXPECT_EQ(view->scale().scroll(), scroll + 3 * 15);
+    turn(-120, Qt::ShiftModifier);
+    EXPECT_GT(view->scale().time(place.x()), time);
+}
+
+TEST_F(PianoFrameTest, TheStatusLineTellsWhatIsUnderThePointer)
+{
+    QTest::mouseMove(view, at(500, 61));
+    EXPECT_EQ(frame->status().values(), (NoteStatus::Values{"1:02:000", "0:240", "C#4", "100"}));
+    QTest::mouseMove(view, at(800, 59));
+    EXPECT_EQ(frame->status().values(), (NoteStatus::Values{"1:02:320", "", "B3", ""}));
 }
 
 TEST_F(PianoFrameTest, TheRulerLocatesAndMarksTheLoop)

@@ -55,6 +55,7 @@ public:
     [[nodiscard]] CRollView& view() const { return *m_view; }
     [[nodiscard]] StripView& strip() const { return *m_strip; }
     [[nodiscard]] GridBox& gridBox() const { return *m_grid; }
+    [[nodiscard]] NoteStatus& status() const { return *m_status; }
     [[nodiscard]] ChoiceBox& trackBox() const { return *m_tracks; }
     /// The open page of the selected notes; null for none.
     [[nodiscard]] CPnoNotePropPage* noteProperties() const { return m_properties; }

@@ -91,7 +91,6 @@ void CRollView::placeRows()
 
 void CRollView::songReplaced()
 {
-    m_parts.notes.clear();
     m_held = Held::nothing;
     m_position = 0;
     m_scale.setStart(0);
