@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/fakes.h"
 #include "views/tracks/ruler_gesture.h"
-#include "views/tracks/song_scale.h"
+#include "views/tracks/ruler_lines.h"
 #include "views/transport/location_text.h"
 
 #include <gtest/gtest.h>
@@ -22,44 +23,42 @@ TEST(LocationText, KeepsFieldWidths)
     EXPECT_EQ(signatureText(4, 255), "4/0");
 }
 
-TEST(SongScale, GoesThereAndBack)
+TEST(RulerLines, KeepTheirDistanceAtEveryZoom)
 {
-    const SongScale scale(1920 * 64, 800);
-    for (const std::uint32_t tick : {0U, 1920U, 61'440U, 122'880U})
-        EXPECT_NEAR(scale.tick(scale.x(tick)), tick, 1) << tick;
-    EXPECT_EQ(scale.tick(-50), 0U);
-    EXPECT_EQ(scale.tick(5000), scale.end());
-    // Neither an empty song nor a pane without width divides by zero.
-    EXPECT_EQ(SongScale(0, 0).tick(100), 1U);
-    // The longest possible song stays in order.
-    const SongScale longest(0xFFFFFFFFU, 1000);
-    EXPECT_LT(longest.x(0xFFFFFFF0U), 1000 - SongScale::margin + 1);
-    EXPECT_EQ(longest.tick(999'999), 0xFFFFFFFFU);
-}
-
-TEST(Ruler, LabelsKeepTheirDistance)
-{
-    // A song of mixed measures: every third has half the length.
-    const auto top = [](std::uint32_t m) { return m / 3 * 4800 + m % 3 * 1920; };
-    for (const std::uint32_t measures : {1U, 7U, 64U, 999U, 9999U}) {
-        const SongScale scale(top(measures), 900);
-        double last = -1000;
-        double previous = -1000;
-        const auto marks = rulerMarks(scale, measures, 40, top);
-        ASSERT_FALSE(marks.empty());
-        EXPECT_EQ(marks.front().measure, 1U);
-        EXPECT_TRUE(marks.front().labelled);
-        EXPECT_LE(marks.size(), 300U); // what is drawn depends on the width, not on the song
-        for (const RulerMark& mark : marks) {
-            EXPECT_DOUBLE_EQ(mark.x, scale.x(top(mark.measure - 1)));
-            EXPECT_GT(mark.x, previous);
-            previous = mark.x;
-            if (!mark.labelled) continue;
-            EXPECT_GE(mark.x - last, 40);
-            last = mark.x;
+    test::EditorBench bench; // of 4/4
+    TrkGeometry geometry;
+    geometry.setSize({1000, 400});
+    for (const double zoom : {6.0, 17.0, 60.0, 384.0}) {
+        geometry.setZoom(zoom);
+        for (const std::uint32_t origin : {0U, 1000U, 1920U * 5000U}) {
+            geometry.setOrigin(origin);
+            int lastLabel = -1000;
+            int last = -1000;
+            int labels = 0;
+            const auto lines = rulerLines(geometry, bench.editor.maps().meas(), {0, 0, 1000, 400}, 48);
+            for (const RulerLine& line : lines) {
+                EXPECT_GE(line.x - last, 8) << zoom;
+                last = line.x;
+                if (line.kind == RulerLine::Kind::beat) continue;
+                EXPECT_EQ(line.x, geometry.windowX((line.measure - 1) * 1920)) << zoom;
+                if (line.kind != RulerLine::Kind::labelled) continue;
+                ++labels;
+                EXPECT_GE(line.x - lastLabel, 48);
+                lastLabel = line.x;
+            }
+            EXPECT_GE(labels, 2) << "somewhere there is a number";
+            EXPECT_LE(lines.size(), 200U);
         }
     }
-    EXPECT_TRUE(rulerMarks(SongScale(0, 900), 0, 40, top).empty());
+    // A part of the window has the lines of the whole.
+    const QRect part(300, 0, 50, 400);
+    const auto inside = [&](const QRect& area) {
+        std::vector<int> xs;
+        for (const RulerLine& line : rulerLines(geometry, bench.editor.maps().meas(), area, 48))
+            if (part.contains(line.x, 0)) xs.push_back(line.x);
+        return xs;
+    };
+    EXPECT_EQ(inside(part), inside({0, 0, 1000, 400}));
 }
 
 TEST(RulerGesture, TellsAClickFromADrag)

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "song_fixture.h"
+#include "core/edit/undo_scope.h"
+#include "parts_fixture.h"
 #include "views/theme/colours.h"
 #include "views/theme/icons.h"
 #include "views/theme/theme.h"
-#include "views/tracks/song_overview.h"
+#include "views/tracks/track_frame.h"
+#include "views/tracks/trk_blk_view.h"
 #include "views/widgets/number_display.h"
 
 #include <QApplication>
@@ -85,39 +87,99 @@ protected:
     }
 };
 
-TEST(SongOverview, AStepOfThePositionPaintsTwoStrips)
-{
-    SongFixture song;
-    CBlk& blk = song.addBlock(1, 0, 1920 * 16);
-    SongFixture::addNote(blk, 0, 60, 100, 1920 * 16);
-    std::vector<TrackRow> rows = trackRows(song.editor);
-    const auto pictures = [&] { return std::vector<Miniature>{Miniature(*song.editor.song().trk(1), 1920 * 16)}; };
+/// The track window over a block of 16 bars with one long note.
+struct TrackPicture : PartsFixture {
+    CBlk& blk = addBlock(1, 0, 1920 * 16);
+    std::unique_ptr<CTrackFrame> frame;
 
-    SongOverview overview;
-    overview.setPalette(lightPalette());
-    overview.resize(800, 400);
-    overview.setSong(rows, pictures(), 1920 * 16, {});
-    overview.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&overview));
-    QApplication::processEvents();
+    TrackPicture()
+    {
+        addNote(blk, 0, 60, 1920 * 16);
+        bind();
+        frame = std::make_unique<CTrackFrame>(parts);
+        frame->setPalette(lightPalette());
+        frame->resize(1200, 400);
+        frame->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(frame.get()));
+        QApplication::processEvents();
+    }
+    CTrkBlkView& view() { return frame->blkView(); }
+    QImage row(int track) { return view().viewport()->grab(QRect(60, 2 + track * 20, 200, 20)).toImage(); }
+    /// How many pixels have this colour.
+    static int count(const QImage& image, const QColor& colour)
+    {
+        int found = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) found += image.pixelColor(x, y) == colour;
+        return found;
+    }
+};
+
+TEST(TrackPainting, AStepOfThePositionPaintsTwoStrips)
+{
+    TrackPicture picture;
     PaintedArea area;
-    overview.installEventFilter(&area);
-    overview.setPosition(1920 * 8);
+    picture.view().viewport()->installEventFilter(&area);
+    picture.frame->setPosition(1920 * 2, false);
     QApplication::processEvents();
     EXPECT_GT(area.pixels, 0);
-    EXPECT_LT(area.pixels, 800 * 400 / 10);
+    EXPECT_LT(area.pixels, 2 * 20 * 400);
+    picture.frame->setPosition(1920 * 200, true); // a page is turned
+    EXPECT_EQ(picture.view().geometry().origin(), 1920U * 200);
+}
 
-    // The lane wears the track's colour, and loses it when the track is silent.
-    const QColor colour = trackColour(1, overview.palette());
-    const auto isColour = [&](const QImage& image) {
-        for (int y = 28; y < 56; ++y)
-            if (image.pixelColor(200, y) == colour) return true;
-        return false;
-    };
-    EXPECT_TRUE(isColour(overview.grab().toImage()));
-    rows[0].sounding = false;
-    overview.setRows(rows);
-    EXPECT_FALSE(isColour(overview.grab().toImage()));
+TEST(TrackPainting, ShowsNotesColoursSelectionAndLinks)
+{
+    TrackPicture picture;
+    const QPalette palette = lightPalette();
+    const QColor notes = blend(trackColour(1, palette), palette.color(QPalette::Base), 0.8);
+    const QColor accent = palette.color(QPalette::Highlight);
+    EXPECT_GT(TrackPicture::count(picture.row(1), notes), 150);
+    EXPECT_EQ(TrackPicture::count(picture.row(2), notes), 0);
+    picture.editor.SetTrkMute(1, true);
+    EXPECT_EQ(TrackPicture::count(picture.row(1), notes), 0) << "a silent track loses its colour";
+    picture.editor.SetTrkMute(1, false);
+
+    const POSITION trk = picture.editor.GetTrkPos(1);
+    {
+        const UndoScope step(picture.editor, "change");
+        picture.editor.DeleteEvnt(trk, &picture.blk, picture.blk.GetHeadPos());
+    }
+    EXPECT_EQ(TrackPicture::count(picture.row(1), notes), 0);
+    picture.editor.UndoNode();
+    EXPECT_GT(TrackPicture::count(picture.row(1), notes), 150);
+
+    {
+        const UndoScope step(picture.editor, "link");
+        picture.editor.BlkGhost(trk, &picture.blk, picture.editor.GetTrkPos(2), 0);
+    }
+    EXPECT_EQ(TrackPicture::count(picture.row(2), accent), 0);
+    picture.frame->selection().setBlks({{BlkRef{trk, &picture.blk}}});
+    EXPECT_GT(TrackPicture::count(picture.row(1), accent), 50);
+    EXPECT_GT(TrackPicture::count(picture.row(2), accent), 10) << "a sibling of what is selected";
+}
+
+TEST(TrackPainting, ManyEventsChangedCostOnePainting)
+{
+    TrackPicture picture;
+    for (std::uint32_t i = 0; i < 2000; ++i) TrackPicture::addNote(picture.blk, i, 60, 5);
+    QApplication::processEvents();
+    PaintedArea area;
+    picture.view().viewport()->installEventFilter(&area);
+    const POSITION trk = picture.editor.GetTrkPos(1);
+    {
+        const UndoScope step(picture.editor, "move");
+        for (POSITION evnt = picture.blk.GetHeadPos(); evnt; evnt = evnt->next) {
+            _EDT_EVNT rec;
+            picture.blk.GetEvnt(evnt, rec);
+            rec.post1 = 70;
+            rec.time += picture.blk.GetTimeTop();
+            picture.editor.SetEvnt(trk, &picture.blk, evnt, rec);
+        }
+    }
+    QApplication::processEvents();
+    EXPECT_LE(area.pixels, picture.view().viewport()->width() * picture.view().viewport()->height());
+    EXPECT_GT(area.pixels, 0);
 }
 
 } // namespace

@@ -1,36 +1,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/edit/undo_scope.h"
 #include "song_fixture.h"
+#include "views/tracks/blk_pictures.h"
+#include "views/tracks/blk_shares.h"
 #include "views/tracks/lights.h"
-#include "views/tracks/miniature.h"
 #include "views/tracks/note_starts.h"
 #include "views/tracks/track_rows.h"
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace tessaro {
 namespace {
 
-TEST(TrackRows, ListTracksWithBlocksAndWhatSounds)
+TEST(TrackRows, AreTheHundredTracksAndWhatSounds)
 {
     SongFixture song;
-    const auto shown = [&](int track) { // 0 for no row, 1 for an empty one, 2 for one in use
-        for (const TrackRow& row : trackRows(song.editor))
-            if (row.track == track) return row.used ? 2 : 1;
-        return 0;
-    };
-    EXPECT_EQ(trackRows(song.editor).size(), 16U); // a new song has tracks to record on
-    EXPECT_EQ(shown(16), 1);
     for (const int track : {1, 4, 40}) song.addBlock(track, 0, 1920);
-    EXPECT_EQ(shown(4), 2);
-    EXPECT_EQ(shown(17), 0);
-    EXPECT_EQ(shown(40), 2);
-    EXPECT_EQ(shown(41), 1); // room behind the last
-    song.addBlock(100, 0, 1920);
-    EXPECT_EQ(trackRows(song.editor).size(), 18U);
-
     song.editor.SetTrkMute(4, true);
     song.editor.SetTrkRec(2, true);
     auto rows = trackRows(song.editor);
+    ASSERT_EQ(rows.size(), 100U);
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        EXPECT_EQ(rows[row].track, static_cast<int>(row) + 1);
+        EXPECT_EQ(rows[row].used, row == 0 || row == 3 || row == 39);
+    }
     EXPECT_EQ(rows[3].channel, 3);
     EXPECT_TRUE(rows[1].record);
     EXPECT_TRUE(rows[0].sounding);
@@ -39,40 +34,130 @@ TEST(TrackRows, ListTracksWithBlocksAndWhatSounds)
     rows = trackRows(song.editor);
     EXPECT_FALSE(rows[0].sounding);
     EXPECT_TRUE(rows[3].sounding);
-    EXPECT_FALSE(rows.back().sounding);
+    EXPECT_FALSE(rows[39].sounding);
 }
 
-TEST(Miniature, PutsNotesWhereTheyPlay)
+BlkPicture whole(const CRealBlk& real)
 {
-    SongFixture song;
-    const std::uint32_t end = Miniature::parts * 10; // ten ticks a part
-    CBlk& blk = song.addBlock(1, 1000, 5000);
-    SongFixture::addNote(blk, 1000, 40, 100, 20);        // lowest: parts 100 and 101
-    SongFixture::addNote(blk, 2000, 99, 100, 0);         // highest, without length: part 200
-    SongFixture::addNote(blk, 4990, 60, 100, 1'000'000); // runs past the song's end
-    const Miniature picture(*song.editor.song().trk(1), end);
-
-    ASSERT_EQ(picture.blocks().size(), 1U);
-    EXPECT_EQ(picture.blocks()[0].top, 1000U);
-    EXPECT_EQ(picture.bandsIn(0, 100), 0U);
-    EXPECT_EQ(picture.bandsIn(100, 102), 1U);
-    EXPECT_EQ(picture.bandsIn(102, 200), 0U);
-    EXPECT_EQ(picture.bandsIn(200, 201), 1U << (Miniature::bands - 1));
-    EXPECT_NE(picture.bandsIn(1023, 5000), 0U);
-    EXPECT_EQ(Miniature(*song.editor.song().trk(2), 0).bandsIn(0, Miniature::parts), 0U);
+    BlkPicture picture(real);
+    std::size_t budget = 1'000'000;
+    EXPECT_TRUE(picture.build(budget));
+    return picture;
 }
 
-TEST(Miniature, OfABlockUnderRecordingLeavesTheOthersOut)
+TEST(BlkPicture, TellsWhichPitchesSoundInASpan)
 {
     SongFixture song;
-    const std::uint32_t end = Miniature::parts * 10;
-    SongFixture::addNote(song.addBlock(1, 0, 1000), 0, 20, 100, 1000);
-    CBlk& take = song.addBlock(1, 2000, 2000);
-    SongFixture::addNote(take, 2500, 60, 100, 10);
-    const Miniature picture(take, end);
-    ASSERT_EQ(picture.blocks().size(), 1U);
-    EXPECT_EQ(picture.bandsIn(0, 250), 0U);
-    EXPECT_NE(picture.bandsIn(250, 251), 0U);
+    CBlk& blk = song.addBlock(1, 1000, 9000); // the picture counts from here
+    SongFixture::addNote(blk, 1000, 40, 100, 48);
+    SongFixture::addNote(blk, 1480, 41, 100, 0); // shares a step with 40; without length
+    SongFixture::addNote(blk, 1480, 127, 100, 4000);
+    SongFixture::addNote(blk, 2000, 127, 100, 10); // inside the long one
+    const BlkPicture picture = whole(*blk.GetRealBlk());
+    const std::uint64_t low = std::uint64_t{1} << 20;
+    const std::uint64_t high = std::uint64_t{1} << 63;
+    EXPECT_EQ(picture.pitches(), low | high);
+    EXPECT_EQ(picture.pitches(0, 1), low);
+    EXPECT_EQ(picture.pitches(47, 48), low);
+    EXPECT_EQ(picture.pitches(48, 480), 0U);
+    EXPECT_EQ(picture.pitches(480, 500), low | high);
+    EXPECT_EQ(picture.pitches(504, 4480), high);
+    EXPECT_EQ(picture.pitches(4480 + BlkPicture::leastSpan, 0xFFFFFFFFU), 0U);
+    EXPECT_EQ(picture.pitches(5, 5), 0U);
+    EXPECT_EQ(whole(*song.addBlock(2, 0, 100).GetRealBlk()).pitches(0, 100), 0U);
+}
+
+TEST(BlkPicture, AgreesWithAWalkAlsoWhereTheBlockIsVeryLong)
+{
+    SongFixture song;
+    std::mt19937 dice(7);
+    for (const std::uint32_t length : {4000U, 3'000'000U, 0xF0000000U}) {
+        CBlk& blk = song.addBlock(1, 0, 10);
+        struct Note {
+            std::uint32_t time, gate;
+            int key;
+        };
+        std::vector<Note> notes;
+        for (int i = 0; i < 60; ++i) {
+            const Note note{static_cast<std::uint32_t>(dice()) % length,
+                            static_cast<std::uint32_t>(dice()) % (length / 8), static_cast<int>(dice() % 128)};
+            notes.push_back(note);
+            SongFixture::addNote(blk, note.time, note.key, 100, note.gate);
+        }
+        const BlkPicture picture = whole(*blk.GetRealBlk());
+        const std::uint32_t span = std::max(BlkPicture::leastSpan, length / 32768); // nothing finer is kept
+        for (int i = 0; i < 200; ++i) {
+            const std::uint32_t from = static_cast<std::uint32_t>(dice()) % length;
+            const std::uint32_t to = from + length / 100 + 1;
+            std::uint64_t sure = 0;
+            std::uint64_t near = 0;
+            for (const Note& n : notes) {
+                const std::uint64_t end = std::uint64_t{n.time} + std::max(n.gate, 1U);
+                if (n.time < to && end > from) sure |= std::uint64_t{1} << (n.key / 2);
+                if (n.time < std::uint64_t{to} + span && end + span > from) near |= std::uint64_t{1} << (n.key / 2);
+            }
+            const std::uint64_t shown = picture.pitches(from, to);
+            if (to < length / 2) EXPECT_EQ(sure & ~shown, 0U); // the very end may be cut
+            EXPECT_EQ(shown & ~near, 0U);
+        }
+    }
+}
+
+TEST(BlkPictures, AreMadeWithinABudgetAndAnewAfterAChange)
+{
+    SongFixture song;
+    CBlk& blk = song.addBlock(1, 0, 10000);
+    for (std::uint32_t i = 0; i < 100; ++i) SongFixture::addNote(blk, i * 10, 60, 100, 5);
+    const CRealBlk& real = *blk.GetRealBlk();
+    BlkPictures pictures;
+    const auto find = [&](std::size_t budget) {
+        pictures.begin(budget);
+        return pictures.find(real);
+    };
+    EXPECT_FALSE(find(60));
+    EXPECT_TRUE(pictures.unfinished());
+    const BlkPicture* first = find(60); // goes on where it was
+    ASSERT_TRUE(first);
+    EXPECT_FALSE(pictures.unfinished());
+    EXPECT_EQ(find(0), first);
+
+    SongFixture::addNote(blk, 500, 72, 100, 5);
+    pictures.setStale(&real);
+    pictures.setStale(&real);
+    EXPECT_EQ(find(60), first) << "the old one serves meanwhile";
+    SongFixture::addNote(blk, 0, 84, 100, 5);
+    pictures.setStale(&real); // what was half made begins again
+    EXPECT_EQ(find(60), first);
+    const BlkPicture* second = find(60);
+    EXPECT_EQ(second->pitches(), std::uint64_t{1} << 30 | std::uint64_t{1} << 36 | std::uint64_t{1} << 42);
+    pictures.setStale(&real);
+    find(60);
+    pictures.dropUnfinished();
+    find(60);
+    EXPECT_TRUE(pictures.unfinished());
+}
+
+TEST(BlkShares, CountTheBlocksOfARealBlock)
+{
+    SongFixture song;
+    CBlk& blk = song.addBlock(1, 0, 1920);
+    BlkShares shares(song.editor);
+    shares.refresh();
+    EXPECT_FALSE(shares.isShared(blk.GetRealBlk()));
+    const POSITION trk = song.editor.GetTrkPos(1);
+    const POSITION trk2 = song.editor.GetTrkPos(2);
+    {
+        const UndoScope step(song.editor, "link");
+        song.editor.BlkGhost(trk, &blk, trk2, 0);
+        song.editor.BlkGhost(trk, &blk, trk2, 1920);
+    }
+    shares.setStale(2);
+    shares.refresh();
+    EXPECT_EQ(shares.count(blk.GetRealBlk()), 3);
+    song.editor.UndoNode();
+    shares.setStale(2);
+    shares.refresh();
+    EXPECT_EQ(shares.count(blk.GetRealBlk()), 1);
 }
 
 TEST(NoteStarts, FindNotesThatBegin)

@@ -28,8 +28,9 @@ void BlkPicture::add(const CEvnt& note)
 {
     const std::size_t bit = std::min<std::size_t>(note.GetPost1() / 2U, m_filled.size() - 1);
     const std::uint64_t last = std::uint64_t{note.GetTime()} + std::max(note.GetGateTime(), 1U) - 1;
-    const std::size_t end = static_cast<std::size_t>(std::min<std::uint64_t>(last / m_span + 1, m_spans.size()));
+    const std::size_t end = static_cast<std::size_t>(std::min<std::uint64_t>(last / m_span + 1, mostSpans));
     m_pitches |= std::uint64_t{1} << bit;
+    if (end > m_spans.size()) m_spans.resize(end); // it sounds on behind the last one
     for (std::size_t span = std::max(m_filled[bit], spanAt(note.GetTime())); span < end; ++span)
         m_spans[span] |= std::uint64_t{1} << bit;
     m_filled[bit] = std::max(m_filled[bit], end);

@@ -53,6 +53,8 @@ public:
     void songReplaced();
     void selectionChanged();
 
+    /// The tick behind the left margin, as far as there are measures.
+    void setOrigin(std::int64_t tick);
     void setZoom(double ticksAPixel);
     /// Around the middle of the window.
     void zoomBy(double steps);
@@ -104,7 +106,6 @@ private:
     /// The bars follow the geometry.
     void showScroll();
     void scrolled();
-    void setOrigin(std::int64_t tick);
     void stale();
     void showCursor(QPoint at);
     void showTip(QHelpEvent& event);

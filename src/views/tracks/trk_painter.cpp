@@ -76,6 +76,14 @@ void TrkPainter::paintRows(QPainter& painter, const QRect& area, const Look& loo
     if (currentTrack >= first && currentTrack <= last)
         painter.fillRect(area.left(), top(currentTrack), area.width(), g.rowHeight(),
                          blend(look.palette.color(QPalette::Highlight), base, 0.08));
+    if (loopOn) {
+        const LoopHandles loop = m_parts.gesture.loop();
+        const int left = std::max(g.windowX(loop.start), area.left());
+        const int right = std::min(g.windowX(loop.end), area.right() + 1);
+        if (left < right)
+            painter.fillRect(left, area.top(), right - left, area.height(),
+                             blend(look.palette.color(QPalette::Highlight), base, 0.06));
+    }
     for (const RulerLine& mark : rulerLines(g, m_parts.editor.maps().meas(), area, labelRoom))
         painter.fillRect(mark.x, area.top(), 1, std::min(area.bottom() + 1, bottom) - area.top(),
                          mark.kind == RulerLine::Kind::labelled ? line : faint);
@@ -296,14 +304,7 @@ void TrkPainter::paintLoop(QPainter& painter, const Look& look) const
     const int left = std::max(g.windowX(loop.start), -16);
     const int right = std::min(g.windowX(loop.end), g.size().width() + 16);
     constexpr int height = TrkGeometry::rulerHeight;
-    if (left < right) {
-        painter.fillRect(left, height - 4, right - left, 3, colour);
-        if (loopOn) {
-            QColor glass = colour;
-            glass.setAlphaF(0.06F);
-            painter.fillRect(left, height, right - left, g.size().height() - height, glass);
-        }
-    }
+    if (left < right) painter.fillRect(left, height - 4, right - left, 3, colour);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(colour);
