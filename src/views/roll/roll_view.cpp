@@ -2,7 +2,6 @@
 #include "views/roll/roll_view.h"
 
 #include "core/edit/editor.h"
-#include "realtime/transport/cnp_window.h"
 #include "realtime/transport/note_audition.h"
 #include "views/editors/view_actions.h"
 #include "views/roll/grid.h"
@@ -28,7 +27,6 @@ constexpr int textHeight = 12;   ///< of rows whose notes are named
 constexpr int textWidth = 28;    ///< of notes that are named
 constexpr int edgeInterval = 30; ///< milliseconds from one step of scrolling at the edge to the next
 constexpr int soundTime = 250;   ///< milliseconds of a note that is only to be heard
-constexpr int loopGrip = 5;      ///< pixels beside the end of a loop
 constexpr std::uint8_t columnVelocity = 100;
 
 /// Events of this hint come by the thousand in one step, which tells its end.
@@ -40,6 +38,7 @@ CRollView::CRollView(const ViewParts& parts)
     : m_parts(parts)
     , m_commands(parts.editor, parts.notes, parts.text.strings())
     , m_gesture({parts.editor, parts.notes, m_commands, parts.grid, m_scale, m_selection})
+    , m_ruler(parts, m_scale)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
@@ -206,14 +205,6 @@ bool CRollView::hasNotes()
     return m_hasNotes;
 }
 
-std::optional<std::pair<std::uint32_t, std::uint32_t>> CRollView::loop() const
-{
-    std::uint32_t start = 0;
-    std::uint32_t end = 0;
-    if (!m_parts.panel.GetLoop(start, end) || start >= end) return std::nullopt;
-    return std::pair(start, end);
-}
-
 // Painting
 
 QRect CRollView::rowsArea() const
@@ -247,8 +238,8 @@ void CRollView::paintEvent(QPaintEvent* event)
         paintSentence(painter);
         painter.setClipping(false);
     }
-    paintRuler(painter, event->rect());
-    paintLoop(painter);
+    if (event->rect().top() < RollScale::ruler) m_ruler.paint(painter, *this);
+    m_ruler.paintLoop(painter, *this);
     const QRect column(0, RollScale::ruler, RollScale::left, height() - RollScale::ruler);
     if (event->rect().intersects(column)) {
         painter.setClipRect(column);
@@ -256,7 +247,7 @@ void CRollView::paintEvent(QPaintEvent* event)
         painter.setClipping(false);
         painter.fillRect(column.right(), 0, 1, height(), palette().mid());
     }
-    paintPosition(painter);
+    m_ruler.paintPosition(painter, *this, m_position);
 }
 
 void CRollView::paintRows(QPainter& painter, const QRect& area)
@@ -328,56 +319,17 @@ void CRollView::paintShadows(QPainter& painter, TickRange span, int low, int hig
     }
 }
 
-void CRollView::prepareLooks()
-{
-    const QColor base = palette().color(QPalette::Base);
-    const QColor text = palette().color(QPalette::Text);
-    const QColor colour = noteColour();
-    for (int shade = 0; shade < shades; ++shade) {
-        const double strength = (shade + 1.0) / shades;
-        Look& plain = m_looks[static_cast<std::size_t>(shade)];
-        plain.fill = blend(colour, base, 0.3 + 0.7 * strength);
-        plain.edge = blend(text, colour, 0.3);
-        Look& linked = m_looks[static_cast<std::size_t>(shades + shade)];
-        linked.fill = blend(colour, base, 0.08 + 0.2 * strength);
-        linked.edge = blend(colour, base, 0.6);
-    }
-    Look& selected = m_looks[2 * shades];
-    selected.fill = blend(text, colour, 0.78);
-    selected.edge = text;
-    for (Look& look : m_looks) {
-        look.text = contrast(look.fill, text) > contrast(look.fill, base) ? text : base;
-        look.rects.clear();
-    }
-}
-
 void CRollView::paintNotes(QPainter& painter, TickRange span, int low, int high)
 {
-    prepareLooks();
-    m_named.clear();
+    m_looks.begin(noteColour(), palette());
     const bool hasRoom = m_scale.rowHeight() >= textHeight;
-    const auto lookOf = [](const NoteInView& note, bool isSelected) {
-        const int shade = std::min(note.velocity * shades / 128, shades - 1);
-        return static_cast<std::size_t>(isSelected ? 2 * shades : note.isGhost ? shades + shade : shade);
-    };
     forEachShown(span, low, high, [&](const NoteInView& note, bool isSelected) {
         if (m_scale.rowOfKey(note.key) < 0) return;
-        const std::size_t look = lookOf(note, isSelected);
         const QRect rect = noteRect(note);
-        m_looks[look].rects.push_back(rect);
-        if (hasRoom && rect.width() >= textWidth) m_named.push_back({rect, note, look});
+        m_looks.add(note, rect, isSelected, hasRoom && rect.width() >= textWidth);
     });
-    for (const Look& look : m_looks) {
-        fillAll(painter, look.rects, look.edge);
-        m_rects.clear();
-        for (const QRect& rect : look.rects)
-            if (rect.width() > 2) m_rects.push_back(rect.adjusted(1, 1, -1, -1));
-        fillAll(painter, m_rects, look.fill);
-        // Where notes lie one over the other it is still to be seen that each has a start.
-        for (QRect& rect : m_rects) rect.setRect(rect.left() - 1, rect.top(), 1, rect.height());
-        fillAll(painter, m_rects, look.edge);
-    }
-    for (const Named& named : m_named) paintNoteText(painter, named.rect, named.note, m_looks[named.look].text);
+    m_looks.paint(painter);
+    for (const NoteLooks::Named& named : m_looks.named()) paintNoteText(painter, named.rect, named.note, named.text);
     painter.setPen(Qt::NoPen);
 }
 
@@ -421,68 +373,6 @@ void CRollView::paintSentence(QPainter& painter)
     painter.setPen(Qt::NoPen);
 }
 
-void CRollView::paintRuler(QPainter& painter, const QRect& area) const
-{
-    constexpr int height = RollScale::ruler;
-    if (area.top() >= height) return;
-    painter.fillRect(area.left(), 0, area.width(), height, palette().window());
-    painter.fillRect(area.left(), height - 1, area.width(), 1, palette().mid());
-    QFont small = font();
-    small.setPointSizeF(small.pointSizeF() * 0.85);
-    painter.setFont(small);
-    const int room = QFontMetrics(small).horizontalAdvance(QStringLiteral("0000")) + 8;
-    // A number may reach into the area from the left.
-    const std::uint32_t first = m_scale.time(std::max(area.left() - room, RollScale::left));
-    std::vector<TimeMark> marks;
-    timeMarks(m_parts.editor, first, m_scale.time(area.right()) + 1, static_cast<std::uint32_t>(8 * m_scale.zoom()), {},
-              marks);
-    const QColor quiet = palette().color(QPalette::PlaceholderText);
-    int free = RollScale::left;
-    for (const TimeMark& mark : marks) {
-        const int x = m_scale.x(mark.tick);
-        const bool isBar = mark.rank == TimeMark::Rank::bar;
-        painter.fillRect(x, height - 1 - (isBar ? 10 : 4), 1, isBar ? 10 : 4,
-                         isBar ? quiet : palette().color(QPalette::Dark));
-        if (!isBar || x < free) continue;
-        free = x + room;
-        painter.setPen(quiet);
-        painter.drawText(QRect(x + 4, 1, room, height - 7), Qt::AlignLeft | Qt::AlignVCenter,
-                         QString::number(mark.measure));
-        painter.setPen(Qt::NoPen);
-    }
-    painter.setFont(font());
-}
-
-void CRollView::paintLoop(QPainter& painter) const
-{
-    int left = 0;
-    int right = 0;
-    if (const auto span = m_ruler.down() ? m_ruler.span() : std::nullopt) {
-        left = std::max(span->first, RollScale::left);
-        right = span->second;
-    } else if (const auto range = loop()) {
-        left = m_scale.x(range->first);
-        right = m_scale.x(range->second);
-    }
-    if (left >= right) return;
-    const QColor accent = palette().color(QPalette::Highlight);
-    painter.fillRect(left, RollScale::ruler - 5, right - left, 4, accent);
-    painter.fillRect(left, RollScale::ruler, right - left, height(), withAlpha(accent, 0.06));
-}
-
-void CRollView::paintPosition(QPainter& painter) const
-{
-    if (m_position < m_scale.start()) return;
-    const double x = m_scale.x(m_position) + 0.5;
-    const QColor accent = palette().color(QPalette::Highlight);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillRect(QRectF(x - 1, RollScale::ruler - 8, 2, height()), accent);
-    painter.setBrush(accent);
-    const QPointF head[] = {
-        {x - 6, RollScale::ruler - 14.0}, {x + 6, RollScale::ruler - 14.0}, {x, RollScale::ruler - 5.0}};
-    painter.drawConvexPolygon(head, 3);
-}
-
 // The mouse
 
 void CRollView::mousePressEvent(QMouseEvent* event)
@@ -495,7 +385,8 @@ void CRollView::mousePressEvent(QMouseEvent* event)
         m_held = Held::column;
         moveColumn(m_pointer.y());
     } else if (m_pointer.y() < RollScale::ruler) {
-        pressRuler(m_pointer.x());
+        m_held = Held::ruler;
+        m_ruler.press(m_pointer.x());
     } else if (isMidi() && !m_parts.isLocked()) {
         m_held = Held::rows;
         m_isBusy = true;
@@ -520,7 +411,10 @@ void CRollView::mouseMoveEvent(QMouseEvent* event)
             m_edgeTimer.start(edgeInterval, this);
         update();
         break;
-    default: moveRuler(m_pointer.x(), m_pointerKeys);
+    case Held::ruler:
+        m_ruler.move(m_pointer.x(), m_pointerKeys);
+        update();
+        break;
     }
     point(m_pointer);
 }
@@ -544,7 +438,10 @@ void CRollView::mouseReleaseEvent(QMouseEvent* event)
         m_isBusy = false;
         selectionChanged();
         break;
-    default: releaseRuler(m_pointer.x(), event->modifiers());
+    case Held::ruler:
+        m_ruler.release(m_pointer.x(), event->modifiers());
+        update();
+        break;
     }
     showCursor(m_pointer);
     point(m_pointer);
@@ -585,7 +482,7 @@ void CRollView::endGesture()
         m_held = Held::nothing;
         m_edgeTimer.stop();
         cancelRows();
-    } else if (m_ruler.down()) {
+    } else if (m_held == Held::ruler) {
         m_held = Held::nothing;
         m_ruler.cancel();
     }
@@ -598,57 +495,6 @@ void CRollView::moveColumn(int y)
     if (key == m_heldKey) return;
     m_heldKey = key;
     if (isMidi()) hear(static_cast<std::uint8_t>(key), columnVelocity);
-    update();
-}
-
-std::uint32_t CRollView::rulerTime(int x, Qt::KeyboardModifiers keys) const
-{
-    const std::uint32_t time = m_scale.time(x);
-    return keys & Qt::AltModifier ? time : m_parts.grid.snap(m_parts.editor, time);
-}
-
-void CRollView::pressRuler(int x)
-{
-    m_held = Held::ruler;
-    if (const auto range = loop()) {
-        if (std::abs(x - m_scale.x(range->second)) <= loopGrip) {
-            m_held = Held::loopEnd;
-            m_loopFixed = range->first;
-        } else if (std::abs(x - m_scale.x(range->first)) <= loopGrip && range->first >= m_scale.start()) {
-            m_held = Held::loopStart;
-            m_loopFixed = range->second;
-        }
-    }
-    if (m_held == Held::ruler) m_ruler.press(x);
-}
-
-void CRollView::moveRuler(int x, Qt::KeyboardModifiers keys)
-{
-    if (m_held == Held::ruler) {
-        m_ruler.move(x);
-    } else {
-        const std::uint32_t time = rulerTime(x, keys);
-        const auto [start, end] = std::minmax(time, m_loopFixed);
-        if (start < end) m_parts.panel.SetLoop(start, end);
-    }
-    update();
-}
-
-void CRollView::releaseRuler(int x, Qt::KeyboardModifiers keys)
-{
-    m_ruler.release();
-    if (const auto span = m_ruler.span()) {
-        const std::uint32_t start = rulerTime(span->first, keys);
-        const std::uint32_t end = rulerTime(span->second, keys);
-        const bool isOn = loop().has_value();
-        if (start < end) {
-            m_parts.panel.SetLoop(start, end);
-            if (!isOn) m_parts.panel.ShortCutLoopClicked();
-        }
-    } else if (m_ruler.click()) {
-        m_parts.panel.SetLocation(static_cast<long>(rulerTime(x, keys)));
-    }
-    m_ruler.cancel();
     update();
 }
 

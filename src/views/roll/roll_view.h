@@ -4,18 +4,17 @@
 #include "views/editors/evnt_selection.h"
 #include "views/editors/view_parts.h"
 #include "views/roll/note_commands.h"
+#include "views/roll/note_looks.h"
 #include "views/roll/note_status.h"
 #include "views/roll/roll_gesture.h"
+#include "views/roll/roll_ruler.h"
 #include "views/roll/roll_scale.h"
 #include "views/roll/time_marks.h"
-#include "views/tracks/ruler_gesture.h"
 
 #include <QBasicTimer>
 #include <QWidget>
 
-#include <array>
 #include <functional>
-#include <optional>
 #include <vector>
 
 namespace tessaro {
@@ -125,20 +124,7 @@ protected:
 
 private:
     /// Where a press has its say until the release.
-    enum class Held { nothing, rows, ruler, loopStart, loopEnd, column };
-    /// Notes of one look, drawn at once.
-    struct Look {
-        QColor edge;
-        QColor fill;
-        QColor text;
-        std::vector<QRect> rects;
-    };
-    struct Named {
-        QRect rect;
-        NoteInView note;
-        std::size_t look;
-    };
-    static constexpr int shades = 8;
+    enum class Held { nothing, rows, ruler, column };
 
     void scaleChanged();
     void paintSoon();
@@ -149,7 +135,6 @@ private:
     [[nodiscard]] QRect rowsArea() const;
     [[nodiscard]] bool isMidi() const;
     [[nodiscard]] bool hasNotes();
-    [[nodiscard]] std::optional<std::pair<std::uint32_t, std::uint32_t>> loop() const;
 
     void paintRows(QPainter& painter, const QRect& area);
     void paintLines(QPainter& painter, const QRect& area);
@@ -157,29 +142,20 @@ private:
     void paintShadows(QPainter& painter, TickRange span, int low, int high);
     void paintNotes(QPainter& painter, TickRange span, int low, int high);
     void paintGesture(QPainter& painter) const;
-    void paintRuler(QPainter& painter, const QRect& area) const;
-    void paintLoop(QPainter& painter) const;
-    void paintPosition(QPainter& painter) const;
     void paintSentence(QPainter& painter);
-    void prepareLooks();
 
-    void pressRuler(int x);
-    void moveRuler(int x, Qt::KeyboardModifiers keys);
-    void releaseRuler(int x, Qt::KeyboardModifiers keys);
     void moveColumn(int y);
     void point(QPoint at);
     void showCursor(QPoint at);
     void scrollAtEdge();
-    [[nodiscard]] std::uint32_t rulerTime(int x, Qt::KeyboardModifiers keys) const;
 
     ViewParts m_parts;
     RollScale m_scale;
     EvntSelection m_selection;
     NoteCommands m_commands;
     RollGesture m_gesture;
-    RulerGesture m_ruler;
+    RollRuler m_ruler;
     Held m_held = Held::nothing;
-    std::uint32_t m_loopFixed = 0; ///< the end of the loop that stays while the other is dragged
     QBasicTimer m_edgeTimer;
     QPoint m_shift;   ///< from the press to where it stands for RollGesture
     QPoint m_pointer; ///< of the last event of the mouse
@@ -197,9 +173,8 @@ private:
     bool m_hasNotes = false;
     // Kept from one painting to the next for their memory.
     std::vector<TimeMark> m_marks;
-    std::array<Look, 2 * shades + 1> m_looks; ///< by velocity: plain, then of linked blocks; selected
+    NoteLooks m_looks;
     std::vector<QRect> m_rects;
-    std::vector<Named> m_named;
 };
 
 } // namespace tessaro
