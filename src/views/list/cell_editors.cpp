@@ -81,8 +81,8 @@ void CellEditors::updateEditorGeometry(QWidget* editor, const QStyleOptionViewIt
 bool CellEditors::eventFilter(QObject* editor, QEvent* event)
 {
     if (keepsKey(event)) return true;
-    auto* line = static_cast<QLineEdit*>(editor);
     if (event->type() == QEvent::KeyPress) {
+        auto* line = static_cast<QLineEdit*>(editor);
         const int key = static_cast<QKeyEvent*>(event)->key();
         const bool isTab = key == Qt::Key_Tab || key == Qt::Key_Backtab;
         if (key == Qt::Key_Return || key == Qt::Key_Enter || isTab) {
