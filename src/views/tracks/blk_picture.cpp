@@ -9,9 +9,10 @@ namespace tessaro {
 
 BlkPicture::BlkPicture(const CRealBlk& real) : m_next(real.events().head())
 {
-    const std::uint64_t length = std::uint64_t{real.GetEndTime()} + 1;
+    const CEvnt* last = real.events().tail();
+    const std::uint64_t length = last ? std::uint64_t{last->GetTime()} + last->GetGateTime() + 1 : 0;
     while (length > std::uint64_t{m_span} * mostSpans) m_span *= 2;
-    m_spans.resize(m_next ? static_cast<std::size_t>((length + m_span - 1) / m_span) : 0);
+    m_spans.resize(static_cast<std::size_t>((length + m_span - 1) / m_span));
 }
 
 bool BlkPicture::build(std::size_t& budget)
