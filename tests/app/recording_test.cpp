@@ -5,7 +5,6 @@
 #include "views/keyboard/keyboard_view.h"
 #include "views/keyboard/typed_layout.h"
 #include "views/step/step_panel.h"
-#include "views/tracks/song_overview.h"
 #include "views/transport/transport_bar.h"
 #include "views/widgets/number_field.h"
 #include "window_fixture.h"
@@ -63,12 +62,8 @@ protected:
     QImage lane(int row)
     {
         QApplication::processEvents();
-        const int height = list().rowHeight(0);
-        return frame()
-            .trackPane()
-            .overview()
-            .grab(QRect(0, TrackListView::headerHeight + row * height, 200, height))
-            .toImage();
+        const TrkGeometry& places = blks().geometry();
+        return blks().viewport()->grab(places.toWindow(places.blkRect(row + 1, 0, 480))).toImage();
     }
 };
 
@@ -97,7 +92,7 @@ TEST_F(RecordingTest, ATakeFromTheRedButtonToUndoAndRedo)
     note(60, 250);
     note(64, 250);
     EXPECT_NE(lane(2), before) << "the block grows";
-    EXPECT_TRUE(frame().trackPane().overview().isVisible());
+    EXPECT_TRUE(blks().isVisible());
 
     QTest::keyClick(&frame(), Qt::Key_Space);
     EXPECT_EQ(bar().recordButton().state(), RecordButton::State::off);
@@ -140,18 +135,17 @@ TEST_F(RecordingTest, UndoWaitsUntilTheTakeHasEnded)
     EXPECT_EQ(editor().GetUndoRedoCount(), 2);
 }
 
-TEST_F(RecordingTest, TheOverviewGetsRoomForALongTake)
+TEST_F(RecordingTest, TheTimeLineFollowsALongTake)
 {
     arm(0);
     QTest::keyClick(&list(), Qt::Key_R);
     QTest::keyClick(&list(), Qt::Key_Space);
-    SongOverview& overview = frame().trackPane().overview();
-    const std::uint32_t first = overview.end();
     for (int second = 0; second < 40; ++second) {
         note(48, 900);
-        ASSERT_GT(overview.end(), panel().GetLocation());
+        const TrkGeometry& places = blks().geometry();
+        ASSERT_LT(places.windowX(panel().GetLocation()), places.size().width());
+        ASSERT_GE(places.windowX(panel().GetLocation()), 0);
     }
-    EXPECT_GT(overview.end(), first);
     EXPECT_EQ(recorder().state(), RecState::recording);
     QTest::keyClick(&list(), Qt::Key_Space);
     EXPECT_EQ(notes(1).size(), 40U);

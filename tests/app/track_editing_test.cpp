@@ -37,10 +37,7 @@ protected:
         QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, place);
         QTest::mouseRelease(list().viewport(), Qt::LeftButton, {}, place);
     }
-    QString name(int row)
-    {
-        return QString::fromStdString(frame().trackModel().rows()[static_cast<std::size_t>(row)].name);
-    }
+    QString name(int row) { return QString::fromStdString(table().rows()[static_cast<std::size_t>(row)].name); }
     bool isEditing() { return list().indexWidget(list().currentIndex()); }
 
     static void wheel(QWidget& widget, int degrees)
@@ -67,7 +64,7 @@ TEST_F(TrackEditingTest, ANameIsTypedInPlace)
     QTest::keyClick(&line, Qt::Key_Return);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !isEditing(); }));
     EXPECT_EQ(trk(1).GetName(), "low k. m s l");
-    EXPECT_EQ(frame().trackModel().rows()[0].name, "low k. m s l");
+    EXPECT_EQ(table().rows()[0].name, "low k. m s l");
     EXPECT_TRUE(frame().isWindowModified());
 }
 

@@ -6,8 +6,9 @@
 #include "core/edit/undo_scope.h"
 #include "played_input.h"
 #include "realtime/loom/midi_system.h"
-#include "views/tracks/track_list_view.h"
-#include "views/tracks/track_pane.h"
+#include "views/tracks/track_frame.h"
+#include "views/tracks/trk_blk_view.h"
+#include "views/tracks/trk_pram_view.h"
 #include "views/widgets/tool_button.h"
 
 #include <QFile>
@@ -96,7 +97,7 @@ protected:
     std::size_t rows()
     {
         const auto used = [](const TrackRow& row) { return row.used; };
-        return static_cast<std::size_t>(std::ranges::count_if(frame().trackModel().rows(), used));
+        return static_cast<std::size_t>(std::ranges::count_if(table().rows(), used));
     }
 
     QList<ToolButton*> buttons()
@@ -116,8 +117,10 @@ protected:
         frame().followPlay(milliseconds);
     }
 
-    TrackListView& list() { return frame().trackPane().list(); }
-    QModelIndex cell(int row, TrackColumn column) { return frame().trackModel().index(row, static_cast<int>(column)); }
+    CTrkPramView& list() { return frame().trackFrame().pramView(); }
+    TrackListModel& table() { return frame().trackFrame().table(); }
+    CTrkBlkView& blks() { return frame().trackFrame().blkView(); }
+    QModelIndex cell(int row, TrackColumn column) { return table().index(row, static_cast<int>(column)); }
     void clickCell(int row, TrackColumn column)
     {
         QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, list().visualRect(cell(row, column)).center());

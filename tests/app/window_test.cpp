@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/screenshot.h"
 #include "views/frame/open_filter.h"
-#include "views/tracks/song_overview.h"
 #include "views/transport/transport_bar.h"
 #include "window_fixture.h"
 
@@ -29,13 +28,13 @@ TEST_F(WindowTest, OpensBySeveralWays)
     EXPECT_EQ(rows(), 10U);
     EXPECT_TRUE(frame().windowTitle().startsWith("harbour-lights.mid"));
     EXPECT_TRUE(frame().statusLine().news().startsWith("10 "));
-    EXPECT_TRUE(frame().trackPane().overview().isVisible());
+    EXPECT_TRUE(blks().isVisible());
 
     frame().actions().newSong.trigger();
     EXPECT_EQ(rows(), 0U);
     EXPECT_TRUE(frame().statusLine().news().isEmpty());
-    EXPECT_FALSE(frame().trackPane().overview().isVisible()); // but what to do next, beside empty tracks
-    EXPECT_FALSE(frame().trackModel().rows().empty());
+    EXPECT_FALSE(blks().isVisible()); // but what to do next, beside empty tracks
+    EXPECT_FALSE(table().rows().empty());
 
     CommandLine commandLine;
     commandLine.shell = CommandLine::Shell::fileOpen;
@@ -92,7 +91,7 @@ TEST_F(WindowTest, RemembersRecentFiles)
     frame().openFile(writeFile("bad.mid", "x"));
     startProgram({});
 
-    QMenu& menu = frame().actions().recentMenu();
+    QMenu& menu = frame().menus().recent();
     Q_EMIT menu.aboutToShow();
     ASSERT_EQ(menu.actions().size(), 2);
     EXPECT_TRUE(menu.actions()[0]->text().endsWith("Sand && Sea.mid"));
@@ -136,7 +135,7 @@ TEST_F(WindowTest, AnotherSongStopsTheOneThatPlays)
 TEST_F(WindowTest, SpacePlaysAndStopsWhereverTheFocusIs)
 {
     frame().openFile(song);
-    QList<QWidget*> places{&frame(), &frame().trackPane().list()};
+    QList<QWidget*> places{&frame(), &list()};
     for (ToolButton* button : buttons()) places << button;
     ASSERT_GE(places.size(), 7);
     for (QWidget* place : places) {
@@ -163,7 +162,7 @@ TEST_F(WindowTest, ShowsWhereTheSongIs)
     EXPECT_GT(std::accumulate(midi.noteOns.begin(), midi.noteOns.end(), 0), 0);
     QTest::keyClick(&frame(), Qt::Key_Period);
     EXPECT_FALSE(program->panel().GetPlayBtn());
-    QTest::keyClick(&frame().trackPane().list(), Qt::Key_Home);
+    QTest::keyClick(&list(), Qt::Key_Home);
     EXPECT_EQ(frame().transportBar().location(), "1:01:000");
     EXPECT_EQ(program->panel().GetLocation(), 0U);
 }
@@ -179,27 +178,28 @@ TEST_F(WindowTest, TheSongEndReleasesThePlayButton)
     EXPECT_FALSE(frame().actions().play.isChecked());
 }
 
-TEST_F(WindowTest, AClickInTheOverviewLocatesAndADragLoops)
+TEST_F(WindowTest, AClickInTheRulerLocatesAndSelectedBlocksLoop)
 {
     frame().openFile(song);
-    SongOverview& overview = frame().trackPane().overview();
-    const SongScale scale(editor().GetTimeEnd(), overview.width());
     const auto place = [&](std::uint32_t measure, int offset) {
-        return QPoint(static_cast<int>(scale.x(editor().MeasToTime({measure, 0, 0}))) + offset, 12);
+        return QPoint(blks().geometry().windowX(editor().MeasToTime({measure, 0, 0})) + offset, 10);
     };
-    QTest::mouseClick(&overview, Qt::LeftButton, {}, place(8, 3));
+    QTest::mouseClick(blks().viewport(), Qt::LeftButton, {}, place(8, 3));
     EXPECT_EQ(program->panel().GetLocation(), editor().MeasToTime({8, 0, 0}));
 
-    QTest::mousePress(&overview, Qt::LeftButton, {}, place(4, 2));
-    QTest::mouseMove(&overview, place(6, 1));
-    QTest::mouseRelease(&overview, Qt::LeftButton, {}, place(6, 1));
+    const POSITION blk = editor().GetHeadBlkPos(2);
+    EXPECT_TRUE(frame().trkAddSel(editor().GetTrkPos(2), blk));
+    frame().actions().loopTrack.trigger();
     std::uint32_t start = 0;
     std::uint32_t end = 0;
     EXPECT_TRUE(program->panel().GetLoop(start, end));
-    EXPECT_EQ(start, editor().MeasToTime({4, 0, 0}));
-    EXPECT_EQ(end, editor().MeasToTime({6, 0, 0}));
+    EXPECT_EQ(start, editor().GetBlkTimeTop(editor().GetTrkPos(2), blk));
+    EXPECT_EQ(end, editor().GetBlkTimeEnd(editor().GetTrkPos(2), blk));
     EXPECT_TRUE(frame().actions().loop.isChecked());
-    EXPECT_EQ(program->panel().GetLocation(), editor().MeasToTime({8, 0, 0}));
+    POSITION at = frame().trkGetHeadSel();
+    const SelItem* item = nullptr;
+    EXPECT_TRUE(frame().trkGetNextSel(at, &item) && item->blk == blk);
+    EXPECT_EQ(frame().trkGetHeadSelChd(), nullptr);
 }
 
 // Tracks
@@ -221,7 +221,7 @@ TEST_F(WindowTest, MuteAndSoloActWhileTheSongPlays)
 
     clickCell(0, TrackColumn::mute);
     EXPECT_TRUE(editor().song().trk(1)->GetMute());
-    EXPECT_FALSE(frame().trackModel().rows()[0].sounding);
+    EXPECT_FALSE(table().rows()[0].sounding);
     const auto muted = notesIn(4000);
     EXPECT_EQ(muted[0], 0);
     EXPECT_GT(muted[1], 0);
@@ -250,26 +250,25 @@ TEST_F(WindowTest, LightsFollowTheNotesOfSoundingTracks)
     for (int step = 0; step < 100; ++step) {
         advance(33);
         for (const int row : {0, 1})
-            brightest[row] =
-                std::max(brightest[row], frame().trackModel().lightLevel(frame().trackModel().index(row, 0)));
+            brightest[row] = std::max(brightest[row], table().lightLevel(table().index(row, 0)));
     }
     EXPECT_GT(brightest[0], 0);
     EXPECT_EQ(brightest[1], 0); // muted
     frame().actions().stop.trigger();
-    EXPECT_EQ(frame().trackModel().lightLevel(frame().trackModel().index(0, 0)), 0);
+    EXPECT_EQ(table().lightLevel(table().index(0, 0)), 0);
 }
 
 TEST_F(WindowTest, KeysOfTheListSwitchTheCurrentTrack)
 {
     frame().openFile(song);
-    TrackListView& list = frame().trackPane().list();
+    CTrkPramView& list = this->list();
     list.setFocus();
-    list.setCurrentIndex(frame().trackModel().index(2, static_cast<int>(TrackColumn::name)));
+    list.setCurrentIndex(table().index(2, static_cast<int>(TrackColumn::name)));
     QTest::keyClick(&list, Qt::Key_M);
     EXPECT_TRUE(editor().song().trk(3)->GetMute());
     QTest::keyClick(&list, Qt::Key_S);
     EXPECT_TRUE(editor().song().trk(3)->GetSolo());
-    const QModelIndex cell = frame().trackModel().index(2, static_cast<int>(TrackColumn::mute));
+    const QModelIndex cell = table().index(2, static_cast<int>(TrackColumn::mute));
     EXPECT_EQ(cell.data(Qt::CheckStateRole), Qt::Checked);
     EXPECT_FALSE(cell.data(Qt::AccessibleTextRole).toString().isEmpty());
 }
@@ -287,7 +286,7 @@ TEST_F(WindowTest, EveryControlHasANameInBothLanguages)
             EXPECT_FALSE(button->accessibleName().contains('&'));
             EXPECT_TRUE(button->toolTip().contains('(')) << "names its key";
         }
-        EXPECT_FALSE(frame().trackPane().list().accessibleName().isEmpty());
+        EXPECT_FALSE(list().accessibleName().isEmpty());
     }
     EXPECT_TRUE(frame().menuBar()->actions()[0]->text().startsWith(QStringLiteral("ファイル")));
     startProgram({});

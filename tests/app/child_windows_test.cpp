@@ -1,0 +1,239 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/commands/key_field.h"
+#include "views/commands/keys_dialog.h"
+#include "views/frame/edit_tool_bar.h"
+#include "views/frame/editor_windows.h"
+#include "views/history/history_panel.h"
+#include "window_fixture.h"
+
+#include <QFileDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTabBar>
+
+#include <set>
+
+namespace tessaro {
+namespace {
+
+class ChildWindowsTest : public WindowTest {
+protected:
+    EditorWindows& windows() { return frame().windows(); }
+    FrameActions& actions() { return frame().actions(); }
+    ChildDock& dock(ChildFrame& window) { return dynamic_cast<ChildDock&>(*window.parentWidget()); }
+    HistoryPanel& history() { return frame().windowCommands().history(); }
+
+    /// Kind and track of each window.
+    std::vector<std::pair<WindowKind, int>> shown()
+    {
+        std::vector<std::pair<WindowKind, int>> all;
+        for (const ChildFrame* window : windows().windows()) all.emplace_back(window->kind(), window->track());
+        return all;
+    }
+    /// All actions of the menus that can be chosen.
+    void collect(const QMenu& menu, std::set<QAction*>& found)
+    {
+        for (QAction* action : menu.actions()) {
+            if (action->menu()) collect(*action->menu(), found);
+            found.insert(action);
+        }
+    }
+    void clickStep(int row)
+    {
+        QTest::mouseClick(history().viewport(), Qt::LeftButton, {},
+                          history().visualRect(history().model()->index(row, 0)).center());
+    }
+};
+
+TEST_F(ChildWindowsTest, KeysOpenThemAndTheOneWithTheFocusGetsCommands)
+{
+    ASSERT_TRUE(frame().openFile(song));
+    frame().trackFrame().setCurrentTrack(3);
+    for (const Qt::Key key : {Qt::Key_F5, Qt::Key_F6, Qt::Key_F7, Qt::Key_F8}) {
+        windows().activate(frame().trackFrame());
+        QTest::keyClick(&frame(), key);
+    }
+    EXPECT_EQ(shown(), (std::vector<std::pair<WindowKind, int>>{{WindowKind::track, -1},
+                                                                {WindowKind::piano, 3},
+                                                                {WindowKind::drum, 3},
+                                                                {WindowKind::eventList, 3},
+                                                                {WindowKind::masterTrack, 0}}));
+    EXPECT_EQ(windows().active()->kind(), WindowKind::masterTrack);
+    EXPECT_EQ(frame().viewActions().active(), windows().active());
+
+    ChildFrame* piano = windows().open(WindowKind::piano, 3); // shown already
+    EXPECT_EQ(shown().size(), 5U);
+    windows().open(WindowKind::piano, 4); // a further one
+    EXPECT_EQ(shown().size(), 6U);
+    windows().activate(*piano);
+    EXPECT_TRUE(piano->isAncestorOf(QApplication::focusWidget()));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_FALSE(piano->selectedEvnts().empty());
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(windows().active()->kind(), WindowKind::drum);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(shown().size(), 5U);
+    EXPECT_NE(windows().active()->kind(), WindowKind::drum);
+    EXPECT_EQ(frame().viewActions().active(), windows().active());
+
+    // Another song comes into the same windows.
+    actions().newSong.trigger();
+    EXPECT_EQ(shown().size(), 5U);
+    EXPECT_TRUE(piano->selectedEvnts().empty());
+    EXPECT_TRUE(piano->updatesEnabled());
+}
+
+TEST_F(ChildWindowsTest, TheyStandAsTabsSideBySideAloneOrApart)
+{
+    std::vector<ChildFrame*> opened;
+    for (const int track : {1, 2, 3, 4}) opened.push_back(windows().open(WindowKind::eventList, track));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(windows().tabifiedDockWidgets(&dock(*opened[0])).size(), 3);
+
+    actions().tile.trigger();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(windows().tabifiedDockWidgets(&dock(*opened[0])).isEmpty());
+    for (ChildFrame* each : opened)
+        for (ChildFrame* other : opened)
+            EXPECT_TRUE(each == other || !dock(*each).geometry().intersects(dock(*other).geometry()));
+
+    actions().maximise.trigger();
+    EXPECT_TRUE(actions().maximise.isChecked());
+    EXPECT_TRUE(opened[3]->isVisible());
+    EXPECT_FALSE(opened[0]->isVisible());
+    EXPECT_FALSE(frame().trackFrame().isVisible());
+    actions().maximise.trigger();
+    EXPECT_TRUE(opened[0]->isVisible());
+    EXPECT_TRUE(frame().trackFrame().isVisible());
+
+    actions().tabs.trigger();
+    EXPECT_EQ(windows().tabifiedDockWidgets(&dock(*opened[0])).size(), 3);
+    actions().floating.trigger();
+    EXPECT_TRUE(dock(*opened[3]).isFloating());
+    EXPECT_EQ(windows().active(), opened[3]);
+    actions().floating.trigger();
+    EXPECT_FALSE(dock(*opened[3]).isFloating());
+}
+
+TEST_F(ChildWindowsTest, TheArrangementComesBack)
+{
+    frame().setGeometry(20, 20, 1200, 760);
+    windows().open(WindowKind::piano, 2);
+    ChildFrame* list = windows().open(WindowKind::eventList, 5);
+    actions().tile.trigger();
+    actions().history.trigger();
+    actions().editTools.trigger();
+    windows().activate(*list);
+    actions().floating.trigger();
+    dock(*list).setGeometry(100, 100, 400, 300);
+    const auto before = shown();
+    frame().close();
+    startProgram({});
+    EXPECT_EQ(shown(), before);
+    EXPECT_TRUE(dock(*windows().windows()[2]).isFloating());
+    EXPECT_FALSE(dock(*windows().windows()[1]).isFloating());
+    EXPECT_TRUE(windows().windows()[1]->isVisible());
+    EXPECT_TRUE(history().isVisible());
+    EXPECT_TRUE(actions().history.isChecked());
+    EXPECT_TRUE(frame().windowCommands().toolBar().isHidden());
+
+    store->setInt("Window Placement", "DeskTop Size X", 1); // another screen
+    store->setString("Window Placement", "Children", "1 6000:0:3 7:1:2 6000:1:400 5000:1:1");
+    store->flush();
+    startProgram({});
+    EXPECT_EQ(shown().size(), 2U); // what makes no sense is left out
+    EXPECT_EQ(shown()[1], (std::pair{WindowKind::piano, 100}));
+}
+
+TEST_F(ChildWindowsTest, AClickInTheHistoryGoesThere)
+{
+    ASSERT_TRUE(frame().openFile(song));
+    actions().history.trigger();
+    for (const int track : {1, 2, 3}) deleteFirstBlock(track);
+    const auto blocks = [&] {
+        int count = 0;
+        for (const int track : {1, 2, 3}) count += editor().GetHeadBlkPos(track) != nullptr;
+        return count;
+    };
+    ASSERT_EQ(history().model()->rowCount(), 4);
+    EXPECT_EQ(history().currentIndex().row(), 3);
+    clickStep(1);
+    EXPECT_EQ(editor().GetUndoRedoIndex(), 0);
+    clickStep(0);
+    EXPECT_EQ(editor().GetUndoRedoIndex(), -1);
+    EXPECT_EQ(blocks(), 3);
+    history().setCurrentIndex(history().model()->index(2, 0));
+    QTest::keyClick(&history(), Qt::Key_Return);
+    EXPECT_EQ(editor().GetUndoRedoIndex(), 1);
+    actions().redo.trigger();
+    EXPECT_EQ(history().currentIndex().row(), 3);
+
+    history().isLocked = [] { return true; }; // a take runs
+    clickStep(0);
+    EXPECT_EQ(editor().GetUndoRedoIndex(), 2);
+}
+
+TEST_F(ChildWindowsTest, EveryCommandStandsInAMenuAndNoKeyMeansTwoThings)
+{
+    std::set<QAction*> inMenus;
+    for (QAction* menu : frame().menuBar()->actions()) collect(*menu->menu(), inMenus);
+    std::set<std::string> ids;
+    std::map<QKeySequence, std::string> owners;
+    for (const Command& command : frame().keyMap().commands().all()) {
+        for (const QKeySequence& key : KeyMap::keys(command)) {
+            EXPECT_EQ(owners.count(key), 0U) << command.id << " and " << owners[key];
+            owners[key] = command.id;
+        }
+        if (!command.action) continue;
+        EXPECT_TRUE(ids.insert(command.id).second) << command.id;
+        EXPECT_TRUE(inMenus.contains(command.action)) << command.id;
+        for (const Language language : {Language::english, Language::japanese})
+            EXPECT_FALSE(tessaro::text(command.name, language).empty());
+    }
+}
+
+TEST_F(ChildWindowsTest, AChangedKeyWorksAtOnceAndAtTheNextStart)
+{
+    QTest::keyClick(&frame(), Qt::Key_F1);
+    KeysDialog& dialog = frame().showKeys();
+    dialog.choose(*frame().keyMap().commands().find("window-list"));
+    QTest::keyClick(&dialog.newKey(), Qt::Key_F12);
+    QTest::mouseClick(&dialog.replaceButton(), Qt::LeftButton);
+    dialog.choose(*frame().keyMap().commands().find("undo"));
+    QTest::keyClick(&dialog.newKey(), Qt::Key_Backspace, Qt::AltModifier);
+    QTest::mouseClick(&dialog.replaceButton(), Qt::LeftButton);
+    EXPECT_TRUE(actions().undo.text().endsWith("\tAlt+Backspace"));
+    dialog.close();
+    for (int starts = 0; starts < 2; ++starts) {
+        QTest::keyClick(&frame(), Qt::Key_F7);
+        EXPECT_EQ(shown().size(), 1U);
+        QTest::keyClick(&frame(), Qt::Key_F12);
+        EXPECT_EQ(shown().size(), 2U);
+        store->flush();
+        startProgram({});
+    }
+}
+
+TEST_F(ChildWindowsTest, ExportsWithoutTouchingTheSong)
+{
+    ASSERT_TRUE(frame().openFile(song));
+    deleteFirstBlock(1);
+    onDialog<QFileDialog>([&](QFileDialog& dialog) {
+        dialog.selectFile(path("copy.MID"));
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+    actions().exportMidi.trigger();
+    EXPECT_EQ(frame().statusLine().news(), "Exported as copy.MID.");
+    EXPECT_TRUE(program->document().IsModified());
+    EXPECT_EQ(program->document().GetPathName(), song.toStdString());
+    EXPECT_EQ(editor().GetUndoRedoCount(), 1);
+    program->document().SetModifiedFlag(false);
+    ASSERT_TRUE(frame().openFile(path("copy.MID")));
+    EXPECT_EQ(program->document().GetFileKind(), 2);
+    EXPECT_EQ(rows(), 9U);
+}
+
+} // namespace
+} // namespace tessaro
