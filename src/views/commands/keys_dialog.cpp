@@ -16,6 +16,7 @@ namespace tessaro {
 namespace {
 
 constexpr QSize usualSize(640, 680);
+constexpr int rowHeight = 24;
 constexpr int commandRole = Qt::UserRole; ///< the place of a command in the list
 
 QString keyNames(const QList<QKeySequence>& keys)
@@ -158,10 +159,12 @@ void KeysDialog::fill()
         if (!group) {
             group = new QTreeWidgetItem(m_table, {m_text.plain(commands[i].group)});
             group->setFlags(Qt::ItemIsEnabled);
+            group->setSizeHint(0, {0, rowHeight});
             setBold(*group, 0, true);
         }
         auto* row = new QTreeWidgetItem(group, {m_text.plain(commands[i].name)});
         row->setData(0, commandRole, static_cast<int>(i));
+        row->setSizeHint(0, {0, rowHeight});
         m_rows[&commands[i]] = row;
     }
     m_table->expandAll();

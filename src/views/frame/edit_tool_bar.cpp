@@ -66,6 +66,7 @@ EditToolBar::EditToolBar(const Icons& icons, FrameActions& frame, ViewActions& v
                                 {&frame.history, "history"}}),
                   1);
     row->setFiller(new QWidget);
+    row->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     addWidget(row);
 }
 

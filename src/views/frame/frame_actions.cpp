@@ -10,6 +10,16 @@
 #include <QWidget>
 
 namespace tessaro {
+namespace {
+
+/// The text of a menu's line with this key behind the tabulator.
+QString withKey(const QString& text, const QKeySequence& key)
+{
+    const QString name = text.section(QLatin1Char('\t'), 0, 0);
+    return key.isEmpty() ? name : name + QLatin1Char('\t') + key.toString(QKeySequence::NativeText);
+}
+
+} // namespace
 
 FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& text)
     : panelPlace(&window)
@@ -120,6 +130,10 @@ FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& te
     alsoWithShift(rewind, Qt::Key_Left);
     alsoWithShift(forward, Qt::Key_Right);
     fastForward.setRepeating(false);
+    for (const QAction* action : {&undo, &redo}) // whose texts name their keys
+        QObject::connect(action, &QAction::changed, &window, [this, action, shown = action->shortcut()]() mutable {
+            if (std::exchange(shown, action->shortcut()) != action->shortcut()) showHistory();
+        });
     const auto switches = {&play,      &record,    &loop,     &metronome, static_cast<QAction*>(&fastForward),
                            &midiChase, &viewChase, &midiSync, &stepStrip, &keyboard,
                            &history,   &editTools, &maximise};
@@ -196,7 +210,8 @@ void FrameActions::showHistory()
             return QStringLiteral("%1 %2").arg(command, step.replace(QLatin1Char('&'), QLatin1String("&&")));
         };
         action.setEnabled(title && m_editing);
-        action.setText(title ? line(m_text(name), *title) + m_text(key) : m_text(nothing));
+        const QString text = title ? line(m_text(name), *title) + m_text(key) : m_text(nothing);
+        action.setText(withKey(text, action.shortcut()));
         action.setIconText(title ? QStringLiteral("%1 %2").arg(m_text.plain(name), *title) : m_text.plain(name));
     };
     show(undo, m_undoTitle, TextId::menuUndo, TextId::menuUndoKey, TextId::menuUndoNothing);

@@ -99,6 +99,7 @@ CMainFrame::CMainFrame(const FrameParts& parts)
 
 CMainFrame::~CMainFrame()
 {
+    if (m_parts.document.IsRecording()) m_parts.panel.Stop(); // a take works on our selection
     editor().removeObserver(this);
     m_parts.panel.recorder().setSelection(nullptr);
     m_parts.user.setWindow(nullptr);

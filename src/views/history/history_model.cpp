@@ -7,8 +7,15 @@
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
+#include <QSize>
 
 namespace tessaro {
+
+namespace {
+
+constexpr int rowHeight = 24;
+
+} // namespace
 
 int HistoryModel::present() const { return m_editor.GetUndoRedoIndex() + 1; }
 
@@ -41,6 +48,7 @@ QVariant HistoryModel::data(const QModelIndex& index, int role) const
             return font;
         }
         return {};
+    case Qt::SizeHintRole: return QSize(0, rowHeight);
     case Qt::ForegroundRole:
         return index.row() > present() ? QVariant(QApplication::palette().placeholderText()) : QVariant();
     default: return {};
