@@ -67,16 +67,16 @@ void RollCommands::run(ViewCommand command)
     case ViewCommand::invertSelection:
         for (const EvntRef& ref : everything()) m_view.selection().toggle(ref);
         return m_view.selectionChanged();
-    case ViewCommand::nudgeLeft: return shift(-step(selected()));
-    case ViewCommand::nudgeRight: return shift(step(selected()));
-    case ViewCommand::tickLeft: return shift(-1);
-    case ViewCommand::tickRight: return shift(1);
+    case ViewCommand::nudgeLeft: return nudge(-1);
+    case ViewCommand::nudgeRight: return nudge(1);
+    case ViewCommand::tickLeft: commands.move(selected(), -1); return;
+    case ViewCommand::tickRight: commands.move(selected(), 1); return;
     case ViewCommand::nudgeUp: return transpose(m_view.keyStep(1));
     case ViewCommand::nudgeDown: return transpose(m_view.keyStep(-1));
     case ViewCommand::octaveUp: return transpose(octave);
     case ViewCommand::octaveDown: return transpose(-octave);
-    case ViewCommand::longer: commands.stretch(selected(), step(selected())); return;
-    case ViewCommand::shorter: commands.stretch(selected(), -step(selected())); return;
+    case ViewCommand::longer: return stretch(1);
+    case ViewCommand::shorter: return stretch(-1);
     case ViewCommand::joinNotes: commands.join(selected()); return;
     case ViewCommand::splitNotes: commands.split(selected(), m_view.position()); return;
     case ViewCommand::zoomIn: return zoom(1 / zoomStep);
@@ -145,7 +145,17 @@ void RollCommands::paste()
     if (into.blk) select(m_parts.clipboard.pasteEvnts(into, m_view.position()));
 }
 
-void RollCommands::shift(std::int64_t ticks) { m_view.commands().move(selected(), ticks); }
+void RollCommands::nudge(int steps)
+{
+    const std::vector<EvntRef> refs = selected();
+    m_view.commands().move(refs, steps * step(refs));
+}
+
+void RollCommands::stretch(int steps)
+{
+    const std::vector<EvntRef> refs = selected();
+    m_view.commands().stretch(refs, steps * step(refs));
+}
 
 void RollCommands::transpose(int keys)
 {

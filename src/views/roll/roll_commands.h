@@ -30,11 +30,13 @@ private:
     [[nodiscard]] std::vector<EvntRef> selected() const;
     /// All that selecting everything takes: notes, or values where the keys go to the strip.
     [[nodiscard]] std::vector<EvntRef> everything() const;
+    /// Of the grid at the first of them.
     [[nodiscard]] std::int64_t step(const std::vector<EvntRef>& refs) const;
     void select(const std::vector<EvntRef>& refs);
     void cut();
     void paste();
-    void shift(std::int64_t ticks);
+    void nudge(int steps);
+    void stretch(int steps);
     void transpose(int keys);
     void zoom(double factor);
     void zoomToSelection();
