@@ -53,7 +53,8 @@ void RollRuler::move(int x, Qt::KeyboardModifiers keys)
 {
     m_gesture.move(x);
     if (!m_fixedEnd) return;
-    const auto [start, end] = std::minmax(time(x, keys), *m_fixedEnd);
+    const std::uint32_t moved = time(x, keys);
+    const auto [start, end] = std::minmax(moved, *m_fixedEnd);
     if (start < end) m_parts.panel.SetLoop(start, end);
 }
 

@@ -348,6 +348,7 @@ void CRollView::paintGesture(QPainter& painter) const
                           m_scale.yOfRow(band->lastRow) + m_scale.rowHeight() - top);
         painter.fillRect(place, withAlpha(accent, 0.15));
         painter.setPen(accent);
+        painter.setBrush(Qt::NoBrush);
         painter.drawRect(place.adjusted(0, 0, -1, -1));
         painter.setPen(Qt::NoPen);
     }

@@ -142,7 +142,8 @@ void StripView::paintHeld(QPainter& painter, const QRect& area, TickRange span)
     for (std::size_t i = 0; i < m_points.size(); ++i) {
         const int left = time().x(m_points[i].time);
         const int right = i + 1 < m_points.size() ? time().x(m_points[i + 1].time) : area.right() + 1;
-        const auto [top, bottom] = std::minmax(scale().y(m_points[i].value), ground);
+        const int y = scale().y(m_points[i].value);
+        const auto [top, bottom] = std::minmax(y, ground);
         if (right > left) m_rects.emplace_back(left, top, std::min(right, width()) - left, bottom - top + 1);
     }
     fillAll(painter, m_rects, blend(trackColour(m_track, palette()), palette().color(QPalette::Base), 0.22));
@@ -179,6 +180,7 @@ void StripView::paintGesture(QPainter& painter) const
         const QRect place(QPoint(time().x(span->from), scale().y(high)), QPoint(time().x(span->to), scale().y(low)));
         painter.fillRect(place, withAlpha(accent, 0.15));
         painter.setPen(accent);
+        painter.setBrush(Qt::NoBrush);
         painter.drawRect(place.adjusted(0, 0, -1, -1));
         painter.setPen(Qt::NoPen);
     } else if (span && m_gesture.mode() == StripGesture::Mode::erase) {
