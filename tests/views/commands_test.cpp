@@ -168,6 +168,7 @@ TEST_F(KeysTest, TheDialogNamesTheOtherCommandBeforeItTakesAKey)
     QTest::keyClick(&dialog.newKey(), Qt::Key_F11);
     QTest::mouseClick(&dialog.replaceButton(), Qt::LeftButton);
     EXPECT_EQ(about.shortcuts(), Keys{QKeySequence("F11")});
+    QCoreApplication::processEvents();
     for (QPushButton* button : dialog.findChildren<QPushButton*>())
         if (!button->isHidden() && button->toolTip() == "Remove F11") QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_TRUE(about.shortcuts().isEmpty());

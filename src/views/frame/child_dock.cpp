@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/frame/child_dock.h"
 
-#include "views/text/ui_text.h"
 #include "views/widgets/elided_label.h"
 #include "views/widgets/tool_button.h"
 
@@ -26,19 +25,27 @@ void focusInto(QWidget& window)
 
 class ChildDock::Title : public QWidget {
 public:
-    Title(ChildDock& dock, const Icons& icons) : QWidget(&dock), m_dock(dock), m_label(new ElidedLabel)
+    explicit Title(ChildDock& dock) : QWidget(&dock), m_dock(dock), m_label(new ElidedLabel)
     {
         auto* layout = new QHBoxLayout(this);
         layout->setContentsMargins(12, 2, 4, 0);
         layout->setSpacing(0);
         layout->addWidget(m_label, 1);
-        const std::pair<QAction*, const char*> buttons[] = {
-            {&dock.m_float, "float"}, {&dock.m_maximise, "maximise"}, {&dock.m_close, "close"}};
-        for (const auto& [action, icon] : buttons) {
-            auto* button = new ToolButton(icons, QString::fromLatin1(icon), *action);
-            button->setSize({24, 22}, 12);
-            layout->addWidget(button);
-        }
+    }
+
+    /// A button that looks like the command, and does the same with this dock.
+    void addButton(const Icons& icons, const char* icon, const QAction* command, QAction& action)
+    {
+        if (!command) return;
+        const auto follow = [command, &action] {
+            action.setText(command->iconText());
+            action.setShortcuts(command->shortcuts()); // for the tip: no widget has the action
+        };
+        connect(command, &QAction::changed, this, follow);
+        follow();
+        auto* button = new ToolButton(icons, QString::fromLatin1(icon), action);
+        button->setSize({24, 22}, 12);
+        layout()->addWidget(button);
     }
 
     void setText(const QString& text) { m_label->setText(text); }
@@ -71,9 +78,8 @@ private:
     bool m_active = false;
 };
 
-ChildDock::ChildDock(const QString& name, QWidget* content, const Icons& icons, const UiText& text)
-    : m_text(text)
-    , m_title(new Title(*this, icons))
+ChildDock::ChildDock(const QString& name, QWidget* content, const Icons& icons, const Commands& commands)
+    : m_title(new Title(*this))
 {
     setObjectName(name);
     setWidget(content);
@@ -83,7 +89,9 @@ ChildDock::ChildDock(const QString& name, QWidget* content, const Icons& icons, 
         if (onMaximise) onMaximise();
     });
     connect(&m_close, &QAction::triggered, this, [this] { close(); });
-    retranslate();
+    m_title->addButton(icons, "float", commands.floating, m_float);
+    m_title->addButton(icons, "maximise", commands.maximise, m_maximise);
+    m_title->addButton(icons, "close", commands.close, m_close);
 }
 
 void ChildDock::setTitle(const QString& title)
@@ -102,13 +110,6 @@ void ChildDock::takeFocus()
     } else {
         focusInto(*widget());
     }
-}
-
-void ChildDock::retranslate()
-{
-    m_float.setText(m_text.plain(TextId::commandFloat));
-    m_maximise.setText(m_text.plain(TextId::commandMaximise));
-    m_close.setText(m_text.plain(TextId::commandCloseWindow));
 }
 
 void ChildDock::closeEvent(QCloseEvent* event)

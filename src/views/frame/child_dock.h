@@ -11,14 +11,20 @@ namespace tessaro {
 
 class ElidedLabel;
 class Icons;
-class UiText;
 
 /// A child window of the main one with its title: dragged by it to another place, onto another window as a tab, or out
 /// of the main window. Buttons in the title float, enlarge and close it.
 class ChildDock : public QDockWidget {
 public:
-    /// Takes the content over; icons and texts outlive the dock.
-    ChildDock(const QString& name, QWidget* content, const Icons& icons, const UiText& text);
+    /// The commands whose names and keys the buttons tell; null for no such button.
+    struct Commands {
+        const QAction* floating;
+        const QAction* maximise;
+        const QAction* close;
+    };
+
+    /// Takes the content over; icons outlive the dock.
+    ChildDock(const QString& name, QWidget* content, const Icons& icons, const Commands& commands);
 
     /// The person closes it, by whatever way; it is hidden by then.
     std::function<void()> onClosed;
@@ -31,7 +37,6 @@ public:
     void takeFocus();
     /// A widget inside has got the keys.
     void noteFocus(QWidget* widget) { m_lastFocus = widget; }
-    void retranslate();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -39,7 +44,6 @@ protected:
 private:
     class Title;
 
-    const UiText& m_text;
     QAction m_float;
     QAction m_maximise;
     QAction m_close;

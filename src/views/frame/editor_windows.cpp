@@ -33,11 +33,11 @@ ChildFrame* childAround(QWidget* widget)
 } // namespace
 
 EditorWindows::EditorWindows(std::unique_ptr<ChildFrame> tracks, Maker maker, SettingsStore& store, const Icons& icons,
-                             const UiText& text)
+                             const ChildDock::Commands& commands)
     : m_maker(std::move(maker))
     , m_store(store)
     , m_icons(icons)
-    , m_text(text)
+    , m_commands(commands)
     , m_tracks(tracks.release())
     , m_active(m_tracks)
 {
@@ -114,7 +114,7 @@ EditorWindows::Child* EditorWindows::make(WindowKind kind, int track, int number
     std::unique_ptr<ChildFrame> made = m_maker(kind, track);
     if (!made) return nullptr;
     ChildFrame* frame = made.release();
-    auto* dock = new ChildDock(dockName(kind, number), frame, m_icons, m_text);
+    auto* dock = new ChildDock(dockName(kind, number), frame, m_icons, m_commands);
     dock->onClosed = [this, dock] { remove(*dock); };
     dock->onMaximise = [this, frame] {
         activate(*frame);
@@ -143,10 +143,9 @@ void EditorWindows::place(ChildDock& dock)
     dock.show();
 }
 
-ChildDock& EditorWindows::addPanel(const QString& name, QWidget* panel)
+ChildDock& EditorWindows::addPanel(const QString& name, QWidget* panel, const QAction& command)
 {
-    auto* dock = new ChildDock(name, panel, m_icons, m_text);
-    dock->onMaximise = [this] { maximiseActive(); };
+    auto* dock = new ChildDock(name, panel, m_icons, {nullptr, nullptr, &command});
     addDockWidget(Qt::RightDockWidgetArea, dock);
     resizeDocks({dock}, {usualPanelWidth}, Qt::Horizontal);
     dock->hide();
@@ -310,10 +309,8 @@ void EditorWindows::retranslate()
     m_tracks->retranslate();
     for (Child& child : m_children) {
         child.frame->retranslate();
-        child.dock->retranslate();
         showTitle(child);
     }
-    for (ChildDock* panel : m_panels) panel->retranslate();
 }
 
 void EditorWindows::suspend()

@@ -20,9 +20,9 @@ class EditorWindows : public QMainWindow {
 public:
     using Maker = std::function<std::unique_ptr<ChildFrame>(WindowKind kind, int track)>;
 
-    /// Takes the track window over. Store, icons and texts outlive this object.
+    /// Takes the track window over. Store and icons outlive this object. `commands` are those of the active window.
     EditorWindows(std::unique_ptr<ChildFrame> tracks, Maker maker, SettingsStore& store, const Icons& icons,
-                  const UiText& text);
+                  const ChildDock::Commands& commands);
     ~EditorWindows() override;
 
     /// Another window is active, or what it can do has changed.
@@ -31,8 +31,9 @@ public:
     /// Raises the window of this kind that shows the track, or opens a further one; it becomes active. Null for a kind
     /// that there is not.
     ChildFrame* open(WindowKind kind, int track);
-    /// Takes a panel over that docks like the windows, at the right side and hidden at first.
-    ChildDock& addPanel(const QString& name, QWidget* panel);
+    /// Takes a panel over that docks like the windows, at the right side and hidden at first. The command
+    /// shows and hides it.
+    ChildDock& addPanel(const QString& name, QWidget* panel, const QAction& command);
 
     /// Never null.
     [[nodiscard]] ChildFrame* active() const { return m_active; }
@@ -87,7 +88,7 @@ private:
     Maker m_maker;
     SettingsStore& m_store;
     const Icons& m_icons;
-    const UiText& m_text;
+    const ChildDock::Commands m_commands;
     ChildFrame* m_tracks; ///< child of the widget
     ChildFrame* m_active;
     std::vector<Child> m_children;

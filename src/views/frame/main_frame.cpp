@@ -147,7 +147,8 @@ void CMainFrame::layOut()
     m_tracks = tracks.get();
     m_windows = new EditorWindows(
         std::move(tracks), [this](WindowKind kind, int track) { return makeChild(m_viewParts, kind, track); },
-        m_parts.store, m_parts.icons, m_parts.text);
+        m_parts.store, m_parts.icons,
+        ChildDock::Commands{&m_actions.floating, &m_actions.maximise, &m_actions.closeWindow});
     m_recovery = new RecoveryPanel(m_parts.icons, m_parts.text, body);
 
     auto* layout = new QVBoxLayout(body);

@@ -25,7 +25,7 @@ WindowCommands::WindowCommands(EditorWindows& windows, const ViewParts& parts, F
     , m_parts(parts)
     , m_actions(actions)
     , m_history(new HistoryPanel(parts.editor, parts.text))
-    , m_historyDock(&windows.addPanel(QStringLiteral("history"), m_history))
+    , m_historyDock(&windows.addPanel(QStringLiteral("history"), m_history, actions.history))
     , m_toolBar(new EditToolBar(parts.icons, actions, parts.actions))
 {
     windows.addToolBar(Qt::TopToolBarArea, m_toolBar);
