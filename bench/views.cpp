@@ -23,9 +23,9 @@ constexpr std::uint32_t blkLength = 16 * 1920;
 
 /// So many notes on 100 tracks, in blocks of 16 bars.
 struct LargeSong : PartsFixture {
-    explicit LargeSong(std::int64_t notes)
+    explicit LargeSong(std::int64_t count)
     {
-        const auto each = static_cast<std::uint32_t>(notes / tracks);
+        const auto each = static_cast<std::uint32_t>(count / tracks);
         for (int track = 1; track <= tracks; ++track) {
             CBlk* blk = nullptr;
             for (std::uint32_t n = 0; n < each; ++n) {
@@ -39,9 +39,9 @@ struct LargeSong : PartsFixture {
     [[nodiscard]] std::int64_t notesIn(const TrkGeometry& geometry) const
     {
         const TrkGeometry::Span span = geometry.times();
-        const QRect window({0, 0}, geometry.size());
+        const QRect shown({0, 0}, geometry.size());
         std::int64_t found = 0;
-        for (int track = geometry.firstTrack(window); track <= geometry.lastTrack(window); ++track)
+        for (int track = geometry.firstTrack(shown); track <= geometry.lastTrack(shown); ++track)
             for (const CBlk* blk = editor.song().trk(track)->blocks().head(); blk; blk = List<CBlk>::next(blk))
                 for (const CEvnt* e = blk->GetRealBlk()->events().head(); e; e = List<CEvnt>::next(e))
                     found +=
@@ -112,13 +112,14 @@ void zoomTracks(benchmark::State& state)
     double step = 1;
     for (auto _ : state) {
         window.view().zoomBy(step);
+        window.view().setOrigin(0);
         const double zoom = window.view().geometry().zoom();
         if (zoom <= TrkGeometry::leastZoom) step = -1;
         if (zoom >= TrkGeometry::mostZoom) step = 1;
         window.paint();
     }
     window.view().setZoom(TrkGeometry::mostZoom);
-    report(state, window, song);
+    report(state, window, song); // with all that fits in sight
 }
 
 /// From the song in memory to what can be seen.

@@ -264,7 +264,7 @@ void CTrackFrame::showHint()
 void CTrackFrame::placeHint()
 {
     const QRect room = m_blks->viewport()->rect().adjusted(8, TrkGeometry::rulerHeight + 8, -8, -8);
-    const int width = std::min(room.width(), 560);
+    const int width = std::min(room.width(), 640);
     m_hint->resize(width,
                    std::min(room.height(), std::max(m_hint->heightForWidth(width), m_hint->sizeHint().height())));
     m_hint->move(room.center() - m_hint->rect().center());

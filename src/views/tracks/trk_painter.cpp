@@ -10,7 +10,6 @@
 #include "views/tracks/trk_blks.h"
 #include "views/tracks/trk_selection.h"
 
-#include <QFontMetrics>
 #include <QPainter>
 
 #include <algorithm>
@@ -28,6 +27,7 @@ constexpr int leastRounded = 8; ///< width of a block with round corners
 constexpr int tallRow = 32;     ///< from here on a block has its name above the notes
 constexpr int nameHeight = 15;
 constexpr int chainSize = 11;
+constexpr std::size_t mostNames = 4096; ///< that are kept
 
 QFont smallFont(const QFont& font)
 {
@@ -42,6 +42,7 @@ TrkPainter::TrkPainter(const Parts& parts) : m_parts(parts), m_shares(parts.edit
 
 void TrkPainter::paint(QPainter& painter, const QRect& area, const Look& look)
 {
+    prepare(look);
     m_pictures.begin(walkAPainting);
     m_shares.refresh();
     refreshSiblings();
@@ -59,6 +60,34 @@ void TrkPainter::paint(QPainter& painter, const QRect& area, const Look& look)
     if (area.top() < TrkGeometry::rulerHeight) paintRuler(painter, area, look);
     paintLoop(painter, look);
     paintPosition(painter, look);
+}
+
+/// What is drawn many times is made once.
+void TrkPainter::prepare(const Look& look)
+{
+    const QFont small = smallFont(look.font);
+    if (small != m_small || m_names.size() > mostNames) m_names.clear();
+    m_small = small;
+    const QColor ink = look.palette.color(QPalette::Text);
+    if (ink == m_ink && !m_chain.isNull() && qFuzzyCompare(m_chain.devicePixelRatio(), look.pixelRatio)) return;
+    m_ink = ink;
+    m_chain = QPixmap(QSize(chainSize, chainSize) * look.pixelRatio);
+    m_chain.setDevicePixelRatio(look.pixelRatio);
+    m_chain.fill(Qt::transparent);
+    QPainter painter(&m_chain);
+    m_parts.icons.draw(painter, QStringLiteral("link"), QRectF(0, 0, chainSize, chainSize), ink);
+}
+
+const TrkPainter::Name& TrkPainter::nameOf(const CBlk& blk)
+{
+    const auto [at, isNew] = m_names.try_emplace(blk.GetName());
+    if (isNew) {
+        at->second.text.setText(songText(blk.GetName()));
+        at->second.text.setTextFormat(Qt::PlainText);
+        at->second.text.prepare({}, m_small);
+        at->second.width = static_cast<int>(std::ceil(at->second.text.size().width()));
+    }
+    return at->second;
 }
 
 // Rows
@@ -144,12 +173,18 @@ void TrkPainter::paintBlk(QPainter& painter, const Blk& blk, const QRect& area, 
         if (blk.selected) painter.fillRect(place.adjusted(0, 0, 0, 3 - place.height()), accent);
         return;
     }
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(edge, blk.selected ? 2 : 1, blk.linked ? Qt::DashLine : Qt::SolidLine));
-    painter.setBrush(plate);
-    const double inset = blk.selected ? 1 : 0.5;
-    painter.drawRoundedRect(QRectF(place).adjusted(inset, inset, -inset, -inset), 3, 3);
-    painter.setRenderHint(QPainter::Antialiasing, false);
+    if (blk.selected || blk.linked) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(edge, blk.selected ? 2 : 1, blk.linked ? Qt::DashLine : Qt::SolidLine));
+        painter.setBrush(plate);
+        const double inset = blk.selected ? 1 : 0.5;
+        painter.drawRoundedRect(QRectF(place).adjusted(inset, inset, -inset, -inset), 3, 3);
+        painter.setRenderHint(QPainter::Antialiasing, false);
+    } else { // the many: quicker, and hardly to be told from it
+        painter.fillRect(place.adjusted(1, 0, -1, 0), edge);
+        painter.fillRect(place.adjusted(0, 1, 0, -1), edge);
+        painter.fillRect(place.adjusted(1, 1, -1, -1), plate);
+    }
 
     const bool tall = m_parts.geometry.rowHeight() >= tallRow;
     const bool named = blk.place.width() >= leastNamed;
@@ -161,33 +196,35 @@ void TrkPainter::paintBlk(QPainter& painter, const Blk& blk, const QRect& area, 
     else
         paintNotes(painter, blk.blk, body, area, blend(blk.colour, base, blk.selected || tall ? 1 : 0.8),
                    look.pixelRatio);
-    if (named) paintName(painter, blk, plate, look);
+    if (named) paintName(painter, blk, plate);
 }
 
-/// With the chain of linked blocks; both on a plate that keeps them apart from the notes.
-void TrkPainter::paintName(QPainter& painter, const Blk& blk, const QColor& plate, const Look& look) const
+/// With the chain of linked blocks; both on a plate that keeps them apart from the notes. What does not fit is cut.
+void TrkPainter::paintName(QPainter& painter, const Blk& blk, const QColor& plate)
 {
-    const QFont font = smallFont(look.font);
-    const QFontMetrics metrics(font);
-    const int left = std::max(blk.place.left(), TrkGeometry::leftMargin / 10); // in sight while the block is
+    const int left = std::max(blk.place.left(), 4); // in sight while the block is
     QRect line(left + 4, blk.place.top() + 2, blk.place.right() - left - 8, nameHeight);
     if (m_parts.geometry.rowHeight() < tallRow) line.setHeight(blk.place.height() - 5);
     if (line.width() < leastNamed / 2) return;
+    const Name& name = nameOf(blk.blk);
     const int chain = blk.linked ? chainSize + 2 : 0;
-    const QString name =
-        metrics.elidedText(songText(blk.blk.GetName()), Qt::ElideRight, std::max(line.width() - chain, 0));
+    const bool fits = name.width + chain <= line.width();
     QColor back = plate;
     back.setAlphaF(0.8F);
-    const int width = std::min(line.width(), metrics.horizontalAdvance(name) + chain);
-    if (width <= 0) return;
-    painter.fillRect(line.adjusted(-1, 0, width - line.width() + 2, 0), back);
-    const QColor ink = look.palette.color(QPalette::Text);
-    if (blk.linked)
-        m_parts.icons.draw(painter, QStringLiteral("link"),
-                           QRectF(line.left(), line.center().y() - chainSize / 2.0 + 0.5, chainSize, chainSize), ink);
-    painter.setFont(font);
-    painter.setPen(ink);
-    painter.drawText(line.adjusted(chain, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, name);
+    painter.fillRect(QRect(line.left() - 1, line.top(), std::min(name.width + chain, line.width()) + 3, line.height()),
+                     back);
+    if (blk.linked) painter.drawPixmap(line.left(), line.center().y() - chainSize / 2, m_chain);
+    painter.setFont(m_small);
+    painter.setPen(m_ink);
+    const QPointF at(line.left() + chain, line.top() + (line.height() - name.text.size().height()) / 2);
+    if (fits) {
+        painter.drawStaticText(at, name.text);
+        return;
+    }
+    painter.save();
+    painter.setClipRect(line, Qt::IntersectClip);
+    painter.drawStaticText(at, name.text);
+    painter.restore();
 }
 
 /// A column of device pixels at a time.
@@ -271,7 +308,7 @@ void TrkPainter::paintRuler(QPainter& painter, const QRect& area, const Look& lo
     const QRect ruler(area.left(), 0, area.width(), height);
     painter.fillRect(ruler, look.palette.window());
     painter.fillRect(area.left(), height - 1, area.width(), 1, look.palette.mid());
-    painter.setFont(smallFont(look.font));
+    painter.setFont(m_small);
     painter.setPen(look.palette.color(QPalette::PlaceholderText));
     for (const RulerLine& mark : rulerLines(g, m_parts.editor.maps().meas(), ruler, labelRoom)) {
         const bool labelled = mark.kind == RulerLine::Kind::labelled;
@@ -287,7 +324,7 @@ void TrkPainter::paintRuler(QPainter& painter, const QRect& area, const Look& lo
         painter.setPen(QPen(look.palette.color(QPalette::Highlight), 1.2));
         painter.setBrush(look.palette.window());
         const double x = g.windowX(location) + 0.5;
-        const QPointF flag[] = {{x, 3.0}, {x + 7, 6.5}, {x, 10.0}};
+        const QPointF flag[] = {{x, 3.0}, {x - 7, 6.5}, {x, 10.0}};
         painter.drawPolygon(flag, 3);
         painter.drawLine(QPointF(x, 3), QPointF(x, height - 2));
         painter.setRenderHint(QPainter::Antialiasing, false);

@@ -5,15 +5,19 @@
 #include "views/tracks/blk_shares.h"
 #include "views/tracks/trk_geometry.h"
 
+#include <QFont>
 #include <QImage>
 #include <QPalette>
+#include <QPixmap>
+#include <QStaticText>
 
 #include <array>
 #include <cstdint>
+#include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
-class QFont;
 class QPainter;
 
 namespace tessaro {
@@ -91,10 +95,18 @@ private:
         bool wave = false;
     };
 
+    /// What a block's name looks like, so that it is shaped once.
+    struct Name {
+        QStaticText text;
+        int width = 0;
+    };
+
+    void prepare(const Look& look);
+    [[nodiscard]] const Name& nameOf(const CBlk& blk);
     void paintRows(QPainter& painter, const QRect& area, const Look& look);
     void paintBlks(QPainter& painter, const QRect& area, const Look& look);
     void paintBlk(QPainter& painter, const Blk& blk, const QRect& area, const Look& look);
-    void paintName(QPainter& painter, const Blk& blk, const QColor& plate, const Look& look) const;
+    void paintName(QPainter& painter, const Blk& blk, const QColor& plate);
     void paintNotes(QPainter& painter, const CBlk& blk, const QRect& body, const QRect& area, const QColor& colour,
                     double pixelRatio);
     void paintTake(QPainter& painter, const TrkTake& take, const QRect& area, const Look& look);
@@ -111,6 +123,10 @@ private:
     BlkShares m_shares;
     std::unordered_set<const CRealBlk*> m_siblings; ///< shown by a selected block and others
     QImage m_notes;                                 ///< where the notes of a block are drawn
+    QFont m_small;
+    QPixmap m_chain; ///< the mark of linked blocks
+    QColor m_ink;    ///< of names and chains
+    std::unordered_map<std::string, Name> m_names;
     bool m_siblingsStale = true;
 };
 
