@@ -48,13 +48,15 @@ EditToolBar::EditToolBar(const Icons& icons, FrameActions& frame, ViewActions& v
                                 {of(ViewCommand::toolLine), "line"},
                                 {of(ViewCommand::toolCurve), "curve"}}),
                   0);
-    row->addGroup(group(icons, {{&frame.undo, "undo"}, {&frame.redo, "redo"}}), 4);
     row->addGroup(group(icons, {{of(ViewCommand::cut), "cut"},
                                 {of(ViewCommand::copy), "copy"},
                                 {of(ViewCommand::paste), "paste"},
-                                {of(ViewCommand::duplicate), "duplicate"},
                                 {of(ViewCommand::remove), "delete"}}),
                   2);
+    row->addGroup(group(icons, {{of(ViewCommand::newBlock), "block-new"},
+                                {of(ViewCommand::duplicate), "duplicate"},
+                                {of(ViewCommand::duplicateLinked), "link"}}),
+                  4);
     row->addGroup(group(icons, {{of(ViewCommand::zoomOut), "zoom-out"},
                                 {of(ViewCommand::zoomIn), "zoom-in"},
                                 {of(ViewCommand::zoomToSong), "zoom-fit"}}),

@@ -89,16 +89,20 @@ int EditorWindows::freeNumber(WindowKind kind) const
     return number;
 }
 
+ChildFrame* EditorWindows::showing(WindowKind kind, int track) const
+{
+    const std::vector<ChildFrame*> all = windows();
+    const auto found = std::ranges::find_if(all, [&](const ChildFrame* frame) {
+        return frame->kind() == kind
+            && (kind == WindowKind::track || kind == WindowKind::masterTrack || frame->track() == track);
+    });
+    return found == all.end() ? nullptr : *found;
+}
+
 ChildFrame* EditorWindows::open(WindowKind kind, int track)
 {
     endMaximised();
-    const auto shows = [&](const ChildFrame* frame) {
-        return frame->kind() == kind
-            && (kind == WindowKind::track || kind == WindowKind::masterTrack || frame->track() == track);
-    };
-    const std::vector<ChildFrame*> all = windows();
-    const auto shown = std::ranges::find_if(all, shows);
-    ChildFrame* frame = shown == all.end() ? nullptr : *shown;
+    ChildFrame* frame = showing(kind, track);
     if (!frame) {
         const Child* child = make(kind, track, freeNumber(kind));
         if (!child) return nullptr;
@@ -107,6 +111,16 @@ ChildFrame* EditorWindows::open(WindowKind kind, int track)
     }
     activate(*frame);
     return frame;
+}
+
+ChildFrame* EditorWindows::show(WindowKind kind, int track)
+{
+    if (!showing(kind, track)) {
+        const auto last = std::find_if(m_children.rbegin(), m_children.rend(),
+                                       [&](const Child& child) { return child.frame->kind() == kind; });
+        if (last != m_children.rend()) last->frame->setTrack(track);
+    }
+    return open(kind, track);
 }
 
 EditorWindows::Child* EditorWindows::make(WindowKind kind, int track, int number)

@@ -31,6 +31,9 @@ public:
     /// Raises the window of this kind that shows the track, or opens a further one; it becomes active. Null for a kind
     /// that there is not.
     ChildFrame* open(WindowKind kind, int track);
+    /// Raises the window of this kind that shows the track, or turns the one opened last to it; opens one where there
+    /// is none of the kind.
+    ChildFrame* show(WindowKind kind, int track);
     /// Takes a panel over that docks like the windows, at the right side and hidden at first. The command
     /// shows and hides it.
     ChildDock& addPanel(const QString& name, QWidget* panel, const QAction& command);
@@ -75,6 +78,7 @@ private:
     };
 
     Child* find(const ChildFrame* frame);
+    [[nodiscard]] ChildFrame* showing(WindowKind kind, int track) const;
     Child* make(WindowKind kind, int track, int number);
     void place(ChildDock& dock);
     void remove(ChildDock& dock);

@@ -432,7 +432,7 @@ TrkSelection* CMainFrame::trkSelection() const { return m_tracks ? &m_tracks->se
 
 void CMainFrame::openWindow(WindowKind kind, int track, std::uint32_t tick)
 {
-    ChildFrame* window = m_windows->open(kind, track);
+    ChildFrame* window = m_windows->show(kind, track);
     if (!window) return;
     window->setPosition(tick, true); // its page turns there
     window->setPosition(m_parts.panel.GetLocation(), false);
