@@ -91,7 +91,7 @@ TEST_F(BlkCommandsTest, NudgeAndDuplicate)
     const BlkRef d = song.add(3, 1920, 4000);
     song.select({d}); // begins at a bar line and ends inside a bar
     expectDone(TextId::undoBlockLink, "1:0-1920 1:1920-5760 2:2000-3920 3:1920-4000 3:5760-7840g 3:9600-11680g",
-               "3:5760-7840g 3:9600-11680g", [&] { return song.commands.duplicate(DropKind::link, 2); });
+               "3:5760-7840g 3:9600-11680g", [&] { return song.commands.duplicate(DropKind::relink, 2); });
     song.select({a, d});
     EXPECT_FALSE(song.commands.nudge(0, -1)); // no room for a
     song.select({a});
@@ -174,7 +174,7 @@ TEST_F(BlkCommandsTest, WaitWhileTheSongIsLockedAndLetItPlayOn)
         return song.commands.drop(DropKind::copy, {1920, 0}) || song.commands.nudge(1, 0) || song.commands.remove()
             || song.commands.divide(3840) || song.commands.link() || song.commands.merge() || song.commands.realise()
             || song.commands.create(1, 0, 10) || song.commands.lengthen(1) || song.commands.resize(a, 5000)
-            || song.commands.rename(a, "x") || song.commands.change(a, {}) || song.commands.duplicate(DropKind::link);
+            || song.commands.rename(a, "x") || song.commands.change(a, {}) || song.commands.duplicate(DropKind::relink);
     };
     EXPECT_FALSE(tryAll());
     EXPECT_EQ(test::picture(song.editor), before);

@@ -96,7 +96,8 @@ bool BlkCommands::drop(DropKind kind, const BlkShift& shift)
     switch (kind) {
     case DropKind::move: return move(shift);
     case DropKind::copy: return place(TextId::undoBlockCopy, kind, shift, 1);
-    case DropKind::link: return place(TextId::undoBlockLink, kind, shift, 1);
+    case DropKind::link:
+    case DropKind::relink: return place(TextId::undoBlockLink, kind, shift, 1);
     case DropKind::merge: return place(TextId::undoBlockMerge, kind, shift, 1);
     }
     return false;
@@ -149,8 +150,10 @@ bool BlkCommands::placeOne(DropKind kind, const BlkRef& blk, const BlkShift& shi
     const std::uint32_t top = shift.top(blkOf(blk).GetTimeTop());
     const std::uint32_t end = tick::later(top, blkOf(blk).GetTimeEnd() - blkOf(blk).GetTimeTop());
     const POSITION trk2 = m_editor.GetTrkPos(shift.track(Song::numberOf(blk.trk)));
-    if (kind == DropKind::link) {
-        if (!m_editor.BlkGhost(blk.trk, blk.blk, trk2, top)) note(TextId::blockTypeDiffers);
+    if (kind == DropKind::link || kind == DropKind::relink) {
+        BlkRef source = blk;
+        if (kind == DropKind::relink) m_editor.SrchSrcBlk(blk.trk, blk.blk, source.trk, source.blk);
+        if (!m_editor.BlkGhost(source.trk, source.blk, trk2, top)) note(TextId::blockTypeDiffers);
         return true;
     }
     if (kind == DropKind::merge) {
@@ -201,7 +204,7 @@ bool BlkCommands::duplicate(DropKind kind, int times)
     const BarLines lines = bars();
     const bool onBars = lines.before(all->from) == all->from && lines.before(all->to) != all->to;
     const std::uint32_t behind = onBars ? lines.after(all->to) : all->to;
-    const TextId title = kind == DropKind::link ? TextId::undoBlockLink : TextId::undoBlockCopy;
+    const TextId title = kind == DropKind::relink ? TextId::undoBlockLink : TextId::undoBlockCopy;
     return place(title, kind, {std::int64_t{behind} - all->from, 0}, times);
 }
 

@@ -23,7 +23,13 @@ struct BlkShift {
 
 /// What becomes of selected blocks where they are dropped: `merge` merges one that meets another selected block into
 /// that one, and copies it otherwise.
-enum class DropKind { move, copy, link, merge };
+enum class DropKind {
+    move,
+    copy,
+    link,
+    relink, ///< a link to the original, also of what is a link itself
+    merge,
+};
 
 // What a gesture of the mouse in the track window asks for.
 

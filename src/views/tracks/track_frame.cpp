@@ -13,7 +13,6 @@
 #include "views/tracks/trk_pram_view.h"
 #include "views/tracks/trk_prop_page.h"
 #include "views/widgets/empty_hint.h"
-#include "views/widgets/tool_button.h"
 
 #include <QComboBox>
 #include <QEvent>
@@ -70,30 +69,6 @@ CTrackFrame::~CTrackFrame() { m_parts.editor.removeObserver(this); }
 
 void CTrackFrame::layOut()
 {
-    m_bar = new QWidget(this);
-    auto* bar = new QHBoxLayout(m_bar);
-    bar->setContentsMargins(8, 4, 8, 4);
-    bar->setSpacing(4);
-    const auto add = [&](const char* icon, C command) {
-        auto* button = new ToolButton(m_parts.icons, QString::fromLatin1(icon), m_parts.actions[command], m_bar);
-        button->setSize({28, 28}, 18);
-        bar->addWidget(button);
-    };
-    add("select", C::toolSelect);
-    add("pencil", C::toolPencil);
-    add("eraser", C::toolEraser);
-    add("divide", C::toolDivide);
-    add("join", C::toolJoin);
-    bar->addSpacing(12);
-    add("block-new", C::newBlock);
-    add("duplicate", C::duplicate);
-    add("link", C::duplicateLinked);
-    add("delete", C::remove);
-    bar->addStretch(1);
-    add("zoom-out", C::zoomOut);
-    add("zoom-in", C::zoomIn);
-    add("zoom-fit", C::zoomToSong);
-
     m_splitter = new QSplitter(Qt::Horizontal, this);
     m_prams = new CTrkPramView(m_table);
     m_blks = new CTrkBlkView(m_parts);
@@ -110,7 +85,6 @@ void CTrackFrame::layOut()
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(m_bar);
     layout->addWidget(m_splitter, 1);
     setFocusProxy(m_blks);
 
@@ -456,7 +430,7 @@ void CTrackFrame::run(ViewCommand command)
     case C::paste: paste(); break;
     case C::remove: commands.remove(); break;
     case C::duplicate: made(commands.duplicate(DropKind::copy)); break;
-    case C::duplicateLinked: made(commands.duplicate(DropKind::link)); break;
+    case C::duplicateLinked: made(commands.duplicate(DropKind::relink)); break;
     case C::selectAll: commands.selectAll(); break;
     case C::selectNone: selection().trkInitSel(); break;
     case C::invertSelection: commands.invert(); break;

@@ -107,7 +107,6 @@ private:
     QTimer m_refresh;
     QTimer m_changed; ///< tells the owner, once behind a burst
     // Children of the widget.
-    QWidget* m_bar = nullptr;
     QSplitter* m_splitter = nullptr;
     CTrkPramView* m_prams = nullptr;
     CTrkBlkView* m_blks = nullptr;
