@@ -194,15 +194,19 @@ void CListVw::refresh()
 void CListVw::restoreCurrent()
 {
     const std::vector<EvntRef> current = m_current.inOrder();
-    const auto row = current.empty() ? std::nullopt : rows().find(current.front());
+    const auto found = current.empty() ? std::nullopt : rows().find(current.front());
+    const int row = found ? static_cast<int>(*found) : -1;
     m_restoring = true;
-    const QModelIndex at = m_model.index(row ? static_cast<int>(*row) : -1, std::max(currentIndex().column(), 0));
-    if (row && at != currentIndex()) setCurrentIndex(at);
-    if (!row) selectionModel()->clearCurrentIndex();
-    if (row && m_follows) scrollTo(at);
+    const QModelIndex at = m_model.index(row, std::max(currentIndex().column(), 0));
+    if (row < 0) {
+        selectionModel()->clearCurrentIndex();
+    } else {
+        if (at != currentIndex()) setCurrentIndex(at);
+        if (m_follows) scrollTo(at);
+        m_anchor = row;
+    }
     m_restoring = false;
     m_follows = false;
-    if (row) m_anchor = static_cast<int>(*row);
 }
 
 void CListVw::onHint(const HintObserver*, int code, CEditor* editor)
