@@ -2,6 +2,7 @@
 #include "views/list/list_frame.h"
 
 #include "core/edit/editor.h"
+#include "views/editors/track_label.h"
 #include "views/editors/view_actions.h"
 #include "views/list/kind_filter.h"
 #include "views/list/list_view.h"
@@ -104,16 +105,10 @@ void CListFrm::buildBar()
     m_kinds->onChosen = [this](std::uint32_t hidden) { m_list->setFilter({hidden, m_list->filter().channel}); };
 }
 
-QString CListFrm::trackLabel(int track) const
+QString CListFrm::title() const
 {
-    if (track == 0) return m_parts.text(TextId::masterTitle);
-    const CTrk* trk = List<CTrk>::get(m_parts.editor.GetTrkPos(track));
-    const QString name = trk ? songText(trk->GetName()) : QString();
-    return name.isEmpty() ? m_parts.text(TextId::trackUnnamed).arg(track)
-                          : QStringLiteral("%1: %2").arg(track).arg(name);
+    return m_parts.text(TextId::listTitleTrack).arg(trackLabel(m_parts.editor, track(), m_parts.text));
 }
-
-QString CListFrm::title() const { return m_parts.text(TextId::listTitleTrack).arg(trackLabel(track())); }
 int CListFrm::track() const { return m_list->track(); }
 
 void CListFrm::setTrack(int track)
@@ -131,7 +126,7 @@ void CListFrm::fillTracks()
     for (int track = 0; track < trackCount; ++track) {
         const CTrk* trk = List<CTrk>::get(m_parts.editor.GetTrkPos(track));
         if (trk && (track == 0 || track == this->track() || trk->GetType() != trktype::unused))
-            m_tracks->add(trackLabel(track), track);
+            m_tracks->add(trackLabel(m_parts.editor, track, m_parts.text), track);
     }
     m_tracks->choose(track());
 }

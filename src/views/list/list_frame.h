@@ -53,7 +53,6 @@ private:
     void fillFilter();
     void showState();
     void find(bool backwards);
-    [[nodiscard]] QString trackLabel(int track) const;
 
     const ViewParts m_parts;
     // Children of the widget.

@@ -4,6 +4,7 @@
 #include "core/edit/editor.h"
 #include "core/model/tick.h"
 #include "core/ports/settings_store.h"
+#include "views/editors/track_label.h"
 #include "views/editors/view_actions.h"
 #include "views/roll/grid.h"
 #include "views/roll/grid_box.h"
@@ -191,7 +192,7 @@ void RollFrame::fillTracks()
         const CTrk& trk = *m_parts.editor.song().trk(number);
         const bool isUsed = trk.blocks().head() || number <= usualTracks || number == track();
         if (!isUsed || trk.GetType() == trktype::wave) continue;
-        m_tracks->add(QStringLiteral("%1  %2").arg(number).arg(songText(trk.GetName())), number);
+        m_tracks->add(trackLabel(m_parts.editor, number, m_parts.text), number);
     }
     m_tracks->choose(track());
 }
@@ -251,12 +252,8 @@ void RollFrame::retranslate()
 
 QString RollFrame::title() const
 {
-    const CTrk* trk = m_parts.editor.song().trk(track());
-    return QStringLiteral("%1 – %2 %3")
-        .arg(m_parts.text.plain(windowName()))
-        .arg(track())
-        .arg(trk ? songText(trk->GetName()) : QString())
-        .trimmed();
+    return QStringLiteral("%1 – %2").arg(m_parts.text.plain(windowName()),
+                                         trackLabel(m_parts.editor, track(), m_parts.text));
 }
 
 int RollFrame::track() const { return m_view->track(); }
