@@ -3,7 +3,7 @@
 
 #include "core/edit/editor.h"
 #include "core/edit/load_steps.h"
-#include "core/edit/undo_scope.h"
+#include "core/edit/undo_part.h"
 #include "core/model/tick.h"
 #include "files/clip/clip_chunks.h"
 #include "files/native/load_evnt.h"
@@ -24,7 +24,7 @@ bool BlkClipReader::ClipPaste_blk(std::uint32_t time, int track)
     if (!ChkTr9i() || !readBlks() || !LoadScr()) return false;
     bool all = true;
     {
-        const UndoScope step(m_editor, std::string(m_strings(TextId::undoBlockPaste)));
+        const UndoPart step(m_editor, std::string(m_strings(TextId::undoBlockPaste)));
         if (!step) return false;
         for (Blk& blk : m_blks) all = SetClipTrkInfo(time, track, blk) && all;
     }

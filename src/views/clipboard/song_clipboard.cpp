@@ -3,7 +3,7 @@
 
 #include "core/edit/editor.h"
 #include "core/edit/percent.h"
-#include "core/edit/undo_scope.h"
+#include "core/edit/undo_part.h"
 #include "core/model/meta.h"
 #include "core/model/poslist.h"
 #include "core/model/tick.h"
@@ -142,7 +142,7 @@ std::vector<EvntRef> SongClipboard::pasteEvnts(const BlkRef& into, std::uint32_t
         return pasted;
     }
 
-    const UndoScope step(m_editor, std::string(m_strings(TextId::undoEventPaste)));
+    const UndoPart step(m_editor, std::string(m_strings(TextId::undoEventPaste)));
     if (!step) return pasted;
     Percent bar(m_editor, records.size());
     for (_EDT_EVNT& rec : records) {

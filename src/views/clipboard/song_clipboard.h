@@ -16,8 +16,8 @@ class Strings;
 
 /// What the clipboard of the desktop holds of a song: blocks, events of a track or events of the master track, each
 /// in its own format, so that it travels between windows, songs and running programs. Copying leaves the song as it
-/// is; a paste is a step of its own with its own title. What is broken, or of another kind, pastes nothing. User
-/// interface thread. Borrows editor and texts.
+/// is; a paste is a step with its own title, or a part of the one that is open. What is broken, or of another kind,
+/// pastes nothing. User interface thread. Borrows editor and texts.
 class SongClipboard {
 public:
     enum class Format { blks, styleBlks, evnts, mstrEvnts };

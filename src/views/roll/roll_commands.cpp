@@ -137,12 +137,13 @@ void RollCommands::cut()
 
 void RollCommands::paste()
 {
-    BlkRef into = m_parts.notes.blkAt(m_view.track(), m_view.position());
-    if (!into.blk) {
-        const UndoScope step(m_parts.editor, m_parts.text(TextId::undoBlockNew).toStdString());
-        if (step) into = m_view.commands().blkFor(m_view.track(), m_view.position());
+    std::vector<EvntRef> pasted;
+    {
+        const UndoScope step(m_parts.editor, m_view.commands().title(TextId::undoEventPaste));
+        const BlkRef into = step ? m_view.commands().blkFor(m_view.track(), m_view.position()) : BlkRef{};
+        if (into.blk) pasted = m_parts.clipboard.pasteEvnts(into, m_view.position());
     }
-    if (into.blk) select(m_parts.clipboard.pasteEvnts(into, m_view.position()));
+    if (!pasted.empty()) select(pasted);
 }
 
 void RollCommands::nudge(int steps)
