@@ -22,6 +22,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tessaro {
 namespace {
@@ -79,7 +80,7 @@ CListVw::CListVw(const ViewParts& parts, int track, QWidget* parent)
 
     for (QTimer* timer : {&m_late, &m_hush, &m_collapse}) timer->setSingleShot(true);
     QObject::connect(&m_late, &QTimer::timeout, this, [this] { refresh(); });
-    QObject::connect(&m_hush, &QTimer::timeout, this, [this] { m_parts.audition.stop(); });
+    QObject::connect(&m_hush, &QTimer::timeout, this, [this] { hush(); });
     QObject::connect(&m_collapse, &QTimer::timeout, this, [this] {
         if (const auto row = currentRow()) selectRows(static_cast<int>(*row), static_cast<int>(*row), false);
     });
@@ -90,7 +91,11 @@ CListVw::CListVw(const ViewParts& parts, int track, QWidget* parent)
     refresh();
 }
 
-CListVw::~CListVw() { m_parts.editor.removeObserver(this); }
+CListVw::~CListVw()
+{
+    hush();
+    m_parts.editor.removeObserver(this);
+}
 
 // Looks -----------------------------------------------------------------------------------------------------
 
@@ -317,6 +322,13 @@ void CListVw::hearCurrent()
     if (kind != status::note && kind != status::syng) return;
     m_parts.audition.start(m_track, event.GetPost1(), event.GetPost2());
     m_hush.start(heardMilliseconds);
+    m_isHeard = true;
+}
+
+void CListVw::hush()
+{
+    m_hush.stop();
+    if (std::exchange(m_isHeard, false)) m_parts.audition.stop();
 }
 
 void CListVw::select(std::span<const EvntRef> refs)
@@ -359,6 +371,7 @@ void CListVw::setPosition(std::uint32_t tick, bool follow)
 
 bool CListVw::event(QEvent* event)
 {
+    if (event->type() == QEvent::WindowDeactivate || event->type() == QEvent::Hide) hush();
     if (event->type() == QEvent::ShortcutOverride) {
         const auto& key = *static_cast<QKeyEvent*>(event);
         const bool isOurs = beginsValue(key) || (key.key() == Qt::Key_Escape && !m_selection.empty());
@@ -529,6 +542,7 @@ void CListVw::take(const QString& text, const QModelIndex& index)
 bool CListVw::can(ViewCommand command) const
 {
     if (std::find(std::begin(commands), std::end(commands), command) == std::end(commands)) return false;
+    if (m_parts.editor.IsPrgDlg()) return false;
     const auto format = m_track == 0 ? SongClipboard::Format::mstrEvnts : SongClipboard::Format::evnts;
     switch (command) {
     case ViewCommand::selectAll:
@@ -608,13 +622,12 @@ void CListVw::nudge(ViewCommand command)
 void CListVw::paste()
 {
     const std::uint32_t time = m_parts.panel.GetLocation();
-    BlkRef into;
+    std::vector<EvntRef> pasted;
     {
-        const UndoScope step(m_parts.editor, m_edits.notes().title(TextId::undoBlockNew));
-        if (step) into = m_edits.blkFor(m_track, time);
+        const UndoScope step(m_parts.editor, m_edits.notes().title(TextId::undoEventPaste));
+        const BlkRef into = step ? m_edits.blkFor(m_track, time) : BlkRef{};
+        if (into.blk) pasted = m_parts.clipboard.pasteEvnts(into, time);
     }
-    if (!into.blk) return;
-    const std::vector<EvntRef> pasted = m_parts.clipboard.pasteEvnts(into, time);
     if (m_stale) refresh();
     if (pasted.empty()) return;
     select(pasted);

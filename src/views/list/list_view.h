@@ -93,6 +93,7 @@ private:
     void setCurrent(int row, int column);
     [[nodiscard]] std::optional<std::size_t> currentRow() const;
     void hearCurrent();
+    void hush();
     void selectionChanged();
     void openCell(const QModelIndex& index);
     [[nodiscard]] int firstValueColumn(const CEvnt& event) const;
@@ -120,6 +121,7 @@ private:
     int m_playRow = -1;
     std::uint32_t m_position = 0;
     bool m_stale = true;
+    bool m_isHeard = false; ///< a note that we began
     bool m_restoring = false;
     bool m_follows = false; ///< the current row comes into sight after the next change
 };
