@@ -14,6 +14,8 @@ public:
 
     [[nodiscard]] WindowKind kind() const override { return WindowKind::drum; }
     void retranslate() override;
+    void saveState() override;
+    void restoreState() override;
 
     [[nodiscard]] CDrumView& drums() const;
 

@@ -52,6 +52,8 @@ public:
 
     /// The song is at this tick; with `follow` the view turns its pages so that the place stays in sight.
     virtual void setPosition(std::uint32_t tick, bool follow) = 0;
+    /// Brings the events at a tick into sight: where a window begins to look.
+    virtual void reveal(std::uint32_t tick) { setPosition(tick, true); }
     /// Another song stands in the editor: nothing remembered of the old one is valid.
     virtual void songReplaced() = 0;
     virtual void retranslate() = 0;

@@ -5,6 +5,8 @@
 
 #include <QStringList>
 
+class QAction;
+
 namespace tessaro {
 
 class CCnpWindow;
@@ -13,6 +15,7 @@ class Grid;
 class Icons;
 class NoteAudition;
 class NoteTables;
+enum class EverydayEdit;
 struct ListSettings;
 class SettingsStore;
 class SongClipboard;
@@ -41,6 +44,8 @@ struct ViewParts {
     std::function<bool()> isLocked;
     /// Those of the event list; null for the defaults, which are not kept then.
     ListSettings* listSettings = nullptr;
+    /// The command of an everyday edit; empty where there are none.
+    std::function<QAction*(EverydayEdit edit)> edit = {};
 };
 
 } // namespace tessaro

@@ -127,7 +127,8 @@ ViewParts CMainFrame::viewParts()
             .open = [this](WindowKind kind, int track, std::uint32_t tick) { openWindow(kind, track, tick); },
             .portNames = [this] { return portNames(); },
             .isLocked = [this] { return isLocked(); },
-            .listSettings = &m_parts.app.GetListSettings()};
+            .listSettings = &m_parts.app.GetListSettings(),
+            .edit = [this](EverydayEdit edit) { return &m_edits[edit]; }};
 }
 
 CEditor& CMainFrame::editor() const { return m_parts.document.GetEditor(); }
@@ -434,7 +435,7 @@ void CMainFrame::openWindow(WindowKind kind, int track, std::uint32_t tick)
 {
     ChildFrame* window = m_windows->show(kind, track);
     if (!window) return;
-    window->setPosition(tick, true); // its page turns there
+    window->reveal(tick);
     window->setPosition(m_parts.panel.GetLocation(), false);
 }
 

@@ -6,6 +6,7 @@
 #include "core/ports/settings_store.h"
 #include "views/editors/track_label.h"
 #include "views/editors/view_actions.h"
+#include "views/edits/everyday_edits.h"
 #include "views/roll/grid.h"
 #include "views/roll/grid_box.h"
 #include "views/roll/note_prop_page.h"
@@ -13,6 +14,7 @@
 #include "views/roll/note_text.h"
 #include "views/roll/roll_commands.h"
 #include "views/roll/roll_view.h"
+#include "views/roll/strip_splitter.h"
 #include "views/roll/strip_view.h"
 #include "views/setup/choice_box.h"
 #include "views/text/ui_text.h"
@@ -23,7 +25,6 @@
 #include <QMenu>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -33,7 +34,8 @@ namespace {
 
 constexpr const char* section = "View Condition";
 constexpr const char* stripHeightKey = "Piano Interval";
-constexpr int stripHeight = 200;
+constexpr const char* stripKey = " Strip"; ///< behind the window's own name, as the next
+constexpr const char* stripKindKey = " Strip Kind";
 constexpr int scrollUnit = 4;          ///< ticks of a step of the scroll bar, so that all ticks fit into its numbers
 constexpr std::uint32_t beyond = 7680; ///< ticks behind the song's end that are always in reach
 constexpr int usualTracks = 16;
@@ -41,7 +43,11 @@ constexpr QSize buttonSize(28, 28);
 constexpr int iconSize = 18;
 
 /// A kind of strip as the number of a row, and back.
-int codeOf(const StripKind& kind) { return static_cast<int>(kind.what) << 8 | kind.number; }
+int codeOf(const StripKind& kind)
+{
+    const bool isOfAKey = kind.what == StripKind::What::polyPressure; // one row for all keys
+    return static_cast<int>(kind.what) << 8 | (isOfAKey ? 0 : kind.number);
+}
 StripKind kindOf(int code) { return {static_cast<StripKind::What>(code >> 8), static_cast<std::uint8_t>(code & 0x7F)}; }
 
 } // namespace
@@ -72,6 +78,12 @@ RollFrame::~RollFrame()
 }
 
 // Building
+
+void RollFrame::showStrip(bool on)
+{
+    m_stripArea->setVisible(on);
+    m_splitter->setWanted(m_splitter->wanted());
+}
 
 QWidget* RollFrame::makeButtons(std::initializer_list<std::pair<ViewCommand, const char*>> commands)
 {
@@ -133,6 +145,11 @@ void RollFrame::buildToolBar()
     QWidget* switches = makeButtons({{ViewCommand::shadows, "shadows"}});
     switches->layout()->addWidget(audition);
     addToToolBar(switches, 3);
+
+    if (!m_parts.edit) return;
+    auto* quantise = new ToolButton(m_parts.icons, QStringLiteral("quantise"), *m_parts.edit(EverydayEdit::quantise));
+    quantise->setSize(buttonSize, iconSize);
+    addToToolBar(quantise, 2);
 }
 
 void RollFrame::addToToolBar(QWidget* group, int rank) { m_toolBar->addGroup(group, rank); }
@@ -142,24 +159,20 @@ void RollFrame::buildArea()
     m_across = new QScrollBar(Qt::Horizontal);
     m_down = new QScrollBar(Qt::Vertical);
     m_status = new NoteStatus(m_parts.text);
-    m_splitter = new QSplitter(Qt::Vertical);
-    const auto beside = [this](QWidget* left, QWidget* right) {
+    const auto beside = [](QWidget* left, QWidget* right) {
         auto* area = new QWidget;
         auto* row = new QHBoxLayout(area);
         row->setContentsMargins(0, 0, 0, 0);
         row->setSpacing(0);
         row->addWidget(left, 1);
         row->addWidget(right);
-        m_splitter->addWidget(area);
         return area;
     };
-    beside(m_view, m_down);
+    QWidget* notes = beside(m_view, m_down);
     auto* corner = new QWidget; // as wide as the scroll bar above
     corner->setFixedWidth(m_down->sizeHint().width());
     m_stripArea = beside(m_strip, corner);
-    m_splitter->setStretchFactor(0, 1);
-    m_splitter->setStretchFactor(1, 0);
-    m_splitter->setChildrenCollapsible(false);
+    m_splitter = new StripSplitter(notes, m_stripArea);
 
     auto* column = static_cast<QVBoxLayout*>(layout());
     column->addWidget(m_splitter, 1);
@@ -211,9 +224,7 @@ void RollFrame::fillKinds()
     m_kinds->insertSeparator(m_kinds->count());
     for (int control = 0; control < 128; ++control)
         m_kinds->add(controllerName(control, text), codeOf({What::control, static_cast<std::uint8_t>(control)}));
-    StripKind kind = m_strip->kind();
-    if (kind.what == What::polyPressure) kind.number = 0;
-    m_kinds->choose(codeOf(kind));
+    m_kinds->choose(codeOf(m_strip->kind()));
     m_strip->setName(m_kinds->currentText());
 }
 
@@ -285,6 +296,8 @@ void RollFrame::setPosition(std::uint32_t tick, bool follow)
     m_strip->setPosition(tick);
 }
 
+void RollFrame::reveal(std::uint32_t tick) { m_view->reveal(tick); }
+
 void RollFrame::songReplaced()
 {
     delete std::exchange(m_properties, nullptr);
@@ -295,16 +308,23 @@ void RollFrame::songReplaced()
 
 void RollFrame::saveState()
 {
+    const std::string name = settingsName();
     m_view->scale().save(m_parts.store, settingsName());
-    if (m_stripArea->isVisibleTo(this)) m_parts.store.setInt(section, stripHeightKey, m_stripArea->height());
+    m_parts.store.setInt(section, stripHeightKey, m_splitter->wanted());
+    m_parts.store.setInt(section, name + stripKey, m_stripArea->isVisibleTo(this));
+    m_parts.store.setInt(section, name + stripKindKey, codeOf(m_strip->kind()));
     m_parts.grid.save(m_parts.store);
 }
 
 void RollFrame::restoreState()
 {
     m_view->rescale([this](RollScale& scale) { scale.load(m_parts.store, settingsName()); });
-    const int strip = std::max(m_parts.store.getInt(section, stripHeightKey, stripHeight), 40);
-    m_splitter->setSizes({std::max(m_splitter->height() - strip, 100), strip});
+    m_splitter->setWanted(m_parts.store.getInt(section, stripHeightKey, m_splitter->wanted()));
+    const std::string name = settingsName();
+    showStrip(m_parts.store.getInt(section, name + stripKey, true));
+    m_kinds->choose(m_parts.store.getInt(section, name + stripKindKey, 0));
+    if (m_kinds->currentIndex() < 0) m_kinds->choose(0);
+    chooseKind(m_kinds->chosen(0));
     m_grid->show(m_parts.grid.index(), m_parts.grid.isFree());
 }
 
@@ -312,6 +332,7 @@ void RollFrame::restoreState()
 
 bool RollFrame::can(ViewCommand command) const
 {
+    if (m_parts.editor.IsPrgDlg()) return false;
     switch (command) {
     case ViewCommand::controlStrip: return true;
     case ViewCommand::properties: return !m_view->selection().empty();
@@ -328,7 +349,7 @@ bool RollFrame::isOn(ViewCommand command) const
 void RollFrame::run(ViewCommand command)
 {
     switch (command) {
-    case ViewCommand::controlStrip: m_stripArea->setVisible(!m_stripArea->isVisibleTo(this)); break;
+    case ViewCommand::controlStrip: showStrip(!m_stripArea->isVisibleTo(this)); break;
     case ViewCommand::properties: showProperties(); break;
     default: m_commands->run(command);
     }

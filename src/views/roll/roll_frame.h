@@ -14,7 +14,6 @@
 #include <utility>
 
 class QScrollBar;
-class QSplitter;
 
 namespace tessaro {
 
@@ -25,6 +24,7 @@ class FoldingRow;
 class GridBox;
 class NoteStatus;
 class RollCommands;
+class StripSplitter;
 class StripView;
 
 /// What the windows of piano roll and drum grid share: a tool bar, the notes over the controller strip, scroll bars,
@@ -45,6 +45,7 @@ public:
     void selectEvnts(std::span<const EvntRef> refs) override;
 
     void setPosition(std::uint32_t tick, bool follow) override;
+    void reveal(std::uint32_t tick) override;
     void songReplaced() override;
     void retranslate() override;
     void saveState() override;
@@ -80,6 +81,7 @@ private:
     void connectView();
     void fillTracks();
     void fillKinds();
+    void showStrip(bool on);
     void chooseKind(int code);
     void showScale();
     void showMenu(const QPoint& place);
@@ -98,7 +100,7 @@ private:
     ChoiceBox* m_tracks = nullptr;
     ChoiceBox* m_kinds = nullptr;
     NoteStatus* m_status = nullptr;
-    QSplitter* m_splitter = nullptr;
+    StripSplitter* m_splitter = nullptr;
     QScrollBar* m_across = nullptr;
     QScrollBar* m_down = nullptr;
     QWidget* m_stripArea = nullptr;

@@ -14,6 +14,7 @@ namespace {
 
 constexpr const char* section = "View Condition";
 constexpr int absent = -1;
+constexpr int thousand = 1000;   // parts of a tick a pixel, beside the whole number
 constexpr int farAway = 1 << 29; // pixels; sums of two of them still fit
 
 } // namespace
@@ -128,14 +129,17 @@ void RollScale::showKey(std::uint8_t key)
 void RollScale::load(const SettingsStore& store, const char* name)
 {
     const int zoom = store.getInt(section, std::string(name) + " Zoom", absent);
-    if (zoom != absent) setZoom(zoom);
+    const int part = store.getInt(section, std::string(name) + " Zoom Part", 0);
+    if (zoom != absent) setZoom(zoom + std::clamp(part, -thousand / 2, thousand / 2) / double{thousand});
     const int rowZoom = store.getInt(section, std::string(name) + " VZoom", absent);
     if (rowZoom != absent) setRowHeight(rowZoom);
 }
 
 void RollScale::save(SettingsStore& store, const char* name) const
 {
-    store.setInt(section, std::string(name) + " Zoom", static_cast<int>(std::lround(m_zoom)));
+    const auto zoom = static_cast<int>(std::lround(m_zoom));
+    store.setInt(section, std::string(name) + " Zoom", zoom);
+    store.setInt(section, std::string(name) + " Zoom Part", static_cast<int>(std::lround((m_zoom - zoom) * thousand)));
     store.setInt(section, std::string(name) + " VZoom", m_rowHeight);
 }
 

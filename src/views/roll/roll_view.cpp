@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tessaro {
 namespace {
@@ -46,7 +47,7 @@ CRollView::CRollView(const ViewParts& parts)
     m_gesture.onHear = [this](std::uint8_t key, std::uint8_t velocity) {
         if (m_audition) hear(key, velocity);
     };
-    m_gesture.onHush = [this] { m_parts.audition.stop(); };
+    m_gesture.onHush = [this] { hush(); };
     m_parts.actions.listen(*this,
                            {ViewCommand::remove, ViewCommand::nudgeLeft, ViewCommand::nudgeRight, ViewCommand::tickLeft,
                             ViewCommand::tickRight, ViewCommand::nudgeUp, ViewCommand::nudgeDown, ViewCommand::octaveUp,
@@ -54,7 +55,7 @@ CRollView::CRollView(const ViewParts& parts)
     retranslate();
 }
 
-CRollView::~CRollView() = default;
+CRollView::~CRollView() { hush(); }
 
 // What is shown
 
@@ -66,35 +67,51 @@ void CRollView::setTrack(int track)
     m_selection.clear();
     m_notesRevision = 0;
     contentChanged();
-    m_isPlaced = false;
-    placeRows();
+    centreRows();
     selectionChanged();
 }
 
-/// Brings the rows of the notes that are in sight to the middle.
-void CRollView::placeRows()
+/// The row in the middle of the notes in sight, or else of all notes of the track.
+int CRollView::middleRow() const
 {
-    if (m_isPlaced || m_scale.width() <= 0) return;
-    m_isPlaced = true;
-    int low = 127;
-    int high = 0;
-    const TickRange span = m_scale.span();
-    m_parts.notes.forEachNote(m_track, span.from, span.to, 0, 127, [&](const NoteInView& note) {
-        low = std::min<int>(low, note.key);
-        high = std::max<int>(high, note.key);
+    const auto middleOf = [this](TickRange span) {
+        int first = m_scale.rows();
+        int last = -1;
+        for (int row = 0; row < m_scale.rows(); ++row) {
+            if (!m_parts.notes.noteAt(m_track, span.from, span.to, m_scale.keyOfRow(row))) continue;
+            first = std::min(first, row);
+            last = row;
+        }
+        return last < 0 ? -1 : (first + last) / 2;
+    };
+    if (m_track > 0)
+        for (const TickRange span : {m_scale.span(), TickRange{0, tick::latest}})
+            if (const int row = middleOf(span); row >= 0) return row;
+    const int row = m_scale.rowOfKey(middleKey());
+    return row < 0 ? m_scale.rows() / 2 : row;
+}
+
+void CRollView::centreRows()
+{
+    rescale([this](RollScale& scale) {
+        const int middle = (2 * middleRow() + 1) * scale.rowHeight() / 2;
+        scale.setScroll(middle - (scale.height() - RollScale::ruler) / 2);
     });
-    const int row = m_scale.rowOfKey(low <= high ? static_cast<std::uint8_t>((low + high) / 2) : middleKey());
-    const int middle = (row < 0 ? m_scale.rows() / 2 : row) * m_scale.rowHeight();
-    rescale([&](RollScale& scale) { scale.setScroll(middle - (scale.height() - RollScale::ruler) / 2); });
+    m_isCentred = true;
+}
+
+void CRollView::reveal(std::uint32_t tick)
+{
+    rescale([&](RollScale& scale) { scale.setStart(startOfPage(tick)); });
+    centreRows();
 }
 
 void CRollView::songReplaced()
 {
-    m_held = Held::nothing;
+    endGesture();
     m_position = 0;
     m_scale.setStart(0);
     setTrack(m_track);
-    scaleChanged();
 }
 
 void CRollView::retranslate()
@@ -119,17 +136,26 @@ void CRollView::setShadows(bool on)
 void CRollView::setAudition(bool on)
 {
     m_audition = on;
-    m_parts.audition.stop();
+    hush();
 }
 
-void CRollView::hear(std::uint8_t key, std::uint8_t velocity) { m_parts.audition.start(m_track, key, velocity); }
+void CRollView::hear(std::uint8_t key, std::uint8_t velocity)
+{
+    m_isHeard = true;
+    m_parts.audition.start(m_track, key, velocity);
+}
+
+void CRollView::hush()
+{
+    if (std::exchange(m_isHeard, false)) m_parts.audition.stop();
+}
 
 void CRollView::sound(std::uint8_t key, std::uint8_t velocity)
 {
     if (!m_audition) return;
     hear(key, velocity);
     QTimer::singleShot(soundTime, this, [this] {
-        if (m_held == Held::nothing) m_parts.audition.stop();
+        if (m_held == Held::nothing) hush();
     });
 }
 
@@ -147,11 +173,17 @@ void CRollView::showTick(std::uint32_t tick)
 {
     const TickRange seen = m_scale.span();
     if (tick >= seen.from && tick < seen.to) return;
+    rescale([&](RollScale& scale) { scale.setStart(startOfPage(tick)); });
+}
+
+/// The bar line before the tick, as far as both fit into the view.
+std::uint32_t CRollView::startOfPage(std::uint32_t tick) const
+{
+    const TickRange seen = m_scale.span();
     _EDT_MEAS place;
     m_parts.editor.TimeToMeas(tick, place);
     const std::uint32_t bar = m_parts.editor.MeasToTime({place.meas - 1, 0, 0});
-    const std::uint32_t start = tick - bar < seen.to - seen.from ? bar : tick;
-    rescale([start](RollScale& scale) { scale.setStart(start); });
+    return tick - bar < seen.to - seen.from ? bar : tick;
 }
 
 std::uint32_t CRollView::songEnd() const { return m_parts.editor.GetTimeEnd(); }
@@ -429,7 +461,7 @@ void CRollView::mouseReleaseEvent(QMouseEvent* event)
     switch (held) {
     case Held::nothing: break;
     case Held::column:
-        m_parts.audition.stop();
+        hush();
         m_heldKey = -1;
         update();
         break;
@@ -486,6 +518,10 @@ void CRollView::endGesture()
     } else if (m_held == Held::ruler) {
         m_held = Held::nothing;
         m_ruler.cancel();
+    } else if (m_held == Held::column) {
+        m_held = Held::nothing;
+        m_heldKey = -1;
+        hush();
     }
     paintSoon();
 }
@@ -554,6 +590,7 @@ bool CRollView::event(QEvent* event)
     if (event->type() == QEvent::ShortcutOverride && m_held != Held::nothing
         && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
         event->accept();
+    if (event->type() == QEvent::WindowDeactivate) hush();
     return QWidget::event(event);
 }
 
@@ -568,7 +605,7 @@ void CRollView::keyPressEvent(QKeyEvent* event)
 void CRollView::resizeEvent(QResizeEvent*)
 {
     m_scale.resize(width(), height());
-    placeRows();
+    if (m_isCentred) centreRows();
     scaleChanged();
 }
 
@@ -582,6 +619,13 @@ void CRollView::focusOutEvent(QFocusEvent* event)
 {
     update();
     QWidget::focusOutEvent(event);
+}
+
+void CRollView::hideEvent(QHideEvent* event)
+{
+    endGesture();
+    hush();
+    QWidget::hideEvent(event);
 }
 
 void CRollView::timerEvent(QTimerEvent* event)

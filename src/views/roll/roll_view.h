@@ -43,7 +43,9 @@ public:
     template <class Change>
     void rescale(Change&& change)
     {
+        const int scroll = m_scale.scroll();
         change(m_scale);
+        if (m_scale.scroll() != scroll) m_isCentred = false;
         scaleChanged();
     }
     [[nodiscard]] EvntSelection& selection() { return m_selection; }
@@ -63,6 +65,8 @@ public:
     [[nodiscard]] std::uint32_t position() const { return m_position; }
     void setPosition(std::uint32_t tick, bool follow);
     void showTick(std::uint32_t tick);
+    /// Begins with the measure of this tick, the rows of its notes in the middle.
+    void reveal(std::uint32_t tick);
     /// Where scrolling should lead at least.
     [[nodiscard]] std::uint32_t songEnd() const;
 
@@ -119,6 +123,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
@@ -128,7 +133,10 @@ private:
 
     void scaleChanged();
     void paintSoon();
-    void placeRows();
+    void centreRows();
+    void hush();
+    [[nodiscard]] int middleRow() const;
+    [[nodiscard]] std::uint32_t startOfPage(std::uint32_t tick) const;
     void tellSelection();
     void endGesture();
     [[nodiscard]] QRect positionStrip(std::uint32_t tick) const;
@@ -166,7 +174,8 @@ private:
     bool m_isBusy = false; ///< the mouse is changing the song at this moment
     bool m_shadows = false;
     bool m_audition = true;
-    bool m_isPlaced = false;           ///< the rows in sight were chosen for the track
+    bool m_isHeard = false;            ///< a note that we began
+    bool m_isCentred = true;           ///< the rows of the notes stay in the middle: nobody has scrolled yet
     bool m_isStale = false;            ///< a painting is asked for
     bool m_selectionStale = false;     ///< lost something that nobody was told of
     std::uint64_t m_notesRevision = 0; ///< of m_hasNotes
