@@ -78,9 +78,7 @@ protected:
     template <class Page>
     Page& page()
     {
-        auto* found = dynamic_cast<Page*>(QApplication::activePopupWidget());
-        EXPECT_TRUE(found);
-        return *found;
+        return dynamic_cast<Page&>(*QApplication::activePopupWidget()); // throws for another one
     }
     CTrkPropPage& openTrack(int track)
     {
@@ -93,6 +91,7 @@ protected:
     {
         const POSITION at = editor.GetTrkPos(1);
         frame->selection().setBlks({{BlkRef{at, editor.GetHeadBlkPos(at)}}});
+        frame->blkView().setFocus();
         frame->run(ViewCommand::properties);
         return page<CTrkBlkPropPage>();
     }
