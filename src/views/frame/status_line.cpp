@@ -15,8 +15,7 @@ namespace {
 
 constexpr int iconSize = 16;
 constexpr int edge = 12;
-
-void keepPainting() { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
+constexpr int paintInterval = 100; ///< milliseconds; shorter work is not shown at all
 
 } // namespace
 
@@ -51,8 +50,7 @@ void StatusLine::begin()
     m_busy = true;
     m_progress->setRange(0, 100);
     m_progress->setValue(0);
-    m_progress->show();
-    keepPainting();
+    m_sincePainting.start();
 }
 
 void StatusLine::range(std::uint32_t low, std::uint32_t high)
@@ -71,6 +69,15 @@ void StatusLine::text(std::string_view line)
 {
     m_news->setText(utf8Text(line));
     keepPainting();
+}
+
+/// All windows that show the song paint then, so it must be seldom.
+void StatusLine::keepPainting()
+{
+    if (!m_sincePainting.hasExpired(paintInterval)) return;
+    m_progress->show();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    m_sincePainting.start();
 }
 
 void StatusLine::end()

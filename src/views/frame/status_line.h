@@ -3,6 +3,7 @@
 
 #include "core/ports/progress.h"
 
+#include <QElapsedTimer>
 #include <QWidget>
 
 class QProgressBar;
@@ -13,8 +14,8 @@ class ElidedLabel;
 class Icons;
 
 /// The lower edge of the window: which sound and MIDI ways are in use, the last news, and the progress of long work.
-/// While progress is shown the window keeps painting, but takes no input; `busy` tells others to keep their hands off
-/// the song meanwhile.
+/// While long work goes on the window paints now and then, but takes no input; `busy` tells others to keep their hands
+/// off the song meanwhile.
 class StatusLine : public QWidget, public ProgressPort {
 public:
     explicit StatusLine(const Icons& icons, QWidget* parent = nullptr);
@@ -35,12 +36,15 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void keepPainting();
+
     const Icons& m_icons;
     // Children of the widget.
     ElidedLabel* m_devices;
     ElidedLabel* m_news;
     QProgressBar* m_progress;
     bool m_busy = false;
+    QElapsedTimer m_sincePainting; ///< or since the work began
 };
 
 } // namespace tessaro
