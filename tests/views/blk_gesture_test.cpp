@@ -47,7 +47,7 @@ protected:
         if (std::holds_alternative<JoinToNext>(outcome)) return "join";
         const auto* dropped = std::get_if<DropSelected>(&outcome);
         if (!dropped) return "";
-        const char* kinds[] = {"move", "copy", "link", "merge"};
+        const char* kinds[] = {"move", "copy", "link", "relink", "merge"};
         return line(kinds[static_cast<int>(dropped->kind)], dropped->shift.ticks, dropped->shift.rows);
     }
 };
