@@ -45,30 +45,43 @@ private:
     std::size_t m_length = 0;
 };
 
-/// A format 1 file with so many notes, spread over its chunks behind the first, which holds tempo and signature:
-/// chords of three eighths, note-offs with a status of their own, a controller with every 32nd chord.
-inline std::vector<std::uint8_t> largeSong(std::uint32_t notes, std::uint32_t chunks)
+/// A chunk of notes: chords of three eighths, a little behind the beat, note-offs with a status of their own, a
+/// controller with every 32nd chord.
+inline void addChunk(FileBytes& file, std::uint32_t channel, std::uint32_t notes)
+{
+    file.beginChunk();
+    for (std::uint32_t done = 0, chord = 0; done < notes; ++chord) {
+        const std::uint32_t size = notes - done < 3 ? notes - done : 3;
+        const std::uint32_t root = 36 + chord * 7 % 48;
+        if (chord % 32 == 0) file.event(0, {0xB0 | channel, 7, chord % 128});
+        for (std::uint32_t i = 0; i < size; ++i) file.event(i == 0 ? 12 : 0, {0x90 | channel, root + 4 * i, 96});
+        for (std::uint32_t i = 0; i < size; ++i) file.event(i == 0 ? 228 : 0, {0x80 | channel, root + 4 * i, 64});
+        done += size;
+    }
+    file.endChunk();
+}
+
+/// A format 1 file with so many notes in the chunk behind the first, which holds tempo and signature, and so many more
+/// spread over the others.
+inline std::vector<std::uint8_t> unevenSong(std::uint32_t firstNotes, std::uint32_t notes, std::uint32_t chunks)
 {
     FileBytes file(1, chunks);
     file.beginChunk();
     file.event(0, {0xFF, 0x51, 3, 0x07, 0xA1, 0x20});
     file.event(0, {0xFF, 0x58, 4, 4, 2, 24, 8});
     file.endChunk();
-    for (std::uint32_t chunk = 1; chunk < chunks; ++chunk) {
-        const std::uint32_t channel = chunk % 16;
-        const std::uint32_t share = notes / (chunks - 1) + (chunk <= notes % (chunks - 1) ? 1 : 0);
-        file.beginChunk();
-        for (std::uint32_t done = 0, chord = 0; done < share; ++chord) {
-            const std::uint32_t size = share - done < 3 ? share - done : 3;
-            const std::uint32_t root = 36 + chord * 7 % 48;
-            if (chord % 32 == 0) file.event(0, {0xB0 | channel, 7, chord % 128});
-            for (std::uint32_t i = 0; i < size; ++i) file.event(i == 0 ? 12 : 0, {0x90 | channel, root + 4 * i, 96});
-            for (std::uint32_t i = 0; i < size; ++i) file.event(i == 0 ? 228 : 0, {0x80 | channel, root + 4 * i, 64});
-            done += size;
-        }
-        file.endChunk();
-    }
+    if (firstNotes > 0) addChunk(file, 1, firstNotes);
+    const std::uint32_t filled = firstNotes > 0 ? 2 : 1;
+    const std::uint32_t others = chunks - filled;
+    for (std::uint32_t i = 0; i < others; ++i)
+        addChunk(file, (filled + i) % 16, notes / others + (i < notes % others ? 1 : 0));
     return file.take();
+}
+
+/// A format 1 file with so many notes, spread over its chunks behind the first.
+inline std::vector<std::uint8_t> largeSong(std::uint32_t notes, std::uint32_t chunks)
+{
+    return unevenSong(0, notes, chunks);
 }
 
 /// A format 0 file whose notes all have one pitch and channel: all begin, then all end.
