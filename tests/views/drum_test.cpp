@@ -153,6 +153,8 @@ TEST_F(DrumFrameTest, TheSelectToolMovesHitsByRowsAndCells)
     frame->run(ViewCommand::nudgeUp);
     EXPECT_EQ(hits(), "0/38 960/38 ");
     EXPECT_EQ(view->drumRows().count(), 1);
+    frame->saveState();
+    EXPECT_EQ(CDrumFrame(song.parts, 10).drums().shown(), DrumRows::Shown::used);
 }
 
 TEST_F(DrumFrameTest, HeadsOfRowsSound)

@@ -396,20 +396,23 @@ TEST_F(PianoFrameTest, ZoomGridAndStripAreAsTheyWere)
     frame->gridBox().shapeBox().choose(2);
     Q_EMIT frame->gridBox().shapeBox().activated(2);
     EXPECT_EQ(song.grid.index(), 17); // triplets of eighths
-    view->rescale([](RollScale& scale) { scale.setZoom(5); });
+    view->rescale([](RollScale& scale) { scale.setZoom(5.25); });
+    frame->run(ViewCommand::controlStrip);
+    EXPECT_FALSE(strip->isVisible());
+    strip->setKind({StripKind::What::control, 11});
     frame->saveState();
     song.grid.setIndex(0);
     EXPECT_EQ(song.bench.settings.ints["View Condition/Piano Zoom"], 5);
     EXPECT_EQ(song.bench.settings.ints["View Condition/Piano VZoom"], 16);
-    EXPECT_NEAR(song.bench.settings.ints["View Condition/Piano Interval"], 200, 4);
+    EXPECT_EQ(song.bench.settings.ints["View Condition/Piano Interval"], 200);
     const CPianoFrame other(song.parts, 4);
-    EXPECT_EQ(other.view().scale().zoom(), 5);
+    EXPECT_EQ(other.view().scale().zoom(), 5.25);
     EXPECT_EQ(other.view().scale().rowHeight(), 16);
+    EXPECT_FALSE(other.isOn(ViewCommand::controlStrip));
+    EXPECT_EQ(other.strip().kind(), (StripKind{StripKind::What::control, 11}));
     EXPECT_EQ(other.track(), 4);
-
-    frame->run(ViewCommand::controlStrip);
-    EXPECT_FALSE(frame->isOn(ViewCommand::controlStrip));
-    EXPECT_FALSE(strip->isVisible());
+    song.bench.settings.ints["View Condition/Piano Strip Kind"] = 0x7777; // of nothing
+    EXPECT_TRUE(CPianoFrame(song.parts, 4).strip().kind().isVelocity());
 }
 
 } // namespace
