@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/edit/undo_scope.h"
 #include "views/commands/key_field.h"
 #include "views/commands/keys_dialog.h"
 #include "views/frame/edit_tool_bar.h"
 #include "views/frame/editor_windows.h"
 #include "views/history/history_panel.h"
+#include "views/roll/roll_frame.h"
+#include "views/roll/roll_view.h"
+#include "views/tracks/trk_blk_view.h"
 #include "window_fixture.h"
 
 #include <QFileDialog>
@@ -45,6 +49,24 @@ protected:
                           history().visualRect(history().model()->index(row, 0)).center());
     }
 };
+
+TEST_F(ChildWindowsTest, ADoubleClickOnABlockShowsItsNotes)
+{
+    constexpr std::uint32_t bar = 1920;
+    const POSITION trk = editor().GetTrkPos(2);
+    for (const std::uint32_t top : {0U, 17 * bar}) {
+        const UndoScope step(editor(), "block");
+        ASSERT_TRUE(editor().BlkNew(trk, top, top + 2 * bar));
+    }
+    for (const std::uint32_t top : {17 * bar, 0U, 17 * bar}) { // in a new window, then in the same one
+        const QPoint place = blks().geometry().blkRect(2, top, top + 2 * bar).center();
+        ASSERT_TRUE(blks().viewport()->rect().contains(place));
+        QTest::mouseDClick(blks().viewport(), Qt::LeftButton, {}, place);
+        QApplication::processEvents();
+        ASSERT_EQ(shown().size(), 2U);
+        EXPECT_EQ(dynamic_cast<RollFrame&>(*windows().active()).view().scale().start(), top);
+    }
+}
 
 TEST_F(ChildWindowsTest, KeysOpenThemAndTheOneWithTheFocusGetsCommands)
 {

@@ -152,7 +152,7 @@ TEST_F(TrackEditingTest, NumbersStayInTheirRanges)
     wheel(box, 15);
     EXPECT_EQ(box.value(), 13);
     for (int turn = 0; turn < 60; ++turn) wheel(box, -15);
-    EXPECT_EQ(box.value(), -37); // below the last number it is off
+    EXPECT_EQ(box.value(), -37);       // below the last number it is off
     clickCell(4, TrackColumn::number); // a click elsewhere takes the value
     EXPECT_TRUE(QTest::qWaitFor([&] { return !isEditing(); }));
     EXPECT_EQ(cell(1, TrackColumn::transpose).data().toString(), "OFF");

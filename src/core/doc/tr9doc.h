@@ -63,8 +63,8 @@ public:
     bool SaveAs();
     /// Saves under this name, as this kind from 1 to 6; both are the song's own from then on.
     bool Save(const std::string& path, std::uint8_t kind);
-    /// Writes a file of this kind and changes nothing: name, kind, undo and the mark of unsaved changes stay. Why it was
-    /// not written has been shown.
+    /// Writes a file of this kind and changes nothing: name, kind, undo and the mark of unsaved changes stay. Why it
+    /// was not written has been shown.
     bool SaveCopy(const std::string& path, std::uint8_t kind);
     /// Before the song goes, in the commands new, open, close and quit: asks whether to save a modified song. False
     /// when the song has to stay.

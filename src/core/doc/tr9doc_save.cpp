@@ -83,9 +83,9 @@ bool CTR9Doc::SaveCopy(const std::string& path, std::uint8_t kind)
     const FileError error = write(path, kind);
     m_editor.EndPrgDlg();
     if (error == FileError::none) return true;
-    m_ports.user.sentence(
-        filled(filled(m_ports.strings(TextId::exportFailed), shownName(path), "%1"), m_ports.strings(causeOf(error)), "%2"),
-        MessageKind::error);
+    m_ports.user.sentence(filled(filled(m_ports.strings(TextId::exportFailed), shownName(path), "%1"),
+                                 m_ports.strings(causeOf(error)), "%2"),
+                          MessageKind::error);
     return false;
 }
 
