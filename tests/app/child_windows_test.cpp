@@ -54,12 +54,14 @@ TEST_F(ChildWindowsTest, ADoubleClickOnABlockShowsItsNotes)
 {
     constexpr std::uint32_t bar = 1920;
     const POSITION trk = editor().GetTrkPos(2);
-    for (const std::uint32_t top : {0U, 17 * bar}) {
+    for (const std::uint32_t top : {0U, 7 * bar}) {
         const UndoScope step(editor(), "block");
         ASSERT_TRUE(editor().BlkNew(trk, top, top + 2 * bar));
     }
-    for (const std::uint32_t top : {17 * bar, 0U, 17 * bar}) { // in a new window, then in the same one
-        const QPoint place = blks().geometry().blkRect(2, top, top + 2 * bar).center();
+    frame().trackFrame().run(ViewCommand::zoomToSong);
+    for (const std::uint32_t top : {7 * bar, 0U, 7 * bar}) { // in a new window, then in the same one
+        const TrkGeometry& geometry = blks().geometry();
+        const QPoint place = geometry.blkRect(2, top, top + 2 * bar).center() - geometry.toSong(QPoint());
         ASSERT_TRUE(blks().viewport()->rect().contains(place));
         QTest::mouseDClick(blks().viewport(), Qt::LeftButton, {}, place);
         QApplication::processEvents();
