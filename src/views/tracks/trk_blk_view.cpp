@@ -163,12 +163,9 @@ void CTrkBlkView::readColours()
 
 void CTrkBlkView::paintEvent(QPaintEvent* event)
 {
+    if (m_parts.editor.IsPrgDlg()) return; // the song may stand between two states: the last picture stays
     m_stale = false;
     QPainter painter(viewport());
-    if (m_parts.editor.IsPrgDlg()) { // the song may stand between two states
-        painter.fillRect(event->rect(), palette().base());
-        return;
-    }
     m_painter.paint(painter, event->rect(), {palette(), font(), devicePixelRatioF()});
     if (m_painter.unfinished()) QTimer::singleShot(0, this, [this] { stale(); });
 }
