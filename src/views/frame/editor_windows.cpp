@@ -329,7 +329,9 @@ void EditorWindows::retranslate()
 
 void EditorWindows::suspend()
 {
+    m_isSuspended = true;
     for (ChildFrame* frame : windows()) frame->setUpdatesEnabled(false);
+    if (onActive) onActive();
 }
 
 void EditorWindows::songReplaced()
@@ -338,6 +340,8 @@ void EditorWindows::songReplaced()
         frame->songReplaced();
         frame->setUpdatesEnabled(true);
     }
+    m_isSuspended = false;
+    if (onActive) onActive();
     for (Child& child : m_children) showTitle(child);
 }
 

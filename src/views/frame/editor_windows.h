@@ -59,9 +59,10 @@ public:
     /// To all windows.
     void setPosition(std::uint32_t tick, bool follow);
     void retranslate();
-    /// Nothing is painted while a song goes and another one comes.
+    /// Nothing is painted or asked of the windows while a song goes and another one comes.
     void suspend();
     void songReplaced();
+    [[nodiscard]] bool isSuspended() const { return m_isSuspended; }
 
     /// Which windows are open, where, and what each wants to be remembered.
     void saveArrangement();
@@ -97,6 +98,7 @@ private:
     ChildFrame* m_active;
     std::vector<Child> m_children;
     std::vector<ChildDock*> m_panels;
+    bool m_isSuspended = false;
     QByteArray m_beforeMaximised; ///< empty while nothing is
 };
 

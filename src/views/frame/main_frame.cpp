@@ -200,7 +200,7 @@ void CMainFrame::connectWindows()
     m_windowCommands->currentTrack = [this] { return currentTrack(); };
     m_windowCommands->fill(m_menus->windows());
     m_windows->onActive = [this] {
-        m_view.setActive(m_windows->active());
+        m_view.setActive(m_windows->isSuspended() ? nullptr : m_windows->active());
         m_edits.refresh();
         m_windowCommands->refresh();
     };

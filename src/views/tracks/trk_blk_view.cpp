@@ -134,7 +134,7 @@ void CTrkBlkView::follow(int code, CEditor& editor)
 
 void CTrkBlkView::songReplaced()
 {
-    m_clickTimer.stop();
+    m_gesture.abandon();
     endGesture();
     m_blks.clear();
     m_selection.clear();
@@ -163,8 +163,8 @@ void CTrkBlkView::readColours()
 
 void CTrkBlkView::paintEvent(QPaintEvent* event)
 {
-    if (m_parts.editor.IsPrgDlg()) return; // the song may stand between two states: the last picture stays
     m_stale = false;
+    if (m_parts.editor.IsPrgDlg()) return; // the song may stand between two states: the last picture stays
     QPainter painter(viewport());
     m_painter.paint(painter, event->rect(), {palette(), font(), devicePixelRatioF()});
     if (m_painter.unfinished()) QTimer::singleShot(0, this, [this] { stale(); });
@@ -489,6 +489,15 @@ void CTrkBlkView::showCursor(QPoint at)
 
 // Tips and menu
 
+bool CTrkBlkView::event(QEvent* event)
+{
+    // Escape ends what the mouse began before it is a command of the window.
+    if (event->type() == QEvent::ShortcutOverride && (m_gesture.active() || m_pan)
+        && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+        event->accept();
+    return QAbstractScrollArea::event(event);
+}
+
 bool CTrkBlkView::viewportEvent(QEvent* event)
 {
     if (event->type() == QEvent::ToolTip) {
@@ -589,8 +598,6 @@ void CTrkBlkView::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Enter:
         if (const auto blks = m_selection.blks(); !blks.empty()) openNotes(blks.front());
         return;
-    case Qt::Key_Comma: selectBeside(-1); return;
-    case Qt::Key_Period: selectBeside(1); return;
     case Qt::Key_Left:
     case Qt::Key_Right:
         if (m_selection.empty()) selectBeside(event->key() == Qt::Key_Right ? 1 : -1);
