@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "base/list.h"
+#include "core/model/blk.h"
+#include "core/model/tick.h"
+
+#include <cstdint>
 
 namespace tessaro {
 
@@ -20,5 +23,13 @@ struct BlkRef {
     POSITION blk = nullptr;
     bool operator==(const BlkRef&) const = default;
 };
+
+[[nodiscard]] inline const CEvnt& evntOf(const EvntRef& ref) noexcept { return *List<CEvnt>::get(ref.evnt); }
+[[nodiscard]] inline const CBlk& blkOf(const EvntRef& ref) noexcept { return *List<CBlk>::get(ref.blk); }
+/// Where the event stands in the song, in absolute ticks.
+[[nodiscard]] inline std::uint32_t timeOf(const EvntRef& ref) noexcept
+{
+    return tick::later(blkOf(ref).GetTimeTop(), evntOf(ref).GetTime());
+}
 
 } // namespace tessaro

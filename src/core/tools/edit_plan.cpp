@@ -13,13 +13,10 @@
 namespace tessaro {
 namespace {
 
-const CEvnt& evntOf(const EvntRef& ref) noexcept { return *List<CEvnt>::get(ref.evnt); }
-const CBlk& blkOf(const EvntRef& ref) noexcept { return *List<CBlk>::get(ref.blk); }
-
 EvntState stateOf(const EvntRef& ref) noexcept
 {
     const CEvnt& e = evntOf(ref);
-    return {ref, tick::later(blkOf(ref).GetTimeTop(), e.GetTime()), e.GetGateTime(), e.GetPost1(), e.GetPost2()};
+    return {ref, timeOf(ref), e.GetGateTime(), e.GetPost1(), e.GetPost2()};
 }
 
 /// Before the events change, so that each block grows once and gets its length back with the step.

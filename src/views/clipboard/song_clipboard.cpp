@@ -42,11 +42,6 @@ std::span<const std::uint8_t> bytesOf(const QByteArray& image)
 
 bool isMasters(const POSITION trk) { return Song::numberOf(trk) == 0; }
 
-std::uint32_t timeOf(const EvntRef& ref)
-{
-    return tick::later(List<CBlk>::get(ref.blk)->GetTimeTop(), List<CEvnt>::get(ref.evnt)->GetTime());
-}
-
 bool isScoreLink(const _EDT_EVNT& rec)
 {
     return rec.status == status::metaEvent && rec.metaType == meta::sequencer

@@ -16,24 +16,14 @@ struct Placed {
     EvntRef ref;
 };
 
-const CEvnt& eventOf(const EvntRef& ref) { return *List<CEvnt>::get(ref.evnt); }
-
-int trackNumber(POSITION trk)
-{
-    int number = 0;
-    for (const CTrk* before = List<CTrk>::prev(List<CTrk>::get(trk)); before; before = List<CTrk>::prev(before))
-        ++number;
-    return number;
-}
-
 /// Events of one block and one time, put as they stand in it.
 void sortRun(std::span<Placed> run)
 {
     if (run.size() < 2) return;
     std::unordered_map<POSITION, Placed> waiting;
     for (const Placed& placed : run) waiting.emplace(placed.ref.evnt, placed);
-    const std::uint32_t time = eventOf(run.front().ref).GetTime();
-    const CEvnt* event = &eventOf(run.front().ref);
+    const std::uint32_t time = evntOf(run.front().ref).GetTime();
+    const CEvnt* event = &evntOf(run.front().ref);
     for (const CEvnt* before = event; before && before->GetTime() == time; before = List<CEvnt>::prev(before))
         event = before;
     auto out = run.begin();
@@ -101,10 +91,9 @@ std::vector<EvntRef> EvntSelection::inOrder() const
     placed.reserve(m_refs.size());
     for (const auto& [evnt, at] : m_refs) {
         const auto [number, isNew] = numbers.try_emplace(at.trk, 0);
-        if (isNew) number->second = trackNumber(at.trk);
+        if (isNew) number->second = Song::numberOf(at.trk);
         const EvntRef ref{at.trk, at.blk, evnt};
-        const std::uint32_t time = List<CBlk>::get(at.blk)->GetTimeTop() + eventOf(ref).GetTime();
-        placed.push_back({time, number->second, at.blk, ref});
+        placed.push_back({timeOf(ref), number->second, at.blk, ref});
     }
     const auto key = [](const Placed& p) { return std::tuple(p.time, p.track, p.blk); };
     std::ranges::sort(placed, {}, key);

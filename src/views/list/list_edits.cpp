@@ -12,8 +12,6 @@
 namespace tessaro {
 namespace {
 
-const CEvnt& evntOf(const EvntRef& ref) noexcept { return *List<CEvnt>::get(ref.evnt); }
-
 /// Times at the song's top that hold up the maps.
 bool mustStay(const CEvnt& event) noexcept
 {
@@ -23,11 +21,6 @@ bool mustStay(const CEvnt& event) noexcept
 bool isForEveryKind(ListColumn column) noexcept { return column == ListColumn::channel || column == ListColumn::gate; }
 
 } // namespace
-
-std::uint32_t timeOf(const EvntRef& ref) noexcept
-{
-    return List<CBlk>::get(ref.blk)->GetTimeTop() + evntOf(ref).GetTime();
-}
 
 ListEdits::ListEdits(CEditor& editor, NoteTables& notes, const UiText& text)
     : m_editor(editor)

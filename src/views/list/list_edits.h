@@ -47,7 +47,4 @@ private:
     NoteCommands m_notes;
 };
 
-/// Where an event of a song stands, in absolute ticks.
-[[nodiscard]] std::uint32_t timeOf(const EvntRef& ref) noexcept;
-
 } // namespace tessaro

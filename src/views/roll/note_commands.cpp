@@ -18,12 +18,8 @@ namespace {
 
 constexpr std::int64_t oneTick = 1;
 
-const CEvnt& eventOf(const EvntRef& ref) { return *List<CEvnt>::get(ref.evnt); }
-const CBlk& blkOf(const EvntRef& ref) { return *List<CBlk>::get(ref.blk); }
 bool isNote(std::uint8_t st) { return status::kind(st) == status::note; }
-bool isNote(const EvntRef& ref) { return isNote(eventOf(ref).GetStatus()); }
-
-std::uint32_t timeOf(const EvntRef& ref) { return tick::later(blkOf(ref).GetTimeTop(), eventOf(ref).GetTime()); }
+bool isNote(const EvntRef& ref) { return isNote(evntOf(ref).GetStatus()); }
 
 std::uint8_t held(int value, int least) { return static_cast<std::uint8_t>(std::clamp(value, least, 127)); }
 
@@ -82,7 +78,7 @@ NoteExtent NoteExtent::of(std::span<const EvntRef> refs)
 {
     NoteExtent extent;
     for (const EvntRef& ref : refs) {
-        const CEvnt& event = eventOf(ref);
+        const CEvnt& event = evntOf(ref);
         const std::uint32_t start = timeOf(ref);
         extent.room = std::min(extent.room, event.GetTime());
         extent.start = std::min(extent.start, start);
@@ -106,7 +102,7 @@ NoteChange NoteExtent::limit(NoteChange change) const
 _EDT_EVNT NoteCommands::record(const EvntRef& ref)
 {
     _EDT_EVNT rec;
-    eventOf(ref).Get(rec);
+    evntOf(ref).Get(rec);
     rec.time = timeOf(ref);
     return rec;
 }
@@ -130,7 +126,7 @@ bool NoteCommands::join(std::span<const EvntRef> refs)
     };
     std::map<std::pair<POSITION, int>, Run> runs;
     for (const EvntRef& ref : refs)
-        if (isNote(ref)) runs.try_emplace({ref.blk, eventOf(ref).GetPost1()}, Run{ref, ref}).first->second.last = ref;
+        if (isNote(ref)) runs.try_emplace({ref.blk, evntOf(ref).GetPost1()}, Run{ref, ref}).first->second.last = ref;
 
     std::vector<std::pair<EvntRef, EvntRef>> pairs; // what goes, and what stays
     for (const auto& [key, run] : runs) {
@@ -154,7 +150,7 @@ bool NoteCommands::split(std::span<const EvntRef> refs, std::uint32_t time)
     std::vector<EvntRef> inside;
     std::ranges::copy_if(refs, std::back_inserter(inside), [time](const EvntRef& ref) {
         const std::uint32_t start = timeOf(ref);
-        return isNote(ref) && start < time && time < tick::later(start, eventOf(ref).GetGateTime());
+        return isNote(ref) && start < time && time < tick::later(start, evntOf(ref).GetGateTime());
     });
     if (inside.empty()) return false;
     const UndoScope step(m_editor, title(TextId::undoNoteSplit));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/tracks/prop_page.h"
 
+#include "views/text/ui_text.h"
 #include "views/widgets/keeps_key.h"
 
 #include <QDialogButtonBox>
@@ -34,11 +35,10 @@ PropPage::PropPage(const QString& title, QWidget* parent) : QFrame(parent, Qt::P
     layout->addWidget(buttons);
 }
 
-void PropPage::addField(const QString& label, QWidget& field)
+void PropPage::addField(const UiText& text, TextId label, QWidget& field)
 {
-    m_form->addRow(label, &field);
-    QString plain = label;
-    field.setAccessibleName(plain.remove(QStringLiteral("(&")).remove('&').section('(', 0, 0));
+    m_form->addRow(text(label), &field);
+    field.setAccessibleName(text.plain(label));
 }
 
 void PropPage::openAt(const QRect& place, QWidget& first)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/strings.h"
+
 #include <QFrame>
 
 #include <functional>
@@ -9,6 +11,8 @@ class QFormLayout;
 class QLabel;
 
 namespace tessaro {
+
+class UiText;
 
 /// A small editor that stands over what it edits: a title over lines of fields. Enter and OK take what was set, Escape
 /// and a click elsewhere leave everything as it is.
@@ -22,7 +26,7 @@ public:
 protected:
     /// Takes what the fields hold.
     virtual void take() = 0;
-    void addField(const QString& label, QWidget& field);
+    void addField(const UiText& text, TextId label, QWidget& field);
 
     void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;

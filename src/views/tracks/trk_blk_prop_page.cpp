@@ -35,10 +35,10 @@ CTrkBlkPropPage::CTrkBlkPropPage(CEditor& editor, BlkCommands& commands, const U
         m_end->setTick(tick::shifted(m_end->tick(), std::int64_t{top} - before));
         before = top;
     };
-    addField(text(TextId::propName), *m_name);
-    addField(text(TextId::propStart), *m_top);
-    addField(text(TextId::propEnd), *m_end);
-    addField(text(TextId::propTrack), *m_track);
+    addField(text, TextId::propName, *m_name);
+    addField(text, TextId::propStart, *m_top);
+    addField(text, TextId::propEnd, *m_end);
+    addField(text, TextId::propTrack, *m_track);
 }
 
 void CTrkBlkPropPage::take()

@@ -38,11 +38,11 @@ CTrkPropPage::CTrkPropPage(CEditor& editor, TrackCommands& commands, const UiTex
     m_channel->setRange(1, 16);
     m_channel->setValue(trk.GetCh() + 1);
     m_transpose->setValue(trk.GetTransEnable() ? trk.GetTrans() : TransposeBox::off);
-    addField(text(TextId::propName), *m_name);
-    addField(text(TextId::propType), *m_type);
-    addField(text(TextId::propPort), *m_port);
-    addField(text(TextId::propChannel), *m_channel);
-    addField(text(TextId::propTranspose), *m_transpose);
+    addField(text, TextId::propName, *m_name);
+    addField(text, TextId::propType, *m_type);
+    addField(text, TextId::propPort, *m_port);
+    addField(text, TextId::propChannel, *m_channel);
+    addField(text, TextId::propTranspose, *m_transpose);
 }
 
 /// What is equal already stays: a name keeps its bytes.
