@@ -34,6 +34,8 @@ constexpr Row rows[] = {
     {ViewCommand::selectNone, {"select-none", TextId::commandSelectNone}, nullptr, Qt::CTRL | Qt::SHIFT | Qt::Key_A},
     {ViewCommand::invertSelection, {"invert-selection", TextId::commandInvertSelection}, nullptr, none},
     {ViewCommand::properties, {"properties", TextId::commandProperties}, nullptr, Qt::ALT | Qt::Key_Return},
+    {ViewCommand::openEditor, {"open-editor", TextId::commandOpenEditor}, nullptr, Qt::Key_Return, Keys::listeners},
+    {ViewCommand::editCell, {"edit-cell", TextId::commandEditCell}, nullptr, Qt::Key_F2, Keys::listeners},
     {ViewCommand::nudgeLeft, {"nudge-left", TextId::commandNudgeLeft}, nullptr, Qt::Key_Left, Keys::listeners},
     {ViewCommand::nudgeRight, {"nudge-right", TextId::commandNudgeRight}, nullptr, Qt::Key_Right, Keys::listeners},
     {ViewCommand::tickLeft, {"tick-left", TextId::commandTickLeft}, nullptr, Qt::ALT | Qt::Key_Left, Keys::listeners},
@@ -54,6 +56,9 @@ constexpr Row rows[] = {
     {ViewCommand::shorter, {"shorter", TextId::commandShorter}, nullptr, Qt::SHIFT | Qt::Key_Left, Keys::listeners},
     {ViewCommand::joinNotes, {"join-notes", TextId::commandJoinNotes}, "join", Qt::CTRL | Qt::Key_J},
     {ViewCommand::splitNotes, {"split-notes", TextId::commandSplitNotes}, "divide", Qt::CTRL | Qt::Key_E},
+    {ViewCommand::armTrack, {"arm-track", TextId::commandArm}, nullptr, Qt::Key_A, Keys::listeners},
+    {ViewCommand::muteTrack, {"mute-track", TextId::commandMute}, nullptr, Qt::Key_M, Keys::listeners},
+    {ViewCommand::soloTrack, {"solo-track", TextId::commandSolo}, nullptr, Qt::Key_S, Keys::listeners},
     {ViewCommand::newBlock, {"new-block", TextId::commandNewBlock}, "block-new", Qt::CTRL | Qt::Key_B},
     {ViewCommand::duplicateLinked,
      {"duplicate-linked", TextId::commandDuplicateLinked},
@@ -83,6 +88,10 @@ constexpr Row rows[] = {
     {ViewCommand::zoomToSelection, {"zoom-to-selection", TextId::commandZoomToSelection}, nullptr, Qt::ALT | Qt::Key_9},
     {ViewCommand::shadows, {"shadows", TextId::commandShadows}, "shadows", Qt::Key_H},
     {ViewCommand::controlStrip, {"control-strip", TextId::commandControlStrip}, "strip", Qt::Key_J},
+    {ViewCommand::audition, {"audition", TextId::rollAudition}, "speaker", Qt::Key_U},
+    {ViewCommand::gridFree, {"grid-free", TextId::gridFree}, nullptr, Qt::Key_N},
+    {ViewCommand::gridFiner, {"grid-finer", TextId::gridFiner}, nullptr, Qt::Key_BracketRight},
+    {ViewCommand::gridCoarser, {"grid-coarser", TextId::gridCoarser}, nullptr, Qt::Key_BracketLeft},
     {ViewCommand::toolSelect, {"tool-select", TextId::toolSelect}, "select", Qt::Key_1},
     {ViewCommand::toolPencil, {"tool-pencil", TextId::toolPencil}, "pencil", Qt::Key_2},
     {ViewCommand::toolEraser, {"tool-eraser", TextId::toolEraser}, "eraser", Qt::Key_3},
@@ -119,8 +128,9 @@ ViewActions::ViewActions(QWidget& window, const Icons& icons, const UiText& text
             refresh();
         });
     }
-    (*this)[ViewCommand::shadows].setCheckable(true);
-    (*this)[ViewCommand::controlStrip].setCheckable(true);
+    for (const ViewCommand command :
+         {ViewCommand::shadows, ViewCommand::controlStrip, ViewCommand::audition, ViewCommand::gridFree})
+        (*this)[command].setCheckable(true);
     for (int tool = firstTool; tool < viewCommands; ++tool) {
         QAction& action = (*this)[static_cast<ViewCommand>(tool)];
         action.setCheckable(true);

@@ -15,6 +15,8 @@ enum class ViewCommand {
     selectNone,
     invertSelection,
     properties, ///< the small editor of what is selected
+    openEditor, ///< of the notes of what is selected or current; a value that can be typed opens for it
+    editCell,   ///< opens the current value for typing
     // Moving what is selected: by a step of the grid, a tick, a row, twelve rows
     nudgeLeft,
     nudgeRight,
@@ -29,6 +31,10 @@ enum class ViewCommand {
     // Notes
     joinNotes,
     splitNotes, ///< at the play position
+    // Tracks
+    armTrack,  ///< the current one takes recordings, or no longer
+    muteTrack, ///< or no longer
+    soloTrack, ///< or no longer
     // Blocks
     newBlock,
     duplicateLinked,
@@ -49,6 +55,11 @@ enum class ViewCommand {
     zoomToSelection,
     shadows,      ///< of other tracks; a switch
     controlStrip, ///< below the notes; a switch
+    audition,     ///< notes sound as they are touched; a switch
+    // The grid: one for all windows
+    gridFree, ///< no grid; a switch
+    gridFiner,
+    gridCoarser,
     // The tool that a press of the mouse uses: one for all windows
     toolSelect,
     toolPencil,

@@ -12,10 +12,11 @@ namespace {
 /// The menu where a command stands.
 TextId groupOf(ViewCommand command)
 {
-    if (command <= ViewCommand::properties) return TextId::menuEdit;
+    if (command <= ViewCommand::editCell) return TextId::menuEdit;
     if (command <= ViewCommand::splitNotes || command == ViewCommand::insertEvent) return TextId::menuNotes;
+    if (command <= ViewCommand::soloTrack) return TextId::windowTrackFrame;
     if (command <= ViewCommand::mergeBlocks) return TextId::menuBlocks;
-    if (command <= ViewCommand::controlStrip) return TextId::menuView;
+    if (command <= ViewCommand::gridCoarser) return TextId::menuView;
     return TextId::menuTools;
 }
 

@@ -169,11 +169,6 @@ void FrameActions::choose(const QActionGroup& group, int number)
 void FrameActions::listIn(CommandList& commands)
 {
     for (const Named& named : m_named) commands.add(named.id, named.group, named.name, *named.action);
-    const std::pair<TextId, Qt::Key> fixed[] = {{TextId::commandEditCell, Qt::Key_F2},
-                                                {TextId::commandArm, Qt::Key_A},
-                                                {TextId::commandMute, Qt::Key_M},
-                                                {TextId::commandSolo, Qt::Key_S}};
-    for (const auto& [name, key] : fixed) commands.addFixed(TextId::windowTrackFrame, name, key);
 }
 
 void FrameActions::retranslate()
