@@ -597,6 +597,8 @@ TESSARO_TEXT(drumRows, 10937, "表示する行", "Rows shown")
 TESSARO_TEXT(drumNote, 10938, "ノート %1", "Note %1")
 TESSARO_TEXT(rollNotes, 10939, "ノート", "Notes")
 TESSARO_TEXT(stripArea, 10940, "コントローラーの帯", "Controller strip")
+TESSARO_TEXT(scrollTime, 10941, "時間の方向にスクロール", "Scroll through time")
+TESSARO_TEXT(scrollKeys, 10942, "音程の方向にスクロール", "Scroll through keys")
 
 // drums, from note 27 on
 TESSARO_TEXT(drum27, 10950, "ハイ Q", "High Q")
