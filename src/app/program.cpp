@@ -5,6 +5,11 @@
 #include "views/frame/user_settings.h"
 
 namespace tessaro {
+namespace {
+
+constexpr int endInterval = 20; ///< milliseconds until the end of a note is asked for again
+
+} // namespace
 
 Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& strings, const ProgramFolders& folders,
                  std::function<QString()> deviceSentence, TypedKeys* typedKeys)
@@ -34,6 +39,9 @@ Program::Program(Clock& clock, MidiSystem& midi, ProfileStore& store, Strings& s
     , m_app({m_document, m_user, m_devices, m_windows, store, folders.appDirectory, folders.lockFolder})
 {
     QObject::connect(&m_queueNotifier, &QSocketNotifier::activated, [this] { m_queue.drain(); });
+    QObject::connect(&m_endTimer, &QTimer::timeout, [this] { m_audition.retry(); });
+    m_endTimer.setSingleShot(true);
+    m_audition.onRefused = [this] { m_endTimer.start(endInterval); };
     m_theme.setAppearance(UserSettings(store).appearance());
     m_smc.setMainWindow(&m_queue);
     m_panel.setMainFrame(&m_queue);

@@ -26,6 +26,7 @@
 
 #include <QSocketNotifier>
 #include <QString>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -94,6 +95,7 @@ private:
     std::unique_ptr<Autosave> m_autosave; ///< null when no copies are kept
     CTR9Doc m_document;
     SongClipboard m_clipboard;
+    QTimer m_endTimer; ///< for ends of notes that their port did not take
     NoteAudition m_audition;
     CTR9App m_app;
 };

@@ -26,18 +26,30 @@ void NoteAudition::add(int track, std::uint8_t key, std::uint8_t velocity)
     const int sent = key + (trk->GetTransEnable() ? trk->GetTrans() : 0);
     if (sent < 0 || sent > highestKey) return;
 
-    const Sounding note{trk->GetPort(), static_cast<std::uint8_t>(noteOn | trk->GetCh()),
-                        static_cast<std::uint8_t>(sent)};
-    if (std::find(m_sounding.begin(), m_sounding.end(), note) != m_sounding.end()) return;
-    m_sounding.push_back(note); // before the note begins, so that it can be ended whatever happens
-    if (m_smc.smcSendShortMsg(note.port, note.status, note.key, velocity) != 0) m_sounding.pop_back();
+    const Note note{trk->GetPort(), static_cast<std::uint8_t>(noteOn | trk->GetCh()), static_cast<std::uint8_t>(sent)};
+    auto at = std::ranges::find(m_sounding, note, &Sounding::note);
+    const bool isNew = at == m_sounding.end();
+    if (!isNew && !at->isEnding) return;
+    if (isNew) at = m_sounding.insert(at, {note}); // before it begins, so that it can be ended whatever happens
+    if (m_smc.smcSendShortMsg(note.port, note.status, note.key, velocity) == 0)
+        at->isEnding = false;
+    else if (isNew)
+        m_sounding.erase(at);
 }
 
 void NoteAudition::stop()
 {
-    std::erase_if(m_sounding, [this](const Sounding& note) {
-        return m_smc.smcSendShortMsg(note.port, note.status, note.key, 0) == 0;
-    });
+    for (Sounding& sounding : m_sounding) sounding.isEnding = true;
+    retry();
+}
+
+void NoteAudition::retry()
+{
+    const auto isOver = [this](const Sounding& s) {
+        return s.isEnding && m_smc.smcSendShortMsg(s.note.port, s.note.status, s.note.key, 0) == 0;
+    };
+    std::erase_if(m_sounding, isOver);
+    if (onRefused && std::ranges::any_of(m_sounding, &Sounding::isEnding)) onRefused();
 }
 
 } // namespace tessaro

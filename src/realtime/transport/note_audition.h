@@ -4,6 +4,7 @@
 #include "base/export.h"
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace tessaro {
@@ -13,8 +14,8 @@ class Smc;
 
 /// Lets notes be heard as they are written or touched: through the port, channel and transposition of their track, also
 /// while the song plays. What was started is ended before anything else starts, at `stop`, and when it goes, where it
-/// began, whatever has become of the track; so no note hangs. The end of a note that the engine has no room for is
-/// asked for again the next time. User interface thread. Borrows both.
+/// began, whatever has become of the track; so no note hangs. An end that the port does not take waits: the owner is
+/// told, and asks for it again until none waits. User interface thread. Borrows both.
 class TESSARO_API NoteAudition {
 public:
     NoteAudition(Smc& smc, const CEditor& editor) : m_smc(smc), m_editor(editor) {}
@@ -22,19 +23,27 @@ public:
     NoteAudition(const NoteAudition&) = delete;
     NoteAudition& operator=(const NoteAudition&) = delete;
 
+    /// An end waits: call `retry` soon.
+    std::function<void()> onRefused;
+
     /// A note, 0 to 127, of a track that has none but MIDI blocks; nothing for the others.
     void start(int track, std::uint8_t key, std::uint8_t velocity);
     /// One more beside those that sound.
     void add(int track, std::uint8_t key, std::uint8_t velocity);
     void stop();
-    [[nodiscard]] bool sounds() const noexcept { return !m_sounding.empty(); }
+    /// Sends the ends that wait, and leaves alone what sounds.
+    void retry();
 
 private:
-    struct Sounding {
+    struct Note {
         std::uint8_t port;
         std::uint8_t status; ///< of the note-on
         std::uint8_t key;
-        bool operator==(const Sounding&) const = default;
+        bool operator==(const Note&) const = default;
+    };
+    struct Sounding {
+        Note note;
+        bool isEnding = false; ///< its end waits
     };
 
     Smc& m_smc;
