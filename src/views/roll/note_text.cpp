@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/roll/note_text.h"
 
+#include "core/edit/editor.h"
 #include "views/text/ui_text.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tessaro {
@@ -59,6 +61,15 @@ std::optional<int> parseKey(const QString& text)
     const int octave = name.mid(at).toInt(&isNumber);
     if (!isNumber || octave < -1 || octave > 9) return std::nullopt;
     return inRange(pitch + 12 * (octave + 1));
+}
+
+std::uint32_t beatClockAt(const CEditor& editor, std::uint32_t time)
+{
+    _EDT_MEAS place;
+    editor.TimeToMeas(time, place);
+    _EDT_MEASINFO measure;
+    editor.GetMeasInfo(place.meas, measure);
+    return std::max(measure.beatClock, 1U);
 }
 
 QString lengthText(std::uint32_t ticks, std::uint32_t beatClock)

@@ -10,6 +10,7 @@
 
 namespace tessaro {
 
+class CEditor;
 class UiText;
 
 // How notes and controllers read, and how what was typed is understood.
@@ -19,6 +20,8 @@ class UiText;
 /// A name in capitals or not, with # or b, or a number; nothing outside of 0 to 127.
 [[nodiscard]] std::optional<int> parseKey(const QString& text);
 
+/// Ticks of a beat in the measure at an absolute tick, at least 1.
+[[nodiscard]] std::uint32_t beatClockAt(const CEditor& editor, std::uint32_t time);
 /// Beats and ticks, "%d:%d", in beats of this many ticks.
 [[nodiscard]] QString lengthText(std::uint32_t ticks, std::uint32_t beatClock);
 /// The same back; a number alone is ticks.
