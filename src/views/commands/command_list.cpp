@@ -4,31 +4,26 @@
 #include <QAction>
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace tessaro {
 
-void CommandList::add(std::string id, TextId group, TextId name, QAction& action)
+void CommandList::add(std::string id, TextId name, QAction& action)
 {
-    m_commands.push_back({std::move(id), group, name, &action, action.shortcuts()});
+    m_commands.push_back({std::move(id), {}, name, &action, action.shortcuts()});
 }
 
-void CommandList::addFixed(TextId group, TextId name, const QKeySequence& key)
+void CommandList::arrange(const std::vector<CommandGroup>& groups)
 {
-    m_commands.push_back({{}, group, name, nullptr, {key}});
-}
-
-void CommandList::arrange(std::initializer_list<TextId> groups)
-{
-    const auto place = [&](const Command& command) {
-        return std::ranges::find(groups, command.group) - groups.begin();
+    struct Place {
+        TextId group;
+        std::size_t order;
     };
-    std::ranges::stable_sort(m_commands, {}, place);
-}
-
-const Command* CommandList::find(std::string_view id) const
-{
-    const auto found = std::ranges::find(m_commands, id, &Command::id);
-    return found == m_commands.end() ? nullptr : &*found;
+    std::unordered_map<const QAction*, Place> places;
+    for (const CommandGroup& group : groups)
+        for (const QAction* action : group.actions) places.try_emplace(action, Place{group.title, places.size()});
+    for (Command& command : m_commands) command.group = places.at(command.action).group;
+    std::ranges::sort(m_commands, {}, [&](const Command& command) { return places.at(command.action).order; });
 }
 
 } // namespace tessaro

@@ -7,9 +7,8 @@
 #include <QList>
 
 #include <deque>
-#include <initializer_list>
 #include <string>
-#include <string_view>
+#include <vector>
 
 class QAction;
 
@@ -18,24 +17,27 @@ namespace tessaro {
 /// Something that a person can ask of the program.
 struct Command {
     std::string id; ///< for the settings, for ever
-    TextId group;   ///< the title of its menu
+    TextId group;   ///< the title of the menu where it stands
     TextId name;
-    QAction* action; ///< borrowed; null for a key of one widget, which stays as it is
+    QAction* action; ///< borrowed
     QList<QKeySequence> usualKeys;
+};
+
+/// A menu's title and what stands in it, without what stands in the menus below it.
+struct CommandGroup {
+    TextId title;
+    QList<QAction*> actions;
 };
 
 /// All commands of the program, group by group. Once they are arranged commands keep their address.
 class CommandList {
 public:
     /// The keys that the action has by now are the usual ones.
-    void add(std::string id, TextId group, TextId name, QAction& action);
-    void addFixed(TextId group, TextId name, const QKeySequence& key);
-    /// Puts the groups into this order; within a group all stay as they were added. Before anyone holds a command.
-    void arrange(std::initializer_list<TextId> groups);
+    void add(std::string id, TextId name, QAction& action);
+    /// Puts the commands into these groups, in their order; each stands in one. Before anyone holds a command.
+    void arrange(const std::vector<CommandGroup>& groups);
 
     [[nodiscard]] const std::deque<Command>& all() const { return m_commands; }
-    /// Null for an unknown one.
-    [[nodiscard]] const Command* find(std::string_view id) const;
 
 private:
     std::deque<Command> m_commands;

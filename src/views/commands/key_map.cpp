@@ -36,16 +36,12 @@ KeyMap::KeyMap(const CommandList& commands, SettingsStore& store) : m_commands(c
 void KeyMap::load()
 {
     for (const Command& command : m_commands.all()) {
-        if (!command.action) continue;
         const std::string text = m_store.getString(section, command.id, "");
         if (!text.empty()) give(command, fromStored(text));
     }
 }
 
-QList<QKeySequence> KeyMap::keys(const Command& command)
-{
-    return command.action ? command.action->shortcuts() : command.usualKeys;
-}
+QList<QKeySequence> KeyMap::keys(const Command& command) { return command.action->shortcuts(); }
 
 bool KeyMap::isUsual(const Command& command) { return keys(command) == command.usualKeys; }
 
@@ -60,7 +56,7 @@ void KeyMap::give(const Command& command, const QList<QKeySequence>& keys)
 {
     for (const QKeySequence& key : keys) {
         const Command* other = owner(key);
-        if (!other || other == &command || !other->action) continue;
+        if (!other || other == &command) continue;
         QList<QKeySequence> left = KeyMap::keys(*other);
         left.removeAll(key);
         other->action->setShortcuts(left);
@@ -71,7 +67,6 @@ void KeyMap::give(const Command& command, const QList<QKeySequence>& keys)
 void KeyMap::save()
 {
     for (const Command& command : m_commands.all()) {
-        if (!command.action) continue;
         const std::string text = storedText(command);
         if (text != m_store.getString(section, command.id, "")) m_store.setString(section, command.id, text);
     }
@@ -93,8 +88,7 @@ void KeyMap::reset(const Command& command)
 
 void KeyMap::resetAll()
 {
-    for (const Command& command : m_commands.all())
-        if (command.action) command.action->setShortcuts(command.usualKeys);
+    for (const Command& command : m_commands.all()) command.action->setShortcuts(command.usualKeys);
     save();
 }
 

@@ -222,7 +222,6 @@ void KeysDialog::showKeys()
         row->setText(1, keyNames(KeyMap::keys(*command)));
         setBold(*row, 1, !KeyMap::isUsual(*command));
         row->setToolTip(1, KeyMap::isUsual(*command) ? QString() : m_text(TextId::keysChanged));
-        if (!command->action) row->setForeground(1, palette().placeholderText());
     }
     showChosen();
 }
@@ -235,12 +234,11 @@ void KeysDialog::showChosen()
         delete item;
     }
     const Command* command = chosen();
-    const bool changeable = command && command->action;
     m_name->setText(command ? m_text.plain(command->name) : QString());
-    m_newKey->setEnabled(changeable);
-    m_reset->setVisible(changeable && !KeyMap::isUsual(*command));
+    m_newKey->setEnabled(command);
+    m_reset->setVisible(command && !KeyMap::isUsual(*command));
     m_newKey->setKey({});
-    for (const QKeySequence& key : changeable ? KeyMap::keys(*command) : QList<QKeySequence>()) {
+    for (const QKeySequence& key : command ? KeyMap::keys(*command) : QList<QKeySequence>()) {
         const QString name = key.toString(QKeySequence::NativeText);
         auto* chip = new QPushButton(name + QStringLiteral("  ×"));
         chip->setAutoDefault(false);
@@ -263,13 +261,12 @@ void KeysDialog::showConflict()
     const Command* owner = key.isEmpty() ? nullptr : m_keys.owner(key);
     m_add->setEnabled(!key.isEmpty() && !owner);
     m_replace->setEnabled(!key.isEmpty() && !owner);
-    m_takeOver->setVisible(owner && owner != command && owner->action);
+    m_takeOver->setVisible(owner && owner != command);
     const auto news = [&] {
         const bool nothing = !m_table->currentItem() && isSearching();
         if (!command) return m_text(nothing ? TextId::keysNothing : TextId::keysHint);
         if (!owner) return QString();
-        const TextId says = owner->action ? TextId::keysTaken : TextId::keysFixed;
-        return m_text(says).arg(key.toString(QKeySequence::NativeText), m_text.plain(owner->name));
+        return m_text(TextId::keysTaken).arg(key.toString(QKeySequence::NativeText), m_text.plain(owner->name));
     };
     m_news->setText(news());
 }

@@ -30,97 +30,75 @@ FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& te
     struct Row {
         QAction& action;
         const char* id;
-        TextId group;
         TextId name;
         const char* icon;
         QKeySequence key;
     };
     const Row rows[] = {
-        {newSong, "new", TextId::menuFile, TextId::commandNew, "new", QKeySequence::New},
-        {open, "open", TextId::menuFile, TextId::commandOpen, "open", QKeySequence::Open},
-        {save, "save", TextId::menuFile, TextId::commandSave, "save", QKeySequence::Save},
-        {saveAs, "save-as", TextId::menuFile, TextId::commandSaveAs, nullptr,
-         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)},
-        {exportMidi, "export-midi", TextId::menuFile, TextId::commandExportMidi, nullptr,
-         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_M)},
-        {undo, "undo", TextId::menuEdit, TextId::menuUndo, "undo", QKeySequence(Qt::CTRL | Qt::Key_Z)},
-        {redo, "redo", TextId::menuEdit, TextId::menuRedo, "redo", QKeySequence(Qt::CTRL | Qt::Key_Y)},
-        {trackUp, "track-up", TextId::menuBlocks, TextId::commandTrackUp, nullptr, QKeySequence(Qt::ALT | Qt::Key_Up)},
-        {trackDown, "track-down", TextId::menuBlocks, TextId::commandTrackDown, nullptr,
-         QKeySequence(Qt::ALT | Qt::Key_Down)},
-        {quit, "quit", TextId::menuFile, TextId::commandQuit, nullptr, QKeySequence(Qt::CTRL | Qt::Key_Q)},
-        {play, "play", TextId::menuTransport, TextId::commandPlay, "play", QKeySequence(Qt::Key_Space)},
-        {stop, "stop", TextId::menuTransport, TextId::commandStop, "stop", QKeySequence(Qt::Key_Period)},
-        {record, "record", TextId::menuTransport, TextId::commandRecord, "record", QKeySequence(Qt::Key_R)},
-        {top, "top", TextId::menuTransport, TextId::commandTop, "top", QKeySequence(Qt::Key_Home)},
-        {end, "end", TextId::menuTransport, TextId::commandEnd, "end", QKeySequence(Qt::Key_End)},
-        {back, "back", TextId::menuTransport, TextId::commandBack, nullptr, QKeySequence(Qt::Key_Escape)},
-        {goTo, "go-to", TextId::menuTransport, TextId::commandGoTo, nullptr, QKeySequence(Qt::CTRL | Qt::Key_G)},
-        {rewind, "rewind", TextId::menuTransport, TextId::commandRewind, "rewind",
-         QKeySequence(Qt::CTRL | Qt::Key_Left)},
-        {forward, "forward", TextId::menuTransport, TextId::commandForward, "forward",
-         QKeySequence(Qt::CTRL | Qt::Key_Right)},
-        {fastForward, "fast-forward", TextId::menuTransport, TextId::commandFastForward, "fastforward",
-         QKeySequence(Qt::Key_F)},
-        {loop, "loop", TextId::menuTransport, TextId::commandLoop, "loop", QKeySequence(Qt::Key_L)},
-        {loopTrack, "loop-track", TextId::menuTransport, TextId::commandLoopTrack, nullptr,
-         QKeySequence(Qt::SHIFT | Qt::Key_L)},
-        {metronome, "metronome", TextId::menuTransport, TextId::commandMetronome, "metronome", QKeySequence(Qt::Key_K)},
-        {tempoUp, "tempo-up", TextId::menuTransport, TextId::commandTempoUp, nullptr,
-         QKeySequence(Qt::CTRL | Qt::Key_Up)},
-        {tempoDown, "tempo-down", TextId::menuTransport, TextId::commandTempoDown, nullptr,
-         QKeySequence(Qt::CTRL | Qt::Key_Down)},
-        {tempoReset, "tempo-reset", TextId::menuTransport, TextId::commandTempoReset, nullptr,
-         QKeySequence(Qt::CTRL | Qt::Key_0)},
-        {transposeUp, "transpose-up", TextId::menuTransport, TextId::commandTransposeUp, nullptr,
+        {newSong, "new", TextId::commandNew, "new", QKeySequence::New},
+        {open, "open", TextId::commandOpen, "open", QKeySequence::Open},
+        {save, "save", TextId::commandSave, "save", QKeySequence::Save},
+        {saveAs, "save-as", TextId::commandSaveAs, nullptr, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)},
+        {exportMidi, "export-midi", TextId::commandExportMidi, nullptr, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_M)},
+        {undo, "undo", TextId::menuUndo, "undo", QKeySequence(Qt::CTRL | Qt::Key_Z)},
+        {redo, "redo", TextId::menuRedo, "redo", QKeySequence(Qt::CTRL | Qt::Key_Y)},
+        {trackUp, "track-up", TextId::commandTrackUp, nullptr, QKeySequence(Qt::ALT | Qt::Key_Up)},
+        {trackDown, "track-down", TextId::commandTrackDown, nullptr, QKeySequence(Qt::ALT | Qt::Key_Down)},
+        {quit, "quit", TextId::commandQuit, nullptr, QKeySequence(Qt::CTRL | Qt::Key_Q)},
+        {play, "play", TextId::commandPlay, "play", QKeySequence(Qt::Key_Space)},
+        {stop, "stop", TextId::commandStop, "stop", QKeySequence(Qt::Key_Period)},
+        {record, "record", TextId::commandRecord, "record", QKeySequence(Qt::Key_R)},
+        {top, "top", TextId::commandTop, "top", QKeySequence(Qt::Key_Home)},
+        {end, "end", TextId::commandEnd, "end", QKeySequence(Qt::Key_End)},
+        {back, "back", TextId::commandBack, nullptr, QKeySequence(Qt::Key_Escape)},
+        {goTo, "go-to", TextId::commandGoTo, nullptr, QKeySequence(Qt::CTRL | Qt::Key_G)},
+        {rewind, "rewind", TextId::commandRewind, "rewind", QKeySequence(Qt::CTRL | Qt::Key_Left)},
+        {forward, "forward", TextId::commandForward, "forward", QKeySequence(Qt::CTRL | Qt::Key_Right)},
+        {fastForward, "fast-forward", TextId::commandFastForward, "fastforward", QKeySequence(Qt::Key_F)},
+        {loop, "loop", TextId::commandLoop, "loop", QKeySequence(Qt::Key_L)},
+        {loopTrack, "loop-track", TextId::commandLoopTrack, nullptr, QKeySequence(Qt::SHIFT | Qt::Key_L)},
+        {metronome, "metronome", TextId::commandMetronome, "metronome", QKeySequence(Qt::Key_K)},
+        {tempoUp, "tempo-up", TextId::commandTempoUp, nullptr, QKeySequence(Qt::CTRL | Qt::Key_Up)},
+        {tempoDown, "tempo-down", TextId::commandTempoDown, nullptr, QKeySequence(Qt::CTRL | Qt::Key_Down)},
+        {tempoReset, "tempo-reset", TextId::commandTempoReset, nullptr, QKeySequence(Qt::CTRL | Qt::Key_0)},
+        {transposeUp, "transpose-up", TextId::commandTransposeUp, nullptr,
          QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Up)},
-        {transposeDown, "transpose-down", TextId::menuTransport, TextId::commandTransposeDown, nullptr,
+        {transposeDown, "transpose-down", TextId::commandTransposeDown, nullptr,
          QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Down)},
-        {midiChase, "midi-chase", TextId::menuTransport, TextId::commandMidiChase, "midichase",
-         QKeySequence(Qt::Key_C)},
-        {viewChase, "view-chase", TextId::menuTransport, TextId::commandViewChase, "viewchase",
-         QKeySequence(Qt::Key_V)},
-        {midiSync, "midi-sync", TextId::menuTransport, TextId::commandMidiSync, nullptr,
-         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y)},
-        {stepStrip, "step-input", TextId::menuView, TextId::stepTitle, nullptr, QKeySequence(Qt::CTRL | Qt::Key_I)},
-        {keyboard, "keyboard", TextId::menuView, TextId::commandKeyboard, "keyboard",
-         QKeySequence(Qt::CTRL | Qt::Key_K)},
-        {systemSetup, "system-setup", TextId::menuSettings, TextId::commandSystemSetup, nullptr,
-         QKeySequence(Qt::CTRL | Qt::Key_Comma)},
-        {recordSettings, "record-settings", TextId::menuSettings, TextId::commandRecordSettings, nullptr,
-         QKeySequence(Qt::CTRL | Qt::Key_R)},
-        {metronomeSettings, "metronome-settings", TextId::menuSettings, TextId::commandMetronomeSettings, nullptr,
+        {midiChase, "midi-chase", TextId::commandMidiChase, "midichase", QKeySequence(Qt::Key_C)},
+        {viewChase, "view-chase", TextId::commandViewChase, "viewchase", QKeySequence(Qt::Key_V)},
+        {midiSync, "midi-sync", TextId::commandMidiSync, nullptr, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y)},
+        {stepStrip, "step-input", TextId::stepTitle, nullptr, QKeySequence(Qt::CTRL | Qt::Key_I)},
+        {keyboard, "keyboard", TextId::commandKeyboard, "keyboard", QKeySequence(Qt::CTRL | Qt::Key_K)},
+        {systemSetup, "system-setup", TextId::commandSystemSetup, nullptr, QKeySequence(Qt::CTRL | Qt::Key_Comma)},
+        {recordSettings, "record-settings", TextId::commandRecordSettings, nullptr, QKeySequence(Qt::CTRL | Qt::Key_R)},
+        {metronomeSettings, "metronome-settings", TextId::commandMetronomeSettings, nullptr,
          QKeySequence(Qt::SHIFT | Qt::Key_K)},
-        {tracks, "window-tracks", TextId::menuView, TextId::windowTrackFrame, "song", QKeySequence(Qt::Key_F4)},
-        {piano, "window-piano", TextId::menuView, TextId::windowPiano, "piano", QKeySequence(Qt::Key_F5)},
-        {drum, "window-drum", TextId::menuView, TextId::windowDrum, "drum", QKeySequence(Qt::Key_F6)},
-        {list, "window-list", TextId::menuView, TextId::windowList, "list", QKeySequence(Qt::Key_F7)},
-        {master, "window-master", TextId::menuView, TextId::windowMaster, "master", QKeySequence(Qt::Key_F8)},
-        {history, "window-history", TextId::menuView, TextId::windowHistory, "history",
-         QKeySequence(Qt::CTRL | Qt::Key_H)},
-        {editTools, "edit-tools", TextId::menuView, TextId::commandEditTools, nullptr,
-         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_B)},
-        {tile, "tile", TextId::menuWindow, TextId::commandTile, nullptr, QKeySequence(Qt::CTRL | Qt::Key_T)},
-        {tabs, "tabs", TextId::menuWindow, TextId::commandTabs, nullptr,
-         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T)},
-        {floating, "float", TextId::menuWindow, TextId::commandFloat, "float",
-         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F)},
-        {maximise, "maximise", TextId::menuWindow, TextId::commandMaximise, "maximise", QKeySequence(Qt::Key_F11)},
-        {nextWindow, "next-window", TextId::menuWindow, TextId::commandNextWindow, nullptr,
-         QKeySequence(Qt::CTRL | Qt::Key_Tab)},
-        {previousWindow, "previous-window", TextId::menuWindow, TextId::commandPreviousWindow, nullptr,
+        {openLastWindows, "open-last-windows", TextId::commandOpenLastWindows, nullptr, {}},
+        {tracks, "window-tracks", TextId::windowTrackFrame, "song", QKeySequence(Qt::Key_F4)},
+        {piano, "window-piano", TextId::windowPiano, "piano", QKeySequence(Qt::Key_F5)},
+        {drum, "window-drum", TextId::windowDrum, "drum", QKeySequence(Qt::Key_F6)},
+        {list, "window-list", TextId::windowList, "list", QKeySequence(Qt::Key_F7)},
+        {master, "window-master", TextId::windowMaster, "master", QKeySequence(Qt::Key_F8)},
+        {history, "window-history", TextId::windowHistory, "history", QKeySequence(Qt::CTRL | Qt::Key_H)},
+        {editTools, "edit-tools", TextId::commandEditTools, nullptr, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_B)},
+        {tile, "tile", TextId::commandTile, nullptr, QKeySequence(Qt::CTRL | Qt::Key_T)},
+        {tabs, "tabs", TextId::commandTabs, nullptr, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T)},
+        {floating, "float", TextId::commandFloat, "float", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F)},
+        {maximise, "maximise", TextId::commandMaximise, "maximise", QKeySequence(Qt::Key_F11)},
+        {nextWindow, "next-window", TextId::commandNextWindow, nullptr, QKeySequence(Qt::CTRL | Qt::Key_Tab)},
+        {previousWindow, "previous-window", TextId::commandPreviousWindow, nullptr,
          QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab)},
-        {closeWindow, "close-window", TextId::menuWindow, TextId::commandCloseWindow, "close",
-         QKeySequence(Qt::CTRL | Qt::Key_W)},
-        {keys, "keys", TextId::menuHelp, TextId::commandKeys, nullptr, QKeySequence(Qt::Key_F1)},
-        {about, "about", TextId::menuHelp, TextId::commandAbout, nullptr, {}},
+        {closeWindow, "close-window", TextId::commandCloseWindow, "close", QKeySequence(Qt::CTRL | Qt::Key_W)},
+        {keys, "keys", TextId::commandKeys, nullptr, QKeySequence(Qt::Key_F1)},
+        {about, "about", TextId::commandAbout, nullptr, {}},
     };
     for (const Row& row : rows) {
         if (row.icon) row.action.setIcon(icons.icon(QString::fromLatin1(row.icon)));
         row.action.setShortcut(row.key);
         row.action.setShortcutContext(Qt::ApplicationShortcut);
         window.addAction(&row.action);
-        m_named.push_back({&row.action, row.id, row.group, row.name});
+        m_named.push_back({&row.action, row.id, row.name});
     }
     redo.setShortcuts({redo.shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
     record.setShortcuts({record.shortcut(), QKeySequence(Qt::Key_F9)}); // also while letters are notes
@@ -134,9 +112,9 @@ FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& te
         QObject::connect(action, &QAction::changed, &window, [this, action, shown = action->shortcut()]() mutable {
             if (std::exchange(shown, action->shortcut()) != action->shortcut()) showHistory();
         });
-    const auto switches = {&play,      &record,    &loop,     &metronome, static_cast<QAction*>(&fastForward),
-                           &midiChase, &viewChase, &midiSync, &stepStrip, &keyboard,
-                           &history,   &editTools, &maximise};
+    const auto switches = {&play,      &record,    &loop,     &metronome,      static_cast<QAction*>(&fastForward),
+                           &midiChase, &viewChase, &midiSync, &stepStrip,      &keyboard,
+                           &history,   &editTools, &maximise, &openLastWindows};
     for (QAction* action : switches) action->setCheckable(true);
 
     addChoice(panelPlace, "panel-top", TextId::panelTop, static_cast<int>(PanelPlace::top));
@@ -157,7 +135,7 @@ void FrameActions::addChoice(QActionGroup& group, const char* id, TextId text, i
     action->setData(number);
     action->setShortcutContext(Qt::ApplicationShortcut);
     static_cast<QWidget*>(group.parent())->addAction(action);
-    m_named.push_back({action, id, TextId::menuView, text});
+    m_named.push_back({action, id, text});
 }
 
 void FrameActions::choose(const QActionGroup& group, int number)
@@ -168,7 +146,7 @@ void FrameActions::choose(const QActionGroup& group, int number)
 
 void FrameActions::listIn(CommandList& commands)
 {
-    for (const Named& named : m_named) commands.add(named.id, named.group, named.name, *named.action);
+    for (const Named& named : m_named) commands.add(named.id, named.name, *named.action);
 }
 
 void FrameActions::retranslate()

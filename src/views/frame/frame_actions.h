@@ -58,8 +58,9 @@ public:
     QAction systemSetup;
     QAction recordSettings;
     QAction metronomeSettings;
-    QAction tracks; ///< brings the track window to the front
-    QAction piano;  ///< opens a window for the current track, like the next ones
+    QAction openLastWindows; ///< checked while the start does so
+    QAction tracks;          ///< brings the track window to the front
+    QAction piano;           ///< opens a window for the current track, like the next ones
     QAction drum;
     QAction list;
     QAction master;
@@ -93,7 +94,6 @@ private:
     struct Named {
         QAction* action;
         const char* id;
-        TextId group;
         TextId name;
     };
 

@@ -21,17 +21,18 @@ void addRange(QMenu& menu, ViewActions& actions, ViewCommand first, ViewCommand 
 
 } // namespace
 
-FrameMenus::FrameMenus(QMenuBar& bar, const Commands& commands, const UiText& text) : m_text(text)
+FrameMenus::FrameMenus(QMenuBar& bar, const Commands& commands, const UiText& text) : m_commands(commands), m_text(text)
 {
     FrameActions& frame = commands.frame;
-    addFile(bar, frame);
-    addEdit(bar, commands);
-    addBlocks(bar, commands);
-    addNotes(bar, commands);
-    addTransport(bar, frame);
-    addView(bar, commands);
-    add(bar, TextId::menuSettings).addActions({&frame.systemSetup, &frame.recordSettings, &frame.metronomeSettings});
-    m_windows = &add(bar, TextId::menuWindow);
+    addFile(bar);
+    addEdit(bar);
+    addTracks(bar);
+    addBlocks(bar);
+    addNotes(bar);
+    addTransport(bar);
+    addView(bar);
+    addSettings(bar);
+    addWindow(bar);
     add(bar, TextId::menuHelp).addActions({&frame.keys, &frame.about});
     retranslate();
 }
@@ -44,8 +45,9 @@ QMenu& FrameMenus::add(Parent& parent, TextId name)
     return *menu;
 }
 
-void FrameMenus::addFile(QMenuBar& bar, FrameActions& actions)
+void FrameMenus::addFile(QMenuBar& bar)
 {
+    FrameActions& actions = m_commands.frame;
     QMenu& menu = add(bar, TextId::menuFile);
     menu.addActions({&actions.newSong, &actions.open});
     m_recent = &add(menu, TextId::menuRecent);
@@ -55,22 +57,30 @@ void FrameMenus::addFile(QMenuBar& bar, FrameActions& actions)
     menu.addAction(&actions.quit);
 }
 
-void FrameMenus::addEdit(QMenuBar& bar, const Commands& commands)
+void FrameMenus::addEdit(QMenuBar& bar)
 {
     QMenu& menu = add(bar, TextId::menuEdit);
-    menu.addActions({&commands.frame.undo, &commands.frame.redo, &commands.frame.history});
+    menu.addActions({&m_commands.frame.undo, &m_commands.frame.redo, &m_commands.frame.history});
     menu.addSeparator();
-    addRange(menu, commands.view, ViewCommand::cut, ViewCommand::duplicate);
+    addRange(menu, m_commands.view, ViewCommand::cut, ViewCommand::duplicate);
     menu.addSeparator();
-    addRange(menu, commands.view, ViewCommand::selectAll, ViewCommand::invertSelection);
+    addRange(menu, m_commands.view, ViewCommand::selectAll, ViewCommand::invertSelection);
     menu.addSeparator();
-    menu.addAction(&commands.view[ViewCommand::properties]);
-    addRange(add(menu, TextId::menuTools), commands.view, ViewCommand::toolSelect, ViewCommand::toolCurve);
+    addRange(menu, m_commands.view, ViewCommand::properties, ViewCommand::editCell);
+    addRange(add(menu, TextId::menuTools), m_commands.view, ViewCommand::toolSelect, ViewCommand::toolCurve);
 }
 
-void FrameMenus::addBlocks(QMenuBar& bar, const Commands& commands)
+void FrameMenus::addTracks(QMenuBar& bar)
 {
-    ViewActions& view = commands.view;
+    QMenu& menu = add(bar, TextId::menuTracks);
+    addRange(menu, m_commands.view, ViewCommand::armTrack, ViewCommand::soloTrack);
+    menu.addSeparator();
+    menu.addActions({&m_commands.frame.trackUp, &m_commands.frame.trackDown});
+}
+
+void FrameMenus::addBlocks(QMenuBar& bar)
+{
+    ViewActions& view = m_commands.view;
     QMenu& menu = add(bar, TextId::menuBlocks);
     menu.addActions({&view[ViewCommand::newBlock], &view[ViewCommand::duplicateLinked]});
     menu.addSeparator();
@@ -78,23 +88,22 @@ void FrameMenus::addBlocks(QMenuBar& bar, const Commands& commands)
         {&view[ViewCommand::divideBlocks], &view[ViewCommand::linkBlocks], &view[ViewCommand::mergeBlocks]});
     menu.addSeparator();
     addRange(menu, view, ViewCommand::realiseBlock, ViewCommand::selectSiblings);
-    menu.addSeparator();
-    menu.addActions({&commands.frame.trackUp, &commands.frame.trackDown});
 }
 
-void FrameMenus::addNotes(QMenuBar& bar, const Commands& commands)
+void FrameMenus::addNotes(QMenuBar& bar)
 {
     QMenu& menu = add(bar, TextId::menuNotes);
-    addRange(menu, commands.view, ViewCommand::nudgeLeft, ViewCommand::octaveDown);
+    addRange(menu, m_commands.view, ViewCommand::nudgeLeft, ViewCommand::octaveDown);
     menu.addSeparator();
-    addRange(menu, commands.view, ViewCommand::longer, ViewCommand::splitNotes);
-    menu.addAction(&commands.view[ViewCommand::insertEvent]);
+    addRange(menu, m_commands.view, ViewCommand::longer, ViewCommand::splitNotes);
+    menu.addAction(&m_commands.view[ViewCommand::insertEvent]);
     menu.addSeparator();
-    for (int i = 0; i < everydayEdits; ++i) menu.addAction(&commands.edits[static_cast<EverydayEdit>(i)]);
+    for (int i = 0; i < everydayEdits; ++i) menu.addAction(&m_commands.edits[static_cast<EverydayEdit>(i)]);
 }
 
-void FrameMenus::addTransport(QMenuBar& bar, FrameActions& actions)
+void FrameMenus::addTransport(QMenuBar& bar)
 {
+    FrameActions& actions = m_commands.frame;
     QMenu& menu = add(bar, TextId::menuTransport);
     menu.addActions({&actions.play, &actions.stop, &actions.record});
     menu.addSeparator();
@@ -110,20 +119,60 @@ void FrameMenus::addTransport(QMenuBar& bar, FrameActions& actions)
     menu.addActions({&actions.midiChase, &actions.viewChase, &actions.midiSync});
 }
 
-void FrameMenus::addView(QMenuBar& bar, const Commands& commands)
+void FrameMenus::addView(QMenuBar& bar)
 {
-    FrameActions& frame = commands.frame;
+    FrameActions& frame = m_commands.frame;
     QMenu& menu = add(bar, TextId::menuView);
     menu.addActions({&frame.tracks, &frame.piano, &frame.drum, &frame.list, &frame.master});
     menu.addSeparator();
-    addRange(add(menu, TextId::menuZoom), commands.view, ViewCommand::zoomIn, ViewCommand::zoomToSelection);
-    addRange(menu, commands.view, ViewCommand::shadows, ViewCommand::controlStrip);
+    addRange(add(menu, TextId::menuZoom), m_commands.view, ViewCommand::zoomIn, ViewCommand::zoomToSelection);
+    addRange(add(menu, TextId::menuGrid), m_commands.view, ViewCommand::gridFree, ViewCommand::gridCoarser);
+    addRange(menu, m_commands.view, ViewCommand::shadows, ViewCommand::audition);
     menu.addSeparator();
     menu.addActions({&frame.keyboard, &frame.stepStrip, &frame.editTools});
     menu.addSeparator();
     add(menu, TextId::menuPanel).addActions(frame.panelPlace.actions());
     add(menu, TextId::menuAppearance).addActions(frame.appearance.actions());
     add(menu, TextId::menuLanguage).addActions(frame.language.actions());
+}
+
+void FrameMenus::addSettings(QMenuBar& bar)
+{
+    FrameActions& actions = m_commands.frame;
+    QMenu& menu = add(bar, TextId::menuSettings);
+    menu.addActions({&actions.systemSetup, &actions.recordSettings, &actions.metronomeSettings});
+    menu.addSeparator();
+    menu.addAction(&actions.openLastWindows);
+}
+
+void FrameMenus::addWindow(QMenuBar& bar)
+{
+    FrameActions& actions = m_commands.frame;
+    m_windows = &add(bar, TextId::menuWindow);
+    m_windows->addActions({&actions.tile, &actions.tabs, &actions.floating, &actions.maximise});
+    m_windows->addSeparator();
+    m_windows->addActions({&actions.nextWindow, &actions.previousWindow, &actions.closeWindow});
+    m_windows->addSeparator();
+}
+
+CommandList FrameMenus::commands() const
+{
+    CommandList list;
+    m_commands.frame.listIn(list);
+    for (int i = 0; i < viewCommands; ++i) {
+        const auto command = static_cast<ViewCommand>(i);
+        const ViewActions::Entry& entry = ViewActions::entry(command);
+        list.add(entry.id, entry.text, m_commands.view[command]);
+    }
+    for (int i = 0; i < everydayEdits; ++i) {
+        const auto edit = static_cast<EverydayEdit>(i);
+        const EverydayEdits::Entry& entry = EverydayEdits::entry(edit);
+        list.add(entry.id, entry.text, m_commands.edits[edit]);
+    }
+    std::vector<CommandGroup> groups;
+    for (const auto& [menu, title] : m_menus) groups.push_back({title, menu->actions()});
+    list.arrange(groups);
+    return list;
 }
 
 void FrameMenus::retranslate()
