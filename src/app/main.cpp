@@ -62,6 +62,7 @@ int takePicture(const StartOptions& options)
     int result = 1;
     {
         ProfileStore store(folder + "/tessaro.ini");
+        UserSettings(store).setOpensLastWindows(false);
         Strings strings(languageFromEnvironment());
         ManualClock clock;
         SilentMidi midi("Tessaro Synth");

@@ -83,7 +83,7 @@ bool writeScreenshot(Program& program, ManualClock& clock, const QString& file, 
     QCoreApplication::processEvents();
     play(program, clock);
     QCoreApplication::processEvents();
-    QWidget& pictured = windows.contains(keysName) ? static_cast<QWidget&>(frame.showKeys()) : frame;
+    QWidget& pictured = windows.contains(keysName) ? static_cast<QWidget&>(frame.keys().show()) : frame;
     QCoreApplication::processEvents();
     return pictured.grab().save(file);
 }

@@ -11,8 +11,6 @@
 #include "window_fixture.h"
 
 #include <QFileDialog>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QTabBar>
 
@@ -35,13 +33,9 @@ protected:
         for (const ChildFrame* window : windows().windows()) all.emplace_back(window->kind(), window->track());
         return all;
     }
-    /// All actions of the menus that can be chosen.
-    void collect(const QMenu& menu, std::set<QAction*>& found)
+    const Command& command(const char* id)
     {
-        for (QAction* action : menu.actions()) {
-            if (action->menu()) collect(*action->menu(), found);
-            found.insert(action);
-        }
+        return *std::ranges::find(frame().keys().map().commands().all(), id, &Command::id);
     }
     void clickStep(int row)
     {
@@ -101,12 +95,35 @@ TEST_F(ChildWindowsTest, KeysOpenThemAndTheOneWithTheFocusGetsCommands)
     EXPECT_EQ(shown().size(), 5U);
     EXPECT_NE(windows().active()->kind(), WindowKind::drum);
     EXPECT_EQ(frame().viewActions().active(), windows().active());
+}
 
-    // Another song comes into the same windows.
-    actions().newSong.trigger();
-    EXPECT_EQ(shown().size(), 5U);
-    EXPECT_TRUE(piano->selectedEvnts().empty());
-    EXPECT_TRUE(piano->updatesEnabled());
+TEST_F(ChildWindowsTest, AnotherSongClosesThemAndKeepsTheirZoom)
+{
+    ASSERT_TRUE(frame().openFile(song));
+    const std::function<void()> leaves[] = {[this] { actions().newSong.trigger(); },
+                                            [this] { ASSERT_TRUE(frame().openFile(song)); },
+                                            [this] { EXPECT_FALSE(frame().openFile(writeFile("no.MID", "x"))); }};
+    double zoom = 0;
+    for (const auto& leave : leaves) {
+        for (const WindowKind kind : {WindowKind::drum, WindowKind::eventList, WindowKind::masterTrack})
+            windows().open(kind, 1);
+        ChildFrame* piano = windows().open(WindowKind::piano, 1);
+        const auto zoomNow = [&] { return dynamic_cast<RollFrame&>(*piano).view().scale().zoom(); };
+        if (zoom != 0) EXPECT_EQ(zoomNow(), zoom);
+        actions().floating.trigger();
+        piano->run(ViewCommand::zoomIn);
+        piano->run(ViewCommand::selectAll);
+        zoom = zoomNow();
+        windows().activate(*windows().windows()[1]);
+        actions().maximise.trigger();
+        program->document().SetModifiedFlag(false);
+        leave();
+        EXPECT_EQ(shown().size(), 1U);
+        EXPECT_EQ(frame().viewActions().active(), &frame().trackFrame());
+        EXPECT_FALSE(actions().maximise.isChecked());
+        EXPECT_TRUE(frame().trackFrame().isVisible());
+        EXPECT_TRUE(frame().trackFrame().isAncestorOf(QApplication::focusWidget()));
+    }
 }
 
 TEST_F(ChildWindowsTest, TheyStandAsTabsSideBySideAloneOrApart)
@@ -154,8 +171,9 @@ TEST_F(ChildWindowsTest, TheArrangementComesBack)
     dock(*list).setGeometry(100, 100, 400, 300);
     const auto before = shown();
     frame().close();
-    startProgram({});
+    startProgram(CommandLine::parse({song.toStdString()}));
     EXPECT_EQ(shown(), before);
+    EXPECT_EQ(windows().active()->kind(), WindowKind::eventList);
     EXPECT_TRUE(dock(*windows().windows()[2]).isFloating());
     EXPECT_FALSE(dock(*windows().windows()[1]).isFloating());
     EXPECT_TRUE(windows().windows()[1]->isVisible());
@@ -163,12 +181,57 @@ TEST_F(ChildWindowsTest, TheArrangementComesBack)
     EXPECT_TRUE(actions().history.isChecked());
     EXPECT_TRUE(frame().windowCommands().toolBar().isHidden());
 
+    windows().activate(*windows().windows()[1]);
+    actions().maximise.trigger();
+    for (int starts = 0; starts < 2; ++starts) {
+        frame().close();
+        startProgram({});
+        EXPECT_EQ(windows().active()->kind(), WindowKind::piano);
+        EXPECT_TRUE(actions().maximise.isChecked());
+        EXPECT_FALSE(frame().trackFrame().isVisible());
+        EXPECT_FALSE(history().isVisible());
+    }
+    actions().maximise.trigger();
+    EXPECT_TRUE(frame().trackFrame().isVisible());
+    EXPECT_TRUE(history().isVisible());
+
     store->setInt("Window Placement", "DeskTop Size X", 1); // another screen
     store->setString("Window Placement", "Children", "1 6000:0:3 7:1:2 6000:1:400 5000:1:1");
     store->flush();
     startProgram({});
     EXPECT_EQ(shown().size(), 2U); // what makes no sense is left out
     EXPECT_EQ(shown()[1], (std::pair{WindowKind::piano, 100}));
+
+    actions().openLastWindows.trigger();
+    frame().close();
+    startProgram({});
+    EXPECT_EQ(shown().size(), 1U);
+    EXPECT_FALSE(actions().openLastWindows.isChecked());
+}
+
+TEST_F(ChildWindowsTest, TheVeryFirstStartShowsTheNotesOfTheFirstTrack)
+{
+    store->remove("Window Placement", "Children");
+    store->flush();
+    startProgram({});
+    EXPECT_EQ(shown(), (std::vector<std::pair<WindowKind, int>>{{WindowKind::track, -1}, {WindowKind::piano, 1}}));
+    EXPECT_EQ(windows().active(), &frame().trackFrame());
+    EXPECT_GT(windows().windows()[1]->height(), frame().height() / 3);
+}
+
+TEST_F(ChildWindowsTest, OnlyThoseInSightFollowTheSong)
+{
+    ASSERT_TRUE(frame().openFile(song));
+    const auto positionIn = [](ChildFrame* window) { return dynamic_cast<RollFrame&>(*window).view().position(); };
+    ChildFrame* behind = windows().open(WindowKind::piano, 1);
+    ChildFrame* before = windows().open(WindowKind::piano, 2);
+    QCoreApplication::processEvents();
+    actions().play.trigger();
+    advance(1000);
+    EXPECT_GT(positionIn(before), 0U);
+    EXPECT_EQ(positionIn(behind), 0U);
+    windows().activate(*behind);
+    EXPECT_EQ(positionIn(behind), positionIn(before));
 }
 
 TEST_F(ChildWindowsTest, AClickInTheHistoryGoesThere)
@@ -199,20 +262,16 @@ TEST_F(ChildWindowsTest, AClickInTheHistoryGoesThere)
     EXPECT_EQ(editor().GetUndoRedoIndex(), 2);
 }
 
-TEST_F(ChildWindowsTest, EveryCommandStandsInAMenuAndNoKeyMeansTwoThings)
+TEST_F(ChildWindowsTest, NoKeyMeansTwoThings)
 {
-    std::set<QAction*> inMenus;
-    for (QAction* menu : frame().menuBar()->actions()) collect(*menu->menu(), inMenus);
     std::set<std::string> ids;
     std::map<QKeySequence, std::string> owners;
-    for (const Command& command : frame().keyMap().commands().all()) {
+    for (const Command& command : frame().keys().map().commands().all()) {
         for (const QKeySequence& key : KeyMap::keys(command)) {
             EXPECT_EQ(owners.count(key), 0U) << command.id << " and " << owners[key];
             owners[key] = command.id;
         }
-        if (!command.action) continue;
         EXPECT_TRUE(ids.insert(command.id).second) << command.id;
-        EXPECT_TRUE(inMenus.contains(command.action)) << command.id;
         for (const Language language : {Language::english, Language::japanese})
             EXPECT_FALSE(tessaro::text(command.name, language).empty());
     }
@@ -221,11 +280,11 @@ TEST_F(ChildWindowsTest, EveryCommandStandsInAMenuAndNoKeyMeansTwoThings)
 TEST_F(ChildWindowsTest, AChangedKeyWorksAtOnceAndAtTheNextStart)
 {
     QTest::keyClick(&frame(), Qt::Key_F1);
-    KeysDialog& dialog = frame().showKeys();
-    dialog.choose(*frame().keyMap().commands().find("window-list"));
+    KeysDialog& dialog = frame().keys().show();
+    dialog.choose(command("window-list"));
     QTest::keyClick(&dialog.newKey(), Qt::Key_F12);
     QTest::mouseClick(&dialog.replaceButton(), Qt::LeftButton);
-    dialog.choose(*frame().keyMap().commands().find("undo"));
+    dialog.choose(command("undo"));
     QTest::keyClick(&dialog.newKey(), Qt::Key_Backspace, Qt::AltModifier);
     QTest::mouseClick(&dialog.replaceButton(), Qt::LeftButton);
     EXPECT_TRUE(actions().undo.text().endsWith("\tAlt+Backspace"));

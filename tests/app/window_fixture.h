@@ -58,7 +58,12 @@ private:
 /// The whole window program in simulated time, with settings of its own; boxes are noted instead of shown.
 class WindowTest : public testing::Test {
 protected:
-    WindowTest() { startProgram({}); }
+    /// The last time only the track window was open.
+    WindowTest()
+    {
+        writeFile("tessaro.ini", "[Window Placement]\nChildren=\n");
+        startProgram({});
+    }
 
     void startProgram(const CommandLine& commandLine)
     {

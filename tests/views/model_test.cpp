@@ -84,35 +84,36 @@ class StoredTest : public testing::Test {
 protected:
     QTemporaryDir folder;
     ProfileStore store{folder.filePath("tessaro.ini").toStdString()};
+    const QSize screen{1920, 1080};
 };
 
 TEST_F(StoredTest, PlacementHoldsForOneScreenAndOnlyWhole)
 {
-    EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, 1920, 1080));
-    const WindowPlacement place{.left = -20, .top = 0, .right = 1000, .bottom = 700, .maximized = true};
-    savePlacement(store, PlacedWindow::main, place, 1920, 1080);
-    EXPECT_EQ(loadPlacement(store, PlacedWindow::main, 1920, 1080), place);
-    EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, 1920, 1200));
-    EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, 1280, 1080));
+    EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, screen));
+    const WindowPlacement place{QRect(-20, 0, 1020, 700), true};
+    savePlacement(store, PlacedWindow::main, place, screen);
+    EXPECT_EQ(loadPlacement(store, PlacedWindow::main, screen), place);
+    EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, QSize(1920, 1200)));
+    EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, QSize(1280, 1080)));
     for (const char* key : {"Main Flags", "Main ShowCmd", "Main Rect Left", "Main Rect Bottom"}) {
-        savePlacement(store, PlacedWindow::main, place, 1920, 1080);
+        savePlacement(store, PlacedWindow::main, place, screen);
         store.remove("Window Placement", key);
-        EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, 1920, 1080)) << key;
+        EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, screen)) << key;
         store.setInt("Window Placement", key, -3000);
-        EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, 1920, 1080)) << key;
+        EXPECT_FALSE(loadPlacement(store, PlacedWindow::main, screen)) << key;
     }
 }
 
 TEST_F(StoredTest, ThePanelHasAPlaceOfItsOwn)
 {
-    const WindowPlacement main{.left = 1, .top = 2, .right = 3, .bottom = 4};
-    const WindowPlacement panel{.left = 5, .top = 6, .right = 7, .bottom = 8};
-    savePlacement(store, PlacedWindow::main, main, 1920, 1080);
-    savePlacement(store, PlacedWindow::panel, panel, 1920, 1080);
-    EXPECT_EQ(loadPlacement(store, PlacedWindow::main, 1920, 1080), main);
-    EXPECT_EQ(loadPlacement(store, PlacedWindow::panel, 1920, 1080), panel);
+    const WindowPlacement main{QRect(1, 2, 2, 2)};
+    const WindowPlacement panel{QRect(5, 6, 2, 2)};
+    savePlacement(store, PlacedWindow::main, main, screen);
+    savePlacement(store, PlacedWindow::panel, panel, screen);
+    EXPECT_EQ(loadPlacement(store, PlacedWindow::main, screen), main);
+    EXPECT_EQ(loadPlacement(store, PlacedWindow::panel, screen), panel);
     store.remove("Window Placement", "Cnp MaxPos y");
-    EXPECT_FALSE(loadPlacement(store, PlacedWindow::panel, 1920, 1080));
+    EXPECT_FALSE(loadPlacement(store, PlacedWindow::panel, screen));
 }
 
 TEST_F(StoredTest, StrangeChoicesFallBackToTheDesktop)

@@ -1,22 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/frame/editor_windows.h"
 
-#include "core/ports/settings_store.h"
+#include "views/frame/window_arrangement.h"
 
 #include <QApplication>
-#include <QStringList>
 
 #include <algorithm>
-#include <cmath>
 
 namespace tessaro {
 namespace {
-
-constexpr const char* section = "Window Placement";
-constexpr const char* childrenKey = "Children";    ///< kind:number:track of each
-constexpr const char* stateKey = "Children State"; ///< where they stand
-constexpr double usualShare = 0.55;                ///< of the height, for the first child window
-constexpr int usualPanelWidth = 220;
 
 QString dockName(WindowKind kind, int number)
 {
@@ -34,19 +26,14 @@ ChildFrame* childAround(QWidget* widget)
 
 EditorWindows::EditorWindows(std::unique_ptr<ChildFrame> tracks, Maker maker, SettingsStore& store, const Icons& icons,
                              const ChildDock::Commands& commands)
-    : m_maker(std::move(maker))
+    : DockArea(tracks.get(), icons)
+    , m_maker(std::move(maker))
     , m_store(store)
     , m_icons(icons)
     , m_commands(commands)
     , m_tracks(tracks.release())
     , m_active(m_tracks)
 {
-    setWindowFlags(Qt::Widget);
-    setDockOptions(AllowNestedDocks | AllowTabbedDocks);
-    setDocumentMode(true);
-    setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
-    setContextMenuPolicy(Qt::NoContextMenu);
-    setCentralWidget(m_tracks);
     m_tracks->restoreState();
     m_tracks->onChanged = [this] {
         if (m_active == m_tracks && onActive) onActive();
@@ -60,6 +47,7 @@ EditorWindows::EditorWindows(std::unique_ptr<ChildFrame> tracks, Maker maker, Se
 EditorWindows::~EditorWindows()
 {
     disconnect(qApp, nullptr, this, nullptr);
+    for (const Child& child : m_children) disconnect(child.dock, nullptr, this, nullptr);
     for (ChildFrame* frame : windows()) frame->onChanged = nullptr;
 }
 
@@ -138,33 +126,12 @@ EditorWindows::Child* EditorWindows::make(WindowKind kind, int track, int number
         if (Child* child = find(frame)) showTitle(*child);
         if (m_active == frame && onActive) onActive();
     };
+    connect(dock, &QDockWidget::visibilityChanged, this, [this, frame](bool visible) { setShown(frame, visible); });
     m_children.push_back({dock, frame, number});
-    addDockWidget(Qt::BottomDockWidgetArea, dock);
+    add(*dock);
     frame->restoreState();
     showTitle(m_children.back());
     return &m_children.back();
-}
-
-/// As a tab of the last one that is docked; the first below the tracks.
-void EditorWindows::place(ChildDock& dock)
-{
-    std::vector<ChildDock*> docked = dockedChildren();
-    std::erase(docked, &dock);
-    if (docked.empty())
-        resizeDocks({&dock}, {static_cast<int>(height() * usualShare)}, Qt::Vertical);
-    else
-        tabifyDockWidget(docked.back(), &dock);
-    dock.show();
-}
-
-ChildDock& EditorWindows::addPanel(const QString& name, QWidget* panel, const QAction& command)
-{
-    auto* dock = new ChildDock(name, panel, m_icons, {nullptr, nullptr, &command});
-    addDockWidget(Qt::RightDockWidgetArea, dock);
-    resizeDocks({dock}, {usualPanelWidth}, Qt::Horizontal);
-    dock->hide();
-    m_panels.push_back(dock);
-    return *dock;
 }
 
 void EditorWindows::remove(ChildDock& dock)
@@ -177,9 +144,22 @@ void EditorWindows::remove(ChildDock& dock)
     child.frame->saveState();
     if (m_active == child.frame) setActive(m_children.empty() ? *m_tracks : *m_children.back().frame);
     endMaximised();
-    removeDockWidget(child.dock);
+    take(*child.dock);
     child.dock->deleteLater();
     activate(*m_active);
+}
+
+/// Right now: they must not hear of another song.
+void EditorWindows::closeChildren()
+{
+    endMaximised();
+    setActive(*m_tracks);
+    for (const Child& child : std::exchange(m_children, {})) {
+        child.frame->onChanged = nullptr;
+        child.frame->saveState();
+        take(*child.dock);
+        delete child.dock;
+    }
 }
 
 // The active one
@@ -228,14 +208,6 @@ void EditorWindows::showTitle(Child& child) { child.dock->setTitle(child.frame->
 
 // Where they stand
 
-std::vector<ChildDock*> EditorWindows::dockedChildren() const
-{
-    std::vector<ChildDock*> docked;
-    for (const Child& child : m_children)
-        if (!child.dock->isFloating()) docked.push_back(child.dock);
-    return docked;
-}
-
 void EditorWindows::closeActive()
 {
     if (const Child* child = find(m_active)) child->dock->close();
@@ -254,30 +226,14 @@ void EditorWindows::tile()
 {
     endMaximised();
     ChildFrame& active = *m_active; // the keys wander while docks are hidden
-    const std::vector<ChildDock*> docks = dockedChildren();
-    for (ChildDock* dock : docks) removeDockWidget(dock);
-    const auto count = docks.size();
-    const auto columns = static_cast<std::size_t>(std::ceil(std::sqrt(static_cast<double>(count))));
-    for (std::size_t i = 0; i < count; ++i) {
-        if (i == 0)
-            addDockWidget(Qt::BottomDockWidgetArea, docks[i]);
-        else if (i < columns)
-            splitDockWidget(docks[i - 1], docks[i], Qt::Horizontal);
-        else
-            splitDockWidget(docks[i - columns], docks[i], Qt::Vertical);
-        docks[i]->show();
-    }
-    const QList<QDockWidget*> firstRow(docks.begin(), docks.begin() + static_cast<std::ptrdiff_t>(columns));
-    if (count > 1) resizeDocks(firstRow, QList<int>(firstRow.size(), 100), Qt::Horizontal);
-    if (count > 0) resizeDocks({docks[0]}, {static_cast<int>(height() * usualShare)}, Qt::Vertical);
+    tileDocks();
     activate(active);
 }
 
 void EditorWindows::tabTogether()
 {
     endMaximised();
-    const std::vector<ChildDock*> docks = dockedChildren();
-    for (std::size_t i = 1; i < docks.size(); ++i) tabifyDockWidget(docks[0], docks[i]);
+    tabDocks();
     activate(*m_active);
 }
 
@@ -292,12 +248,7 @@ void EditorWindows::maximiseActive()
         child->dock->setWindowState(child->dock->windowState() ^ Qt::WindowMaximized);
         return;
     }
-    m_beforeMaximised = QMainWindow::saveState();
-    for (const Child& other : m_children)
-        if (other.frame != m_active && !other.dock->isFloating()) other.dock->hide();
-    for (ChildDock* panel : m_panels)
-        if (!panel->isFloating()) panel->hide();
-    m_tracks->setVisible(m_active == m_tracks);
+    maximise(child ? child->dock : nullptr);
     if (onActive) onActive();
 }
 
@@ -305,8 +256,8 @@ void EditorWindows::endMaximised()
 {
     if (!isMaximised()) return;
     ChildFrame& active = *m_active;
-    m_tracks->show();
-    QMainWindow::restoreState(std::exchange(m_beforeMaximised, {}));
+    endMaximise();
+    m_tracks->setPosition(m_position, m_follow);
     activate(active);
     if (onActive) onActive();
 }
@@ -315,7 +266,20 @@ void EditorWindows::endMaximised()
 
 void EditorWindows::setPosition(std::uint32_t tick, bool follow)
 {
-    for (ChildFrame* frame : windows()) frame->setPosition(tick, follow);
+    m_position = tick;
+    m_follow = follow;
+    if (m_tracks->isVisible()) m_tracks->setPosition(tick, follow);
+    for (const Child& child : m_children)
+        if (child.isShown) child.frame->setPosition(tick, follow);
+}
+
+/// A window that comes into sight has missed where the song is.
+void EditorWindows::setShown(ChildFrame* frame, bool shown)
+{
+    Child* child = find(frame);
+    if (!child || child->isShown == shown) return;
+    child->isShown = shown;
+    if (shown) frame->setPosition(m_position, m_follow);
 }
 
 void EditorWindows::retranslate()
@@ -349,39 +313,40 @@ void EditorWindows::songReplaced()
 
 void EditorWindows::saveArrangement()
 {
-    endMaximised();
-    QStringList list;
+    WindowArrangement kept;
     for (const Child& child : m_children) {
         child.frame->saveState();
-        list << QStringLiteral("%1:%2:%3")
-                    .arg(static_cast<int>(child.frame->kind()))
-                    .arg(child.number)
-                    .arg(child.frame->track());
+        kept.windows.push_back({child.frame->kind(), child.number, child.frame->track()});
+        if (child.frame == m_active) kept.active = static_cast<int>(kept.windows.size());
     }
     m_tracks->saveState();
-    m_store.setString(section, childrenKey, list.join(QLatin1Char(' ')).toStdString());
-    const QByteArray state = QMainWindow::saveState();
-    m_store.setBinary(
-        section, stateKey,
-        {reinterpret_cast<const std::uint8_t*>(state.constData()), static_cast<std::size_t>(state.size())});
+    kept.tracks = {m_tracks->geometry(), isMaximised()};
+    kept.places = places();
+    tessaro::saveArrangement(m_store, kept, screen()->size());
 }
 
-void EditorWindows::restoreArrangement(bool samePlaces)
+void EditorWindows::restoreArrangement()
 {
-    const QString list = QString::fromStdString(m_store.getString(section, childrenKey, ""));
-    for (const QString& entry : list.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-        const QStringList parts = entry.split(QLatin1Char(':'));
-        if (parts.size() != 3) continue;
-        const auto kind = static_cast<WindowKind>(parts[0].toInt());
-        const int track = std::clamp(parts[2].toInt(), 0, 100);
-        const int number = parts[1].toInt();
-        if (kind != WindowKind::track && number > 0)
-            if (const Child* child = make(kind, track, number); child && !samePlaces) place(*child->dock);
+    const auto kept = loadArrangement(m_store, screen()->size());
+    if (!kept) {
+        place(*make(WindowKind::piano, 1, 1)->dock);
+        return;
     }
-    if (!samePlaces) return;
-    const std::vector<std::uint8_t> state = m_store.getBinary(section, stateKey);
-    QMainWindow::restoreState(
-        QByteArray(reinterpret_cast<const char*>(state.data()), static_cast<qsizetype>(state.size())));
+    for (std::size_t i = 0; i < kept->windows.size(); ++i) {
+        const auto& [kind, number, track] = kept->windows[i];
+        const Child* child = make(kind, track, number);
+        if (!child) continue;
+        if (kept->places.isEmpty()) place(*child->dock);
+        if (kept->active == static_cast<int>(i) + 1) setActive(*child->frame);
+    }
+    QMainWindow::restoreState(kept->places);
+    m_wasMaximised = kept->tracks.maximised;
+}
+
+void EditorWindows::resume()
+{
+    activate(*m_active);
+    if (std::exchange(m_wasMaximised, false)) maximiseActive();
 }
 
 } // namespace tessaro

@@ -3,8 +3,7 @@
 
 #include "views/editors/child_frame.h"
 #include "views/frame/child_dock.h"
-
-#include <QMainWindow>
+#include "views/frame/dock_area.h"
 
 #include <memory>
 #include <vector>
@@ -16,7 +15,7 @@ class SettingsStore;
 /// The part of the main window where the child windows stand: the track window in the middle, the others docked around
 /// it, as tabs or apart, or floating. There may be several of a kind, for several tracks. Where they stand comes back
 /// at the next start. One of them is active: the one that had the keys last. User interface thread.
-class EditorWindows : public QMainWindow {
+class EditorWindows : public DockArea {
 public:
     using Maker = std::function<std::unique_ptr<ChildFrame>(WindowKind kind, int track)>;
 
@@ -34,9 +33,6 @@ public:
     /// Raises the window of this kind that shows the track, or turns the one opened last to it; opens one where there
     /// is none of the kind.
     ChildFrame* show(WindowKind kind, int track);
-    /// Takes a panel over that docks like the windows, at the right side and hidden at first. The command
-    /// shows and hides it.
-    ChildDock& addPanel(const QString& name, QWidget* panel, const QAction& command);
 
     /// Never null.
     [[nodiscard]] ChildFrame* active() const { return m_active; }
@@ -48,15 +44,16 @@ public:
     void activateNext(int step);
 
     void closeActive();
+    /// All but the track window.
+    void closeChildren();
     void floatActive();
     /// The docked ones side by side, below the tracks; or all in one place.
     void tile();
     void tabTogether();
     /// The active window alone fills the area; again to end it.
     void maximiseActive();
-    [[nodiscard]] bool isMaximised() const { return !m_beforeMaximised.isEmpty(); }
 
-    /// To all windows.
+    /// To all windows that can be seen, and to the others once they can.
     void setPosition(std::uint32_t tick, bool follow);
     void retranslate();
     /// Nothing is painted or asked of the windows while a song goes and another one comes.
@@ -66,29 +63,29 @@ public:
 
     /// Which windows are open, where, and what each wants to be remembered.
     void saveArrangement();
-    /// Opens them again. `samePlaces` tells that the screen is as it was.
-    void restoreArrangement(bool samePlaces);
-
-    [[nodiscard]] QMenu* createPopupMenu() override { return nullptr; }
+    /// Opens them again, before the main window shows; at the very first start a piano roll.
+    void restoreArrangement();
+    /// Once the main window shows: the window that was active is so again, and as large as it was.
+    void resume();
 
 private:
     struct Child {
         ChildDock* dock;
         ChildFrame* frame; ///< the dock's
         int number;        ///< from 1, among those of its kind
+        bool isShown = false;
     };
 
     Child* find(const ChildFrame* frame);
     [[nodiscard]] ChildFrame* showing(WindowKind kind, int track) const;
     Child* make(WindowKind kind, int track, int number);
-    void place(ChildDock& dock);
     void remove(ChildDock& dock);
+    void setShown(ChildFrame* frame, bool shown);
     void focusMoved(QWidget* now);
     void setActive(ChildFrame& frame);
     void showTitle(Child& child);
     void endMaximised();
     [[nodiscard]] int freeNumber(WindowKind kind) const;
-    [[nodiscard]] std::vector<ChildDock*> dockedChildren() const;
 
     Maker m_maker;
     SettingsStore& m_store;
@@ -97,9 +94,10 @@ private:
     ChildFrame* m_tracks; ///< child of the widget
     ChildFrame* m_active;
     std::vector<Child> m_children;
-    std::vector<ChildDock*> m_panels;
     bool m_isSuspended = false;
-    QByteArray m_beforeMaximised; ///< empty while nothing is
+    std::uint32_t m_position = 0; ///< where the song is
+    bool m_follow = false;
+    bool m_wasMaximised = false; ///< before the start
 };
 
 } // namespace tessaro

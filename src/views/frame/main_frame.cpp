@@ -8,11 +8,10 @@
 #include "core/ports/settings_store.h"
 #include "realtime/transport/note_audition.h"
 #include "realtime/transport/realtime_messages.h"
-#include "views/commands/keys_dialog.h"
-#include "views/frame/all_commands.h"
 #include "views/frame/child_factory.h"
 #include "views/frame/editor_windows.h"
 #include "views/frame/panel_dock.h"
+#include "views/frame/song_news.h"
 #include "views/frame/user_settings.h"
 #include "views/frame/window_placement.h"
 #include "views/frame/window_user.h"
@@ -22,7 +21,6 @@
 #include "views/theme/icons.h"
 #include "views/theme/theme.h"
 #include "views/tracks/track_frame.h"
-#include "views/transport/location_text.h"
 #include "views/transport/transport_bar.h"
 
 #include <QApplication>
@@ -39,14 +37,10 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace tessaro {
 namespace {
 
-constexpr int deviceInterval = 2000; // ms
-constexpr int lastTrack = 100;
-constexpr int copyInterval = 1000; ///< between two looks whether a copy of unsaved work is due
+constexpr int copyInterval = 1000; ///< in ms, between two looks whether a copy of unsaved work is due
 constexpr QSize usualSize(1280, 800);
 
 /// The local file that is dragged; empty for anything else.
@@ -70,21 +64,18 @@ CMainFrame::CMainFrame(const FrameParts& parts)
     setWindowIcon(m_parts.icons.picture(QStringLiteral("tessaro")));
     setAcceptDrops(true);
     m_grid.load(m_parts.store);
-    listCommands(m_commands, m_actions, m_view, m_edits);
-    m_keys.emplace(m_commands, m_parts.store);
-    layOut();
     m_menus.emplace(*menuBar(), FrameMenus::Commands{m_actions, m_view, m_edits}, m_parts.text);
+    m_keys.emplace(*this, *m_menus, m_parts.store, m_parts.text);
+    layOut();
     connectActions();
     connectWindows();
-    connectChoices();
+    connectSettings();
     connectFiles();
     connectPanel();
 
-    connect(&m_deviceTimer, &QTimer::timeout, this, [this] { showDevices(); });
     connect(&m_copyTimer, &QTimer::timeout, this, [this] {
         if (!m_status->busy()) m_parts.document.KeepCopy();
     });
-    m_deviceTimer.start(deviceInterval);
     m_copyTimer.start(copyInterval);
 
     m_parts.user.setWindow(this);
@@ -94,7 +85,7 @@ CMainFrame::CMainFrame(const FrameParts& parts)
     retranslate();
     showState();
     m_follower->refresh();
-    showDevices();
+    m_devices->show();
 }
 
 CMainFrame::~CMainFrame()
@@ -113,22 +104,23 @@ CMainFrame::~CMainFrame()
 
 ViewParts CMainFrame::viewParts()
 {
-    return {.editor = editor(),
-            .panel = m_parts.panel,
-            .store = m_parts.store,
-            .user = m_parts.user,
-            .text = m_parts.text,
-            .icons = m_parts.icons,
-            .actions = m_view,
-            .clipboard = m_parts.clipboard,
-            .audition = m_parts.audition,
-            .notes = m_notes,
-            .grid = m_grid,
-            .open = [this](WindowKind kind, int track, std::uint32_t tick) { openWindow(kind, track, tick); },
-            .portNames = [this] { return portNames(); },
-            .isLocked = [this] { return isLocked(); },
-            .listSettings = &m_parts.app.GetListSettings(),
-            .edit = [this](EverydayEdit edit) { return &m_edits[edit]; }};
+    return {
+        .editor = editor(),
+        .panel = m_parts.panel,
+        .store = m_parts.store,
+        .user = m_parts.user,
+        .text = m_parts.text,
+        .icons = m_parts.icons,
+        .actions = m_view,
+        .clipboard = m_parts.clipboard,
+        .audition = m_parts.audition,
+        .notes = m_notes,
+        .grid = m_grid,
+        .open = [this](WindowKind kind, int track, std::uint32_t tick) { m_windowCommands->show(kind, track, tick); },
+        .portNames = [this] { return DeviceControl::portNames(m_parts); },
+        .isLocked = [this] { return isLocked(); },
+        .listSettings = &m_parts.app.GetListSettings(),
+        .edit = [this](EverydayEdit edit) { return &m_edits[edit]; }};
 }
 
 CEditor& CMainFrame::editor() const { return m_parts.document.GetEditor(); }
@@ -177,15 +169,7 @@ void CMainFrame::connectActions()
     on(m_actions.trackUp, [this] { m_tracks->moveTrack(-1); });
     on(m_actions.trackDown, [this] { m_tracks->moveTrack(1); });
     on(m_actions.quit, [this] { close(); });
-    on(m_actions.systemSetup, [this] {
-        m_setup.systemSetup();
-        m_keyboard->devicesChanged();
-    });
-    on(m_actions.recordSettings, [this] { m_setup.recordSettings(); });
-    on(m_actions.metronomeSettings, [this] { m_setup.metronomeSettings(); });
-    m_setup.isBusy = [this] { return m_status->busy(); };
-    m_setup.portNames = [this] { return portNames(); };
-    on(m_actions.keys, [this] { showKeys(); });
+    on(m_actions.keys, [this] { m_keys->show(); });
     on(m_actions.about, [this] {
         QMessageBox::about(this, m_parts.text.plain(TextId::commandAbout),
                            m_parts.text(TextId::aboutText).arg(QStringLiteral(TESSARO_VERSION)));
@@ -196,8 +180,7 @@ void CMainFrame::connectActions()
 
 void CMainFrame::connectWindows()
 {
-    m_windowCommands.emplace(*m_windows, m_viewParts, m_actions);
-    m_windowCommands->currentTrack = [this] { return currentTrack(); };
+    m_windowCommands.emplace(*m_windows, *m_tracks, m_viewParts, m_actions);
     m_windowCommands->fill(m_menus->windows());
     m_windows->onActive = [this] {
         m_view.setActive(m_windows->isSuspended() ? nullptr : m_windows->active());
@@ -214,7 +197,7 @@ void CMainFrame::connectPanel()
 {
     m_transport.emplace(m_parts, m_actions, *m_bar);
     m_transport->isBusy = [this] { return m_status->busy(); };
-    m_transport->blksToLoop = [this] { return blksToLoop(); };
+    m_transport->blksToLoop = [this] { return m_windowCommands->chosenBlks(); };
     m_follower.emplace(m_parts, PanelFollower::Places{m_actions, *m_bar, *m_tracks, *m_windows, *m_status});
     m_transport->onDone = [this] { m_follower->stateChanged(); };
     m_follower->onState = [this] { panelChanged(); };
@@ -222,26 +205,21 @@ void CMainFrame::connectPanel()
     m_steps.emplace(*this, m_parts, m_actions.stepStrip);
 }
 
-void CMainFrame::connectChoices()
+void CMainFrame::connectSettings()
 {
-    UserSettings settings(m_parts.store);
-    FrameActions::choose(m_actions.appearance, static_cast<int>(settings.appearance()));
-    FrameActions::choose(m_actions.language, settings.languageNumber());
-    connect(&m_actions.appearance, &QActionGroup::triggered, this, [this](const QAction* action) {
-        const auto appearance = static_cast<Appearance>(action->data().toInt());
-        UserSettings(m_parts.store).setAppearance(appearance);
-        m_parts.theme.setAppearance(appearance);
+    const auto on = [this](QAction& action, auto work) { connect(&action, &QAction::triggered, this, work); };
+    m_choices.emplace(m_parts, m_actions, *m_panelDock);
+    m_choices->onLanguage = [this] { retranslate(); };
+    m_devices.emplace(m_parts, *m_status);
+    m_devices->isBusy = [this] { return m_status->busy() || m_setup.isSystemSetupShown(); };
+    m_setup.isBusy = [this] { return m_status->busy(); };
+    m_setup.portNames = m_viewParts.portNames;
+    on(m_actions.systemSetup, [this] {
+        m_setup.systemSetup();
+        m_keyboard->devicesChanged();
     });
-    connect(&m_actions.panelPlace, &QActionGroup::triggered, this,
-            [this](const QAction* action) { m_panelDock->setPlace(static_cast<PanelPlace>(action->data().toInt())); });
-    connect(m_panelDock, &PanelDock::topLevelChanged, this, [this] { showPanelPlace(); });
-    connect(m_panelDock, &PanelDock::dockLocationChanged, this, [this] { showPanelPlace(); });
-    connect(&m_actions.language, &QActionGroup::triggered, this, [this](const QAction* action) {
-        UserSettings store(m_parts.store);
-        store.setLanguageNumber(action->data().toInt());
-        m_parts.text.setLanguage(store.language());
-        retranslate();
-    });
+    on(m_actions.recordSettings, [this] { m_setup.recordSettings(); });
+    on(m_actions.metronomeSettings, [this] { m_setup.metronomeSettings(); });
 }
 
 // Files
@@ -257,40 +235,10 @@ void CMainFrame::connectFiles()
     m_files.onExported = [this](const QString& path) {
         m_status->setNews(m_parts.text(TextId::songExported).arg(QFileInfo(path).fileName()));
     };
-    m_recovery->onOpen = [this](std::size_t index) { openRecovered(index); };
-    m_recovery->onDiscard = [this](std::size_t index) { discardRecovered(index); };
-    m_recovery->onLater = [this] { offerRecovery(nullptr); };
-}
-
-void CMainFrame::offerRecovery(std::unique_ptr<RecoveryList> songs)
-{
-    m_recoverable = std::move(songs);
-    showRecovery();
-    if (m_recovery->isVisible()) m_recovery->setFocus();
-}
-
-void CMainFrame::openRecovered(std::size_t index)
-{
-    const std::string take = m_recoverable->songs()[index].take;
-    const bool open = m_files.recover(*m_recoverable, index);
-    if (open && !take.empty() && !m_parts.panel.recorder().restore(take))
-        m_status->setNews(m_parts.text(TextId::fileFailed));
-    showRecovery();
-}
-
-void CMainFrame::discardRecovered(std::size_t index)
-{
-    const RecoveryLine line = recoveryLine(m_recoverable->songs()[index], m_parts.text);
-    if (!m_parts.user.askBox(m_parts.text(TextId::recoveryAskDiscard).arg(line.name, line.time))) return;
-    m_recoverable->decline(index);
-    showRecovery();
-}
-
-void CMainFrame::showRecovery()
-{
-    if (m_recoverable && m_recoverable->songs().empty()) m_recoverable.reset();
-    m_recovery->setSongs(m_recoverable ? m_recoverable->songs() : std::vector<RecoverableSong>());
-    if (!m_recoverable && !focusWidget()) focusSong();
+    m_recoveries.emplace(m_parts, RecoveryControl::Places{*m_recovery, m_files, *m_status});
+    m_recoveries->onDone = [this] {
+        if (!focusWidget()) focusSong();
+    };
 }
 
 void CMainFrame::dragEnterEvent(QDragEnterEvent* event)
@@ -313,6 +261,7 @@ void CMainFrame::songLeaves()
     m_parts.panel.Stop();
     m_parts.audition.stop();
     m_notes.clear();
+    m_windows->closeChildren();
     m_windows->suspend();
 }
 
@@ -345,7 +294,7 @@ void CMainFrame::onHint(const HintObserver*, int code, CEditor*)
 {
     switch (code) {
     case hint::sysSetupChng:
-        showDevices();
+        m_devices->show();
         m_keyboard->devicesChanged();
         m_tracks->refreshRows();
         break;
@@ -389,21 +338,8 @@ void CMainFrame::showTitle()
 /// Says in the status line what came in, unless something more important stands there.
 void CMainFrame::announceSong()
 {
-    int used = 0;
-    for (int track = 1; track <= lastTrack; ++track) used += editor().GetHeadBlkPos(track) != nullptr;
-    if (used == 0 || !m_status->news().isEmpty()) return;
-    const std::uint32_t end = editor().GetTimeEnd();
-    _EDT_MEAS last;
-    editor().TimeToMeas(end > 0 ? end - 1 : 0, last);
-    m_status->setNews(m_parts.text(TextId::songLoaded)
-                          .arg(used)
-                          .arg(last.meas)
-                          .arg(utf8Text(clockText(editor().TimeToMsecond(end)))));
-}
-
-void CMainFrame::showPanelPlace()
-{
-    FrameActions::choose(m_actions.panelPlace, static_cast<int>(m_panelDock->place()));
+    const QString news = loadedNews(editor(), m_parts.text);
+    if (!news.isEmpty() && m_status->news().isEmpty()) m_status->setNews(news);
 }
 
 // Recording
@@ -431,41 +367,6 @@ void CMainFrame::armed(bool on)
 
 TrkSelection* CMainFrame::trkSelection() const { return m_tracks ? &m_tracks->selection() : nullptr; }
 
-void CMainFrame::openWindow(WindowKind kind, int track, std::uint32_t tick)
-{
-    ChildFrame* window = m_windows->show(kind, track);
-    if (!window) return;
-    window->reveal(tick);
-    window->setPosition(m_parts.panel.GetLocation(), false);
-}
-
-int CMainFrame::currentTrack() const
-{
-    const int shown = m_windows->active()->track();
-    return shown > 0 ? shown : std::max(m_tracks->currentTrack(), 1);
-}
-
-std::vector<POSITION> CMainFrame::blksToLoop() const
-{
-    std::vector<POSITION> blks;
-    for (const BlkRef& selected : m_tracks->selection().blks()) blks.push_back(selected.blk);
-    const CTrk* trk = blks.empty() ? editor().song().trk(currentTrack()) : nullptr;
-    for (CBlk* blk = trk ? trk->blocks().head() : nullptr; blk; blk = List<CBlk>::next(blk)) blks.push_back(blk);
-    return blks;
-}
-
-KeysDialog& CMainFrame::showKeys()
-{
-    if (!m_keysDialog) {
-        m_keysDialog = new KeysDialog(*m_keys, m_parts.text, this);
-        m_keysDialog->setAttribute(Qt::WA_DeleteOnClose);
-    }
-    m_keysDialog->show();
-    m_keysDialog->raise();
-    m_keysDialog->activateWindow();
-    return *m_keysDialog;
-}
-
 // The window
 
 void CMainFrame::handle(const Message& message)
@@ -474,43 +375,23 @@ void CMainFrame::handle(const Message& message)
         if (message.id == msg::recordError) m_status->setNews(m_parts.text(TextId::midiReceiveError));
         return;
     }
-    if (message.id != msg::devicesChanged) return;
-    if (m_status->busy() || m_setup.isSystemSetupShown()) {
-        QTimer::singleShot(deviceInterval, this, [this, message] { handle(message); });
-        return;
-    }
-    m_parts.app.OnDeviceChange(message.wParam);
-    showDevices();
-}
-
-void CMainFrame::showDevices() { m_status->setDevices(m_parts.deviceSentence()); }
-
-QStringList CMainFrame::portNames() const
-{
-    QStringList names;
-    for (std::size_t port = 0; port < m_parts.app.GetMidiOutPortNum(); ++port) {
-        const std::uint8_t driver = m_parts.app.GetMidiOut(static_cast<std::uint8_t>(port));
-        const std::string name = m_parts.app.GetDrvShortName(driver);
-        names << (name.empty() ? m_parts.text(TextId::noDevice) : songText(name));
-    }
-    return names;
+    if (message.id == msg::devicesChanged) m_devices->changed(message);
 }
 
 void CMainFrame::showInPlace()
 {
-    const QSize desk = screen()->size();
-    const auto place = loadPlacement(m_parts.store, PlacedWindow::main, desk.width(), desk.height());
-    if (place) {
-        setGeometry(QRect(place->left, place->top, place->right - place->left, place->bottom - place->top));
-        if (place->maximized) setWindowState(windowState() | Qt::WindowMaximized);
+    const auto stood = loadPlacement(m_parts.store, PlacedWindow::main, screen()->size());
+    if (stood) {
+        setGeometry(stood->place);
+        if (stood->maximised) setWindowState(windowState() | Qt::WindowMaximized);
     } else {
         resize(usualSize.boundedTo(screen()->availableSize()));
     }
-    m_windowCommands->restore(place.has_value());
+    m_windowCommands->restore(UserSettings(m_parts.store).opensLastWindows());
     show();
     m_panelDock->restorePlace();
-    showPanelPlace();
-    if (!m_recovery->isVisible()) m_windows->activate(*m_tracks);
+    m_choices->showPanelPlace();
+    m_windows->resume();
     announceSong();
 }
 
@@ -522,15 +403,8 @@ void CMainFrame::closeEvent(QCloseEvent* event)
         return;
     }
     m_parts.panel.Stop();
-    const QSize desk = screen()->size();
-    const QRect place = isMaximized() ? normalGeometry() : geometry();
-    savePlacement(m_parts.store, PlacedWindow::main,
-                  {.left = place.x(),
-                   .top = place.y(),
-                   .right = place.x() + place.width(),
-                   .bottom = place.y() + place.height(),
-                   .maximized = isMaximized()},
-                  desk.width(), desk.height());
+    savePlacement(m_parts.store, PlacedWindow::main, {isMaximized() ? normalGeometry() : geometry(), isMaximized()},
+                  screen()->size());
     m_panelDock->savePlace();
     m_windowCommands->save();
     m_grid.save(m_parts.store);
@@ -550,9 +424,8 @@ void CMainFrame::retranslate()
     m_edits.retranslate();
     m_windows->retranslate();
     m_windowCommands->retranslate();
-    if (m_keysDialog) m_keysDialog->retranslate();
-    m_recovery->retranslate();
-    showRecovery();
+    m_keys->retranslate();
+    m_recoveries->retranslate();
     showTitle();
 }
 

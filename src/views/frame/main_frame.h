@@ -3,27 +3,29 @@
 
 #include "base/messages.h"
 #include "core/ports/hint_observer.h"
-#include "views/commands/key_map.h"
 #include "views/editors/view_actions.h"
 #include "views/editors/view_parts.h"
 #include "views/edits/everyday_edits.h"
+#include "views/frame/device_control.h"
 #include "views/frame/file_commands.h"
 #include "views/frame/frame_actions.h"
 #include "views/frame/frame_menus.h"
 #include "views/frame/frame_parts.h"
+#include "views/frame/key_commands.h"
 #include "views/frame/keyboard_control.h"
 #include "views/frame/panel_follower.h"
+#include "views/frame/recovery_control.h"
 #include "views/frame/setup_commands.h"
 #include "views/frame/status_line.h"
 #include "views/frame/step_control.h"
 #include "views/frame/transport_commands.h"
 #include "views/frame/trk_forwards.h"
+#include "views/frame/view_choices.h"
 #include "views/frame/window_commands.h"
 #include "views/roll/grid.h"
 #include "views/roll/note_table.h"
 
 #include <QMainWindow>
-#include <QPointer>
 #include <QTimer>
 
 #include <memory>
@@ -34,7 +36,6 @@ namespace tessaro {
 class CEditor;
 class CTrackFrame;
 class EditorWindows;
-class KeysDialog;
 class PanelDock;
 class RecoveryList;
 class RecoveryPanel;
@@ -64,11 +65,9 @@ public:
     /// Shows where the song is by now, this many milliseconds after the last call.
     void followPlay(int milliseconds) { m_follower->follow(milliseconds); }
     /// Offers the songs that were not saved; nothing for an empty list.
-    void offerRecovery(std::unique_ptr<RecoveryList> songs);
+    void offerRecovery(std::unique_ptr<RecoveryList> songs) { m_recoveries->offer(std::move(songs)); }
     /// Shows name, mark and history as they are by now.
     void showState();
-    /// Opens the table of keys, or raises it.
-    KeysDialog& showKeys();
 
     [[nodiscard]] FileCommands& files() { return m_files; }
     [[nodiscard]] RecoveryPanel& recoveryPanel() const { return *m_recovery; }
@@ -84,7 +83,7 @@ public:
     [[nodiscard]] ViewActions& viewActions() { return m_view; }
     [[nodiscard]] EverydayEdits& edits() { return m_edits; }
     [[nodiscard]] FrameMenus& menus() { return *m_menus; }
-    [[nodiscard]] KeyMap& keyMap() { return *m_keys; }
+    [[nodiscard]] KeyCommands& keys() { return *m_keys; }
 
     void onHint(const HintObserver* sender, int code, CEditor* editor) override;
 
@@ -100,28 +99,18 @@ private:
     void connectActions();
     void connectWindows();
     void connectPanel();
-    void connectChoices();
+    void connectSettings();
     void connectFiles();
     void panelChanged();
     void showTitle();
     void focusSong();
-    void showDevices();
     void announceSong();
     void armed(bool on);
-    void showPanelPlace();
     void undo(bool (CEditor::*step)());
-    void openRecovered(std::size_t index);
-    void discardRecovered(std::size_t index);
-    void showRecovery();
     void retranslate();
-    void openWindow(WindowKind kind, int track, std::uint32_t tick);
-    /// That of the active window, or of the row with the focus.
-    [[nodiscard]] int currentTrack() const;
-    [[nodiscard]] std::vector<POSITION> blksToLoop() const;
     /// A take runs, or long work: the song must not be edited.
     [[nodiscard]] bool isLocked() const;
     [[nodiscard]] CEditor& editor() const;
-    [[nodiscard]] QStringList portNames() const;
 
     FrameParts m_parts;
     FrameActions m_actions;
@@ -130,12 +119,8 @@ private:
     Grid m_grid;
     const ViewParts m_viewParts;
     EverydayEdits m_edits;
-    CommandList m_commands;
-    std::optional<KeyMap> m_keys;
     FileCommands m_files;
     SetupCommands m_setup;
-    std::unique_ptr<RecoveryList> m_recoverable; ///< null when nothing is offered
-    QTimer m_deviceTimer;
     QTimer m_copyTimer; ///< for copies of unsaved work
     // Children of the window.
     TransportBar* m_bar = nullptr;
@@ -144,9 +129,12 @@ private:
     EditorWindows* m_windows = nullptr;
     StatusLine* m_status = nullptr;
     RecoveryPanel* m_recovery = nullptr;
-    QPointer<KeysDialog> m_keysDialog;
     // What works on them.
     std::optional<FrameMenus> m_menus;
+    std::optional<KeyCommands> m_keys;
+    std::optional<DeviceControl> m_devices;
+    std::optional<ViewChoices> m_choices;
+    std::optional<RecoveryControl> m_recoveries;
     std::optional<WindowCommands> m_windowCommands;
     std::optional<TransportCommands> m_transport;
     std::optional<PanelFollower> m_follower;

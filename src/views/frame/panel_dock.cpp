@@ -56,22 +56,17 @@ void PanelDock::restorePlace()
     const int place = m_store.getInt(section, placeKey, 0);
     if (place == static_cast<int>(PanelPlace::bottom)) setPlace(PanelPlace::bottom);
     if (place != static_cast<int>(PanelPlace::floating)) return;
-    const QSize desk = screen()->size();
-    const auto stood = loadPlacement(m_store, PlacedWindow::panel, desk.width(), desk.height());
+    const auto stood = loadPlacement(m_store, PlacedWindow::panel, screen()->size());
     if (!stood) return;
     setFloating(true);
-    setGeometry(stood->left, stood->top, stood->right - stood->left, stood->bottom - stood->top);
+    setGeometry(stood->place);
 }
 
 void PanelDock::savePlace() const
 {
     m_store.setInt(section, placeKey, static_cast<int>(place()));
     if (!isFloating()) return;
-    const QSize desk = screen()->size();
-    const QRect at = geometry();
-    savePlacement(m_store, PlacedWindow::panel,
-                  {.left = at.x(), .top = at.y(), .right = at.x() + at.width(), .bottom = at.y() + at.height()},
-                  desk.width(), desk.height());
+    savePlacement(m_store, PlacedWindow::panel, {.place = geometry()}, screen()->size());
 }
 
 } // namespace tessaro

@@ -7,7 +7,7 @@
 
 namespace tessaro {
 
-/// What the person chose for the windows: appearance and language, kept in the store.
+/// What the person chose for the windows: appearance, language and what the start opens, kept in the store.
 class UserSettings {
 public:
     explicit UserSettings(SettingsStore& store) : m_store(store) {}
@@ -27,6 +27,10 @@ public:
         const int number = languageNumber();
         return number == 0 ? Language::japanese : number == 1 ? Language::english : languageFromEnvironment();
     }
+
+    /// Whether the start opens the child windows of the last time.
+    [[nodiscard]] bool opensLastWindows() const { return m_store.getInt("Track", "Open Default View", 1) != 0; }
+    void setOpensLastWindows(bool opens) { m_store.setInt("Track", "Open Default View", opens ? 1 : 0); }
 
 private:
     static constexpr const char* section = "User Settings";

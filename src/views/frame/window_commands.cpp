@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/frame/window_commands.h"
 
+#include "core/edit/editor.h"
 #include "core/ports/settings_store.h"
+#include "realtime/transport/cnp_window.h"
 #include "views/editors/view_actions.h"
 #include "views/editors/view_parts.h"
 #include "views/frame/edit_tool_bar.h"
@@ -9,8 +11,12 @@
 #include "views/frame/frame_actions.h"
 #include "views/history/history_panel.h"
 #include "views/text/ui_text.h"
+#include "views/tracks/track_frame.h"
+#include "views/tracks/trk_selection.h"
 
 #include <QMenu>
+
+#include <algorithm>
 
 namespace tessaro {
 namespace {
@@ -20,8 +26,10 @@ constexpr const char* toolsKey = "Edit Tools";
 
 } // namespace
 
-WindowCommands::WindowCommands(EditorWindows& windows, const ViewParts& parts, FrameActions& actions)
+WindowCommands::WindowCommands(EditorWindows& windows, CTrackFrame& tracks, const ViewParts& parts,
+                               FrameActions& actions)
     : m_windows(windows)
+    , m_tracks(tracks)
     , m_parts(parts)
     , m_actions(actions)
     , m_history(new HistoryPanel(parts.editor, parts.text))
@@ -56,6 +64,29 @@ WindowCommands::WindowCommands(EditorWindows& windows, const ViewParts& parts, F
     retranslate();
 }
 
+void WindowCommands::show(WindowKind kind, int track, std::uint32_t tick)
+{
+    ChildFrame* window = m_windows.show(kind, track);
+    if (!window) return;
+    window->reveal(tick);
+    window->setPosition(m_parts.panel.GetLocation(), false);
+}
+
+int WindowCommands::currentTrack() const
+{
+    const int shown = m_windows.active()->track();
+    return shown > 0 ? shown : std::max(m_tracks.currentTrack(), 1);
+}
+
+std::vector<POSITION> WindowCommands::chosenBlks() const
+{
+    std::vector<POSITION> blks;
+    for (const BlkRef& selected : m_tracks.selection().blks()) blks.push_back(selected.blk);
+    const CTrk* trk = blks.empty() ? m_parts.editor.song().trk(currentTrack()) : nullptr;
+    for (CBlk* blk = trk ? trk->blocks().head() : nullptr; blk; blk = List<CBlk>::next(blk)) blks.push_back(blk);
+    return blks;
+}
+
 void WindowCommands::showSwitches()
 {
     m_actions.history.setChecked(!m_historyDock->isHidden());
@@ -73,15 +104,12 @@ void WindowCommands::refresh()
 
 void WindowCommands::fill(QMenu& menu)
 {
-    menu.clear();
-    menu.addActions({&m_actions.tile, &m_actions.tabs, &m_actions.floating, &m_actions.maximise});
-    menu.addSeparator();
-    menu.addActions({&m_actions.nextWindow, &m_actions.previousWindow, &m_actions.closeWindow});
-    menu.addSeparator();
+    qDeleteAll(std::exchange(m_listed, {}));
     int number = 0;
     for (ChildFrame* window : m_windows.windows()) {
         const QString title = window->title().replace(QLatin1Char('&'), QLatin1String("&&"));
         QAction* action = menu.addAction(++number < 10 ? QStringLiteral("&%1  %2").arg(number).arg(title) : title);
+        m_listed << action;
         action->setCheckable(true);
         action->setChecked(window == m_windows.active());
         connect(action, &QAction::triggered, this, [this, window] { m_windows.activate(*window); });
@@ -103,9 +131,9 @@ void WindowCommands::save()
     m_parts.store.setInt(section, toolsKey, m_toolBar->isHidden() ? 0 : 1);
 }
 
-void WindowCommands::restore(bool samePlaces)
+void WindowCommands::restore(bool lastWindows)
 {
-    m_windows.restoreArrangement(samePlaces);
+    if (lastWindows) m_windows.restoreArrangement();
     m_toolBar->setVisible(m_parts.store.getInt(section, toolsKey, 1) != 0);
     refresh();
 }

@@ -15,7 +15,8 @@ constexpr int absent = -3000;
 constexpr int showNormal = 1;
 constexpr int showMaximized = 3;
 
-/// The panel's has more keys. What they hold says nothing here, but one that is missing ends the restoring as well.
+/// All but the main window have more keys. What they hold says nothing here, but one that is missing ends the restoring
+/// as well.
 std::vector<std::string> furtherKeys(PlacedWindow window)
 {
     if (window == PlacedWindow::main) return {};
@@ -24,16 +25,16 @@ std::vector<std::string> furtherKeys(PlacedWindow window)
 
 std::string keyOf(PlacedWindow window, std::string_view name)
 {
-    return std::string(window == PlacedWindow::main ? "Main " : "Cnp ").append(name);
+    constexpr const char* prefixes[] = {"Main ", "Cnp ", "Trk "};
+    return std::string(prefixes[static_cast<std::size_t>(window)]).append(name);
 }
 
 } // namespace
 
-std::optional<WindowPlacement> loadPlacement(const SettingsStore& store, PlacedWindow window, int screenWidth,
-                                             int screenHeight)
+std::optional<WindowPlacement> loadPlacement(const SettingsStore& store, PlacedWindow window, const QSize& screen)
 {
     const auto value = [&](const std::string& key) { return store.getInt(section, key, absent); };
-    if (value("DeskTop Size X") != screenWidth || value("DeskTop Size Y") != screenHeight) return std::nullopt;
+    if (QSize(value("DeskTop Size X"), value("DeskTop Size Y")) != screen) return std::nullopt;
     bool whole = true;
     const auto part = [&](std::string_view name) {
         const int found = value(keyOf(window, name));
@@ -42,27 +43,24 @@ std::optional<WindowPlacement> loadPlacement(const SettingsStore& store, PlacedW
     };
     part("Flags");
     for (const std::string& key : furtherKeys(window)) part(key);
-    const WindowPlacement placement{.left = part("Rect Left"),
-                                    .top = part("Rect Top"),
-                                    .right = part("Rect Right"),
-                                    .bottom = part("Rect Bottom"),
-                                    .maximized = part("ShowCmd") == showMaximized};
+    const QPoint corner(part("Rect Left"), part("Rect Top"));
+    const QPoint end(part("Rect Right"), part("Rect Bottom")); // outside
+    const WindowPlacement placement{QRect(corner, end - QPoint(1, 1)), part("ShowCmd") == showMaximized};
     return whole ? std::optional(placement) : std::nullopt;
 }
 
-void savePlacement(SettingsStore& store, PlacedWindow window, const WindowPlacement& placement, int screenWidth,
-                   int screenHeight)
+void savePlacement(SettingsStore& store, PlacedWindow window, const WindowPlacement& placement, const QSize& screen)
 {
-    store.setInt(section, "DeskTop Size X", screenWidth);
-    store.setInt(section, "DeskTop Size Y", screenHeight);
+    store.setInt(section, "DeskTop Size X", screen.width());
+    store.setInt(section, "DeskTop Size Y", screen.height());
     const auto keep = [&](std::string_view name, int value) { store.setInt(section, keyOf(window, name), value); };
     keep("Flags", 0);
-    keep("ShowCmd", placement.maximized ? showMaximized : showNormal);
+    keep("ShowCmd", placement.maximised ? showMaximized : showNormal);
     for (const std::string& key : furtherKeys(window)) keep(key, -1);
-    keep("Rect Left", placement.left);
-    keep("Rect Top", placement.top);
-    keep("Rect Right", placement.right);
-    keep("Rect Bottom", placement.bottom);
+    keep("Rect Left", placement.place.left());
+    keep("Rect Top", placement.place.top());
+    keep("Rect Right", placement.place.right() + 1);
+    keep("Rect Bottom", placement.place.bottom() + 1);
 }
 
 } // namespace tessaro
