@@ -128,6 +128,7 @@ ViewActions::ViewActions(QWidget& window, const Icons& icons, const UiText& text
             refresh();
         });
     }
+    (*this)[ViewCommand::openEditor].setShortcuts({Qt::Key_Return, Qt::Key_Enter});
     for (const ViewCommand command :
          {ViewCommand::shadows, ViewCommand::controlStrip, ViewCommand::audition, ViewCommand::gridFree})
         (*this)[command].setCheckable(true);
