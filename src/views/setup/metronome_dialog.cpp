@@ -3,6 +3,7 @@
 
 #include "views/setup/choice_box.h"
 #include "views/text/ui_text.h"
+#include "views/widgets/port_rows.h"
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
@@ -59,8 +60,7 @@ MetronomeDialog::Sound MetronomeDialog::makeSound(int note, int velocity, const 
 
 void MetronomeDialog::layOut(const QStringList& ports, const UiText& text)
 {
-    for (int port = 0; port < ports.size(); ++port)
-        m_port->add(text(TextId::deviceNumbered).arg(port + 1).arg(ports[port]), port);
+    addPortRows(*m_port, ports);
     m_port->add(text(TextId::noDevice), noPort);
     m_port->choose(m_before.port >= 0 && m_before.port < ports.size() ? m_before.port : noPort);
 

@@ -4,6 +4,7 @@
 #include "views/setup/choice_box.h"
 #include "views/setup/driver_list_view.h"
 #include "views/text/ui_text.h"
+#include "views/widgets/port_rows.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -118,11 +119,10 @@ void CSysDevPropPage::addList(QGridLayout& layout, const QString& name, DriverLi
 /// The rows of thru are the checked outputs; the driver chosen before stays so while it is checked.
 void CSysDevPropPage::fillThru()
 {
-    const std::vector<std::int32_t> ports = m_midiOut->order().ports();
+    QStringList ports;
+    for (const std::int32_t driver : m_midiOut->order().ports()) ports << m_outNames.value(driver);
     m_thru->clear();
-    for (std::size_t port = 0; port < ports.size(); ++port)
-        m_thru->add(m_text(TextId::deviceNumbered).arg(port + 1).arg(m_outNames.value(ports[port])),
-                    static_cast<int>(port));
+    addPortRows(*m_thru, ports);
     m_thru->add(m_text(TextId::noDevice), noPort);
     m_thru->choose(m_midiOut->order().portOf(m_thruDriver).value_or(noPort));
 }
