@@ -153,6 +153,7 @@ void EditorWindows::remove(ChildDock& dock)
 void EditorWindows::closeChildren()
 {
     endMaximised();
+    const bool hadFocus = childAround(QApplication::focusWidget());
     setActive(*m_tracks);
     for (const Child& child : std::exchange(m_children, {})) {
         child.frame->onChanged = nullptr;
@@ -160,6 +161,7 @@ void EditorWindows::closeChildren()
         take(*child.dock);
         delete child.dock;
     }
+    if (hadFocus) activate(*m_tracks);
 }
 
 // The active one
