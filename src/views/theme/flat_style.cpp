@@ -12,6 +12,10 @@
 namespace tessaro {
 namespace {
 
+// Between the frame of an input and its text, beyond what the base style leaves: it stands at the same place in all.
+constexpr int lineInset = 6;
+constexpr int boxInset = 4;
+
 void drawScrollBar(const QProxyStyle& style, const QStyleOptionSlider& bar, QPainter& painter, const QWidget* widget)
 {
     const QPalette& colours = bar.palette;
@@ -91,6 +95,13 @@ void drawButton(const QStyleOption& button, QPainter& painter)
     painter.drawRoundedRect(QRectF(button.rect).adjusted(1, 1, -1, -1), 5, 5);
 }
 
+/// Whether the place to type in stands in a frame of its own.
+bool isFramed(const QStyleOption* option)
+{
+    const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    return frame && frame->lineWidth > 0;
+}
+
 } // namespace
 
 FlatStyle::FlatStyle() : QProxyStyle(QStyleFactory::create("fusion")) {}
@@ -129,7 +140,29 @@ QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                   const QWidget* widget) const
 {
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
-    return type == CT_PushButton ? size.expandedTo({contents.width() + 24, contents.height() + 10}) : size;
+    switch (type) {
+    case CT_PushButton: return size.expandedTo({contents.width() + 24, contents.height() + 10});
+    case CT_LineEdit: return isFramed(option) ? size + QSize(lineInset, 0) : size;
+    case CT_SpinBox:
+    case CT_ComboBox: return size + QSize(boxInset, 0);
+    default: return size;
+    }
+}
+
+QRect FlatStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const
+{
+    const QRect place = QProxyStyle::subElementRect(element, option, widget);
+    return element == SE_LineEditContents && isFramed(option) ? place.adjusted(lineInset, 0, 0, 0) : place;
+}
+
+QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                const QWidget* widget) const
+{
+    const QRect place = QProxyStyle::subControlRect(control, option, part, widget);
+    const auto* box = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
+    const bool isText =
+        (box && box->frame && part == SC_SpinBoxEditField) || (control == CC_ComboBox && part == SC_ComboBoxEditField);
+    return isText ? place.adjusted(boxInset, 0, 0, 0) : place;
 }
 
 void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
