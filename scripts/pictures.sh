@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# scripts/pictures.sh [folder]: pictures of every window with the example song, light and dark, in English and Japanese,
-# at scale 1 and 2, into docs/images/windows. Needs a release build (./run makes one).
+# scripts/pictures.sh [folder]: pictures of every window, panel and dialog with the example song, light and dark, in
+# English and Japanese, at scale 1 and 2, into docs/images/windows. Needs a release build (./run makes one).
 set -euo pipefail
 
 cd "$(dirname "$(realpath "${BASH_SOURCE[0]}")")/.."
@@ -10,7 +10,7 @@ song=examples/harbour-lights.mid
 mkdir -p "$out"
 
 declare -A windows=([track]=track [piano]=track,piano [drum]=track,drum [list]=list [master]=master
-    [history]=track,history [keys]=keys)
+    [history]=track,history [edits]=edits [pages]=pages [setup]=setup [keys]=keys)
 for name in "${!windows[@]}"; do
     for theme in light dark; do
         for lang in en ja; do

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/screenshot.h"
 
+#include "app/panel_pictures.h"
 #include "app/program.h"
 #include "base/manual_clock.h"
-#include "views/commands/keys_dialog.h"
 #include "views/frame/editor_windows.h"
 
 #include <QCoreApplication>
@@ -24,7 +24,6 @@ constexpr int lastTrack = 100;
 
 const QString tracksName = QStringLiteral("track");
 const QString historyName = QStringLiteral("history");
-const QString keysName = QStringLiteral("keys");
 const std::map<QString, WindowKind> kinds{{tracksName, WindowKind::track},
                                           {QStringLiteral("piano"), WindowKind::piano},
                                           {QStringLiteral("drum"), WindowKind::drum},
@@ -72,7 +71,7 @@ void play(Program& program, ManualClock& clock)
 bool knowsPictured(const QStringList& windows)
 {
     return std::ranges::all_of(
-        windows, [](const QString& name) { return kinds.contains(name) || name == historyName || name == keysName; });
+        windows, [](const QString& name) { return kinds.contains(name) || name == historyName || knowsPanels(name); });
 }
 
 bool writeScreenshot(Program& program, ManualClock& clock, const QString& file, const QStringList& windows)
@@ -83,9 +82,8 @@ bool writeScreenshot(Program& program, ManualClock& clock, const QString& file, 
     QCoreApplication::processEvents();
     play(program, clock);
     QCoreApplication::processEvents();
-    QWidget& pictured = windows.contains(keysName) ? static_cast<QWidget&>(frame.keys().show()) : frame;
-    QCoreApplication::processEvents();
-    return pictured.grab().save(file);
+    const auto panels = std::ranges::find_if(windows, knowsPanels);
+    return (panels == windows.end() ? frame.grab() : panelPicture(program, *panels)).save(file);
 }
 
 } // namespace tessaro

@@ -29,11 +29,12 @@ StartOptions readStartOptions()
                                  QStringLiteral("[song]"));
     const QCommandLineOption screenshot =
         option("screenshot", "Write a picture of the playing window and exit.", "png");
-    const QCommandLineOption windows =
-        option("windows",
-               "Windows of the picture, with commas between: track, piano, drum, list, master, history, or keys alone. "
-               "Without track the last one fills the window. QT_SCALE_FACTOR enlarges all.",
-               "list");
+    const QCommandLineOption windows = option(
+        "windows",
+        "Windows of the picture, with commas between: track, piano, drum, list, master, history; or one of edits, "
+        "pages, setup and keys for what opens over them. Without track the last one fills the window. QT_SCALE_FACTOR "
+        "enlarges all.",
+        "list");
     const QCommandLineOption theme = option("theme", "Colours: light or dark.", "theme");
     const QCommandLineOption lang = option("lang", "Language: ja or en.", "language");
     parser.addOptions({screenshot, windows, theme, lang});
