@@ -87,10 +87,13 @@ TEST_F(BlkGestures, ClicksSelect)
         {{400, 300}, Qt::ControlModifier, "1:0-1920"},
         {{400, 300}, none, ""},
     };
-    for (const Case& each : cases) {
-        EXPECT_EQ(told(click(each.at, each.keys)), "");
-        EXPECT_EQ(song.selected(), each.selected) << each.at.x();
-    }
+    for (const bool slow : {false, true}) // longer than the timer takes
+        for (const Case& each : cases) {
+            gesture.press(each.at, each.keys, EditTool::select);
+            if (slow) gesture.timeout();
+            EXPECT_EQ(told(gesture.release(each.at, each.keys)), "");
+            EXPECT_EQ(song.selected(), each.selected) << each.at.x() << slow;
+        }
 }
 
 TEST_F(BlkGestures, RubberBandSelectsWhatItMeets)
@@ -142,7 +145,7 @@ TEST_F(BlkGestures, GhostsShowWhereBlocksWouldStand)
     EXPECT_TRUE(gesture.waits()); // neither time nor way enough
     gesture.timeout();
     EXPECT_FALSE(gesture.waits());
-    gesture.move({80, 30}, none);
+    gesture.move({80, 30}, none); // from here on any way is a drag
     EXPECT_EQ(gesture.ghosts(view), (std::vector{QRect(40, 22, 320, 20), QRect(40, 22, 320, 20)})); // both at the edges
     EXPECT_TRUE(gesture.ghosts({500, 0, 100, 100}).empty());
     EXPECT_EQ(told(gesture.release({80, 30}, Qt::ControlModifier)), "copy -1920 -1"); // Ctrl as the button goes up

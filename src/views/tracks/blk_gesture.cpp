@@ -126,8 +126,8 @@ void BlkGesture::move(QPoint at, Qt::KeyboardModifiers keys)
     m_now = m_geometry.toSong(at);
     m_keys = keys;
     m_moved = m_moved || (m_now - m_from).manhattanLength() >= dragDistance;
-    if (m_state == State::waiting && m_moved)
-        timeout();
+    if ((m_state == State::waiting && m_moved) || (m_state == State::armed && m_now != m_from))
+        beginDrag();
     else if (m_state == State::banding)
         selectBand();
     else if (m_state == State::erasing)
@@ -136,7 +136,11 @@ void BlkGesture::move(QPoint at, Qt::KeyboardModifiers keys)
 
 void BlkGesture::timeout()
 {
-    if (m_state != State::waiting) return;
+    if (m_state == State::waiting) m_state = State::armed;
+}
+
+void BlkGesture::beginDrag()
+{
     take(m_lead, {});
     m_state = State::dragging;
 }
@@ -180,7 +184,8 @@ BlkOutcome BlkGesture::release(QPoint at, Qt::KeyboardModifiers keys)
             outcome = MakeLoop{m_loop.start, m_loop.end};
         }
         break;
-    case State::waiting: click(keys); break;
+    case State::waiting:
+    case State::armed: click(keys); break;
     case State::dragging:
         if (const auto dropped = drop()) outcome = *dropped;
         break;

@@ -21,11 +21,12 @@ namespace tessaro {
 /// Points in are the window's pixels, rectangles out the song's. A change of the blocks while the button is down ends
 /// it.
 ///
-/// While the button is down on a block it waits for a timer or a small distance, which make a drag of it. Dragged
-/// blocks snap to bar lines; loop, new blocks and ends of blocks to beats while Shift is down. Borrows all.
+/// While the button is down on a block it waits for a small distance, which makes a drag of it; after a while any
+/// distance does. Without one it is a click, however long it takes. Dragged blocks snap to bar lines; loop, new blocks
+/// and ends of blocks to beats while Shift is down. Borrows all.
 class BlkGesture final : public HintObserver {
 public:
-    static constexpr int clickTime = 250; ///< milliseconds from a press to a drag
+    static constexpr int clickTime = 250; ///< milliseconds from a press until any move is a drag
     static constexpr int dragDistance = 4;
     static constexpr int edgeWidth = 5; ///< of a block's end that is taken to make it longer
 
@@ -67,13 +68,26 @@ public:
     void onHint(const HintObserver* sender, int code, CEditor* editor) override;
 
 private:
-    enum class State { idle, spanning, leftHandle, rightHandle, waiting, dragging, banding, drawing, sizing, erasing };
+    enum class State {
+        idle,
+        spanning,
+        leftHandle,
+        rightHandle,
+        waiting,
+        armed, ///< waited long enough
+        dragging,
+        banding,
+        drawing,
+        sizing,
+        erasing,
+    };
 
     BlkOutcome pressRuler(int windowY);
     BlkOutcome pressRows(Qt::KeyboardModifiers keys, EditTool tool);
     void pressBlk(const BlkRef& blk, Qt::KeyboardModifiers keys, bool withAlt);
     void take(const BlkRef& blk, Qt::KeyboardModifiers keys);
     void click(Qt::KeyboardModifiers keys);
+    void beginDrag();
     void selectBand();
     void eraseAt();
     [[nodiscard]] bool isEnd(const BlkRef& blk, QPoint at) const;
