@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <random>
 
 namespace tessaro {
@@ -104,6 +105,23 @@ TEST(BlkPicture, AgreesWithAWalkAlsoWhereTheBlockIsVeryLong)
     }
 }
 
+/// Passes hints on, as the window does.
+class Hints final : public HintObserver {
+public:
+    Hints(CEditor& editor, std::function<void(int code)> tell) : m_editor(editor), m_tell(std::move(tell))
+    {
+        m_editor.addObserver(this);
+    }
+    ~Hints() override { m_editor.removeObserver(this); }
+    Hints(const Hints&) = delete;
+    Hints& operator=(const Hints&) = delete;
+    void onHint(const HintObserver*, int code, CEditor*) override { m_tell(code); }
+
+private:
+    CEditor& m_editor;
+    std::function<void(int code)> m_tell;
+};
+
 TEST(BlkPictures, AreMadeWithinABudgetAndAnewAfterAChange)
 {
     SongFixture song;
@@ -133,9 +151,47 @@ TEST(BlkPictures, AreMadeWithinABudgetAndAnewAfterAChange)
     EXPECT_EQ(second->pitches(), std::uint64_t{1} << 30 | std::uint64_t{1} << 36 | std::uint64_t{1} << 42);
     pictures.setStale(&real);
     find(60);
-    pictures.dropUnfinished();
+    song.editor.HintBlkUpdate(song.editor.GetTrkPos(2), &song.addBlock(2, 0, 100));
+    pictures.follow(hint::blkUpdate, song.editor); // events may have come from here
     find(60);
     EXPECT_TRUE(pictures.unfinished());
+}
+
+TEST(BlkPictures, GoWithTheirBlocks)
+{
+    SongFixture song;
+    CEditor& editor = song.editor;
+    CBlk& blk = song.addBlock(1, 0, 3840);
+    for (const std::uint32_t time : {0U, 1920U}) SongFixture::addNote(blk, time, 60, 100, 5);
+    const POSITION trk = editor.GetTrkPos(1);
+    BlkPictures pictures;
+    const Hints hints(editor, [&](int code) { pictures.follow(code, editor); });
+    const auto find = [&](const CRealBlk* real, std::size_t budget) {
+        pictures.begin(budget);
+        return pictures.find(*real);
+    };
+    const CRealBlk* real = blk.GetRealBlk();
+    const auto step = [&](auto&& work) {
+        EXPECT_TRUE(find(real, 10));
+        const UndoScope scope(editor, "step");
+        work();
+    };
+    step([&] { editor.BlkGhost(trk, &blk, editor.GetTrkPos(2), 0); });
+    editor.UndoNode();
+    EXPECT_TRUE(find(real, 0)) << "a ghost leaves it to the source";
+    step([&] { editor.BlkMove(trk, &blk, trk, 1920); });
+    EXPECT_TRUE(find(real, 0));
+    editor.UndoNode();
+    step([&] { editor.BlkDel(trk, &blk); });
+    EXPECT_FALSE(find(real, 0));
+    editor.UndoNode();
+    EXPECT_TRUE(find(real, 10));
+
+    step([&] { editor.BlkDiv(trk, &blk, 1920); });
+    const CRealBlk* second = editor.song().trk(1)->blocks().tail()->GetRealBlk();
+    EXPECT_TRUE(find(second, 10));
+    editor.UndoNode();
+    EXPECT_EQ(find(second, 0)->pitches(), 0U);
 }
 
 TEST(BlkShares, CountTheBlocksOfARealBlock)
@@ -143,6 +199,7 @@ TEST(BlkShares, CountTheBlocksOfARealBlock)
     SongFixture song;
     CBlk& blk = song.addBlock(1, 0, 1920);
     BlkShares shares(song.editor);
+    const Hints hints(song.editor, [&](int code) { shares.follow(code, song.editor); });
     shares.refresh();
     EXPECT_FALSE(shares.isShared(blk.GetRealBlk()));
     const POSITION trk = song.editor.GetTrkPos(1);
@@ -152,11 +209,9 @@ TEST(BlkShares, CountTheBlocksOfARealBlock)
         song.editor.BlkGhost(trk, &blk, trk2, 0);
         song.editor.BlkGhost(trk, &blk, trk2, 1920);
     }
-    shares.setStale(2);
     shares.refresh();
     EXPECT_EQ(shares.count(blk.GetRealBlk()), 3);
     song.editor.UndoNode();
-    shares.setStale(2);
     shares.refresh();
     EXPECT_EQ(shares.count(blk.GetRealBlk()), 1);
 }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/tracks/blk_pictures.h"
 
+#include "core/edit/editor.h"
+#include "core/edit/evnt_ref.h"
+
 namespace tessaro {
 
 const BlkPicture* BlkPictures::find(const CRealBlk& real)
@@ -32,9 +35,44 @@ void BlkPictures::setStale(const CRealBlk* real)
     m_lastStale = real;
 }
 
-void BlkPictures::forget(const CRealBlk* real)
+void BlkPictures::follow(int code, const CEditor& editor)
 {
-    m_entries.erase(real);
+    BlkRef at;
+    BlkRef made;
+    editor.GetHintBlkMove(at.trk, at.blk, made.trk, made.blk);
+    const auto realOf = [](POSITION blk) { return List<CBlk>::get(blk)->GetRealBlk(); };
+    switch (code) {
+    case hint::evntChng:
+    case hint::locationChng:
+    case hint::insEvnt:
+    case hint::delEvnt:
+        if (at.blk) setStale(realOf(at.blk));
+        return;
+    case hint::blkDiv:
+        forget(*List<CBlk>::get(made.blk));
+        setStale(realOf(at.blk));
+        break;
+    case hint::blkMerge: setStale(realOf(made.blk)); break;
+    case hint::blkNew:
+    case hint::blkDel:
+    case hint::blkApp:
+    case hint::addBlk:
+    case hint::blkReal:
+        if (at.blk) forget(*List<CBlk>::get(at.blk));
+        break;
+    case hint::blkUpdate:
+        if (at.blk) setStale(realOf(at.blk));
+        break;
+    default: return;
+    }
+    ++m_generation;
+}
+
+/// A ghost leaves the picture to its source.
+void BlkPictures::forget(const CBlk& blk)
+{
+    if (blk.GetType() == blktype::ghost) return;
+    m_entries.erase(blk.GetRealBlk());
     m_lastStale = nullptr;
 }
 

@@ -2,10 +2,44 @@
 #include "views/tracks/blk_shares.h"
 
 #include "core/edit/editor.h"
+#include "core/edit/evnt_ref.h"
 
 #include <utility>
 
 namespace tessaro {
+
+bool BlkShares::follow(int code, const CEditor& editor)
+{
+    switch (code) {
+    case hint::blkNew:
+    case hint::blkMove:
+    case hint::blkDel:
+    case hint::blkApp:
+    case hint::blkDiv:
+    case hint::blkMerge:
+    case hint::addBlk:
+    case hint::blkReal:
+    case hint::blkUpdate: break;
+    case hint::trkArrange: setAllStale(); return true;
+    default: return false;
+    }
+    BlkRef from;
+    BlkRef to;
+    editor.GetHintBlkMove(from.trk, from.blk, to.trk, to.blk);
+    setStale(from.trk);
+    if (to.trk) setStale(to.trk);
+    return true;
+}
+
+void BlkShares::setStale(POSITION trk)
+{
+    if (!trk) {
+        setAllStale();
+        return;
+    }
+    m_stale.at(static_cast<std::size_t>(Song::numberOf(trk))) = true;
+    m_anyStale = true;
+}
 
 void BlkShares::refresh()
 {

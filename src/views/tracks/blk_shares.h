@@ -17,11 +17,8 @@ class BlkShares {
 public:
     explicit BlkShares(const CEditor& editor) : m_editor(editor) { setAllStale(); }
 
-    void setStale(int track)
-    {
-        m_stale.at(static_cast<std::size_t>(track)) = true;
-        m_anyStale = true;
-    }
+    /// A hint of the editor; false for one that changes no count.
+    bool follow(int code, const CEditor& editor);
     void setAllStale()
     {
         m_stale.fill(true);
@@ -34,7 +31,6 @@ public:
         const auto at = m_counts.find(real);
         return at != m_counts.end() && at->second > 1;
     }
-    [[nodiscard]] bool isShown(const CRealBlk* real) const { return m_counts.contains(real); }
     [[nodiscard]] int count(const CRealBlk* real) const
     {
         const auto at = m_counts.find(real);
@@ -44,6 +40,7 @@ public:
     [[nodiscard]] bool empty() const { return m_counts.empty(); }
 
 private:
+    void setStale(POSITION trk);
     void count(std::size_t track);
 
     const CEditor& m_editor;

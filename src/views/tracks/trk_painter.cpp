@@ -376,55 +376,10 @@ void TrkPainter::paintPosition(QPainter& painter, const Look& look) const
 
 // Changes
 
-void TrkPainter::follow(int code, CEditor& editor)
+void TrkPainter::follow(int code, const CEditor& editor)
 {
-    POSITION trk = nullptr;
-    POSITION blk = nullptr;
-    POSITION trk2 = nullptr;
-    POSITION blk2 = nullptr;
-    switch (code) {
-    case hint::evntChng:
-    case hint::locationChng:
-    case hint::insEvnt:
-    case hint::delEvnt:
-        editor.GetHint(trk, blk);
-        if (blk) m_pictures.setStale(List<CBlk>::get(blk)->GetRealBlk());
-        break;
-    case hint::blkMove: // with its events
-        editor.GetHintBlkMove(trk, blk, trk2, blk2);
-        blksChanged(trk, nullptr);
-        blksChanged(trk2, nullptr);
-        break;
-    case hint::blkDiv:
-    case hint::blkMerge:
-        editor.GetHintBlkDiv(trk, blk, trk2, blk2);
-        blksChanged(trk, blk);
-        blksChanged(trk2, blk2);
-        break;
-    case hint::blkNew:
-    case hint::blkDel:
-    case hint::blkApp:
-    case hint::addBlk:
-    case hint::blkReal:
-    case hint::blkReSize:
-    case hint::blkUpdate:
-        editor.GetHint(trk, blk);
-        blksChanged(trk, blk);
-        break;
-    case hint::trkArrange: m_shares.setAllStale(); break;
-    default: break;
-    }
-}
-
-void TrkPainter::blksChanged(POSITION trk, POSITION blk)
-{
-    m_pictures.dropUnfinished();
-    if (blk) m_pictures.setStale(List<CBlk>::get(blk)->GetRealBlk());
-    if (trk)
-        m_shares.setStale(Song::numberOf(trk));
-    else
-        m_shares.setAllStale();
-    m_siblingsStale = true;
+    m_pictures.follow(code, editor);
+    if (m_shares.follow(code, editor)) m_siblingsStale = true;
 }
 
 void TrkPainter::songReplaced()

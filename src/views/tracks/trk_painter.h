@@ -72,7 +72,7 @@ public:
     [[nodiscard]] bool unfinished() const { return m_pictures.unfinished(); }
 
     /// A hint of the editor: constant time for events.
-    void follow(int code, CEditor& editor);
+    void follow(int code, const CEditor& editor);
     void songReplaced();
     void selectionChanged() { m_siblingsStale = true; }
     /// How many blocks show the events of this one.
@@ -116,7 +116,6 @@ private:
     void paintPosition(QPainter& painter, const Look& look) const;
     void refreshSiblings();
     [[nodiscard]] QColor colourOf(int track, const Look& look) const;
-    void blksChanged(POSITION trk, POSITION blk);
 
     Parts m_parts;
     BlkPictures m_pictures;
