@@ -113,6 +113,7 @@ TEST_F(BlkCommandsTest, NewGoneAndResized)
     EXPECT_TRUE(song.commands.change(b, {"new", 1920, 5760, 1}));
     EXPECT_EQ(List<CBlk>::get(b.blk)->GetName(), "new");
     EXPECT_EQ(song.editor.GetUndoRedoIndex(), -1); // names have no undo
+    EXPECT_EQ(song.editor.GetUndoRedoCount(), 1);  // and leave what can be redone
 
     const BlkRef ghost = song.addGhost(b, 3, 0);
     song.select({b, ghost, c});
@@ -148,6 +149,22 @@ TEST_F(BlkCommandsTest, DivideAndUniteLeaveGhostsOut)
     song.select({ofA});
     expectDone(TextId::undoBlockRealize, "1:0-1920 1:1920-5760 2:1920-3840 2:5760-7680 3:1920-5760g", "2:5760-7680",
                [&] { return song.commands.realise(); });
+}
+
+TEST_F(BlkCommandsTest, LongRunsOfSeveralTracksBecomeABlockEach)
+{
+    const BlkRef overlapping = song.add(1, 1920, 2400, 70); // begins where b does; selected before it
+    const BlkRef last = song.add(1, 9600, 11520, 71);
+    const BlkRef other = song.add(2, 5760, 7680, 72);
+    song.add(3, 0, 1920, 73);
+    song.select({last, other, overlapping, b, c, a});
+    expectDone(TextId::undoBlockJoin, "1:0-11520 2:1920-7680 3:0-1920", "2:1920-7680 1:0-11520",
+               [&] { return song.commands.link(); });
+    song.editor.RedoNode();
+    std::string keys;
+    for (const CEvnt* e = List<CBlk>::get(a.blk)->GetRealBlk()->events().head(); e; e = List<CEvnt>::next(e))
+        keys += std::to_string(e->GetTime()) + ":" + std::to_string(e->GetPost1()) + " ";
+    EXPECT_EQ(keys, "0:60 1920:70 1920:61 9600:71 ");
 }
 
 TEST_F(BlkCommandsTest, FindSourcesAndSiblings)

@@ -266,9 +266,9 @@ bool BlkCommands::change(const BlkRef& blk, const BlkProperties& properties)
     const bool moves = trk2 != blk.trk || properties.top != blkOf(blk).GetTimeTop();
     const bool sizes =
         !isGhost(blk) && properties.end - properties.top != blkOf(blk).GetTimeEnd() - blkOf(blk).GetTimeTop();
-    const bool renamed = rename(blk, properties.name);
-    if (!moves && !sizes) return renamed;
+    if (!moves && !sizes) return rename(blk, properties.name); // which no step holds
     return step(moves ? TextId::undoBlockMove : TextId::undoBlockResize, [&] {
+        rename(blk, properties.name);
         BlkRef now{trk2, blk.blk};
         if (moves && !m_editor.BlkMove(blk.trk, blk.blk, trk2, properties.top, &now.blk)) {
             note(TextId::blockTypeDiffers);
@@ -318,8 +318,8 @@ bool BlkCommands::join(TextId title, std::vector<BlkRef> blks)
                 if (isGhost(ref)) m_editor.BlkRealize(ref.trk, ref.blk);
         bool any = false;
         for (const auto& run : runs)
-            for (auto last = run.rbegin(); std::next(last) != run.rend(); ++last)
-                any = m_editor.BlkApp(last->trk, last->blk, last->trk, std::next(last)->blk) || any;
+            for (std::size_t later = 1; later < run.size(); ++later)
+                any = m_editor.BlkApp(run[later].trk, run[later].blk, run[0].trk, run[0].blk) || any;
         return any;
     });
 }

@@ -64,7 +64,8 @@ public:
     /// At the bar line next to the tick, the blocks that reach over it. Ghosts are left out with a note, here and in
     /// `link`.
     bool divide(std::uint32_t time);
-    /// Of each track, every block goes into the one before.
+    /// Of each track, every block goes into the first: only a later block can go into an earlier one, which it makes
+    /// longer, while events before a block's top have no place in it.
     bool link();
     bool linkNext(const BlkRef& blk);
     /// The same with ghosts, which become real first.

@@ -28,6 +28,7 @@ CTrkBlkPropPage::CTrkBlkPropPage(CEditor& editor, BlkCommands& commands, const U
     m_name->selectAll();
     m_top->setTick(blk.GetTimeTop());
     m_end->setTick(blk.GetTimeEnd());
+    m_end->setEnabled(blk.GetType() == blktype::real); // a ghost is as long as its source
     m_track->setRange(1, trackCount - 1);
     m_track->setValue(Song::numberOf(ref.trk));
     // The length stays when the block is put elsewhere.
