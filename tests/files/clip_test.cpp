@@ -231,7 +231,7 @@ TEST(ClipPaste, LeavesOutWhatTheTrackDoesNotTake)
     const std::uint32_t reals = to.editor.GetRealBlkCount();
     ASSERT_TRUE(to.paste(image, 5, 960));
     EXPECT_EQ((std::vector<int>{7}), to.placedTracks());
-    EXPECT_EQ((std::vector<int>{2903}), to.user.messages);
+    EXPECT_EQ((std::vector<int>{2903, 2903}), to.user.messages) << "one for each";
     EXPECT_EQ(reals + 1, to.editor.GetRealBlkCount());
 }
 

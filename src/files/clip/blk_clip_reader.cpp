@@ -22,13 +22,14 @@ void BlkClipReader::DropReal::operator()(CRealBlk* real) const { editor->song().
 bool BlkClipReader::ClipPaste_blk(std::uint32_t time, int track)
 {
     if (!ChkTr9i() || !readBlks() || !LoadScr()) return false;
-    bool all = true;
+    int strange = 0;
     {
         const UndoPart step(m_editor, std::string(m_strings(TextId::undoBlockPaste)));
         if (!step) return false;
-        for (Blk& blk : m_blks) all = SetClipTrkInfo(time, track, blk) && all;
+        for (Blk& blk : m_blks)
+            if (!SetClipTrkInfo(time, track, blk)) ++strange;
     }
-    if (!all) m_editor.user().message(TextId::blockTypeDiffers, MessageKind::warning);
+    for (; strange > 0; --strange) m_editor.user().message(TextId::blockTypeDiffers, MessageKind::warning);
     return true;
 }
 
@@ -98,7 +99,11 @@ bool BlkClipReader::SetClipTrkInfo(std::uint32_t time, int track, Blk& blk)
     const std::uint32_t top = tick::shifted(time, std::int64_t{blk.form.top} - first.form.top);
     const std::uint32_t end = tick::later(top, blk.form.end - blk.form.top);
     const POSITION made = m_editor.BlkPasteNoHint(trk, top, end, blk.real.get());
-    if (!made) return false;
+    if (!made) {
+        List<CTrk>::get(trk)->SetType(present);
+        return true;
+    }
+    if (present == trktype::unused) m_editor.flags().trkTypeChanged = true;
     static_cast<void>(blk.real.release());
     List<CBlk>::get(made)->SetName(std::move(blk.form.name));
     m_editor.HintBlkNew(trk, made);

@@ -31,8 +31,9 @@ public:
 
     /// Places the blocks in a step of its own, the first with its top at `time`. On track 0 each goes to the track it
     /// came from, otherwise the first goes to the track and the others keep their distance to it, within 1 to 100. A
-    /// track takes blocks of its type, and any when it has none; the blocks that find no place are left out, which is
-    /// told behind the step. False, and nothing changed, when the image is broken or the step cannot be opened.
+    /// track takes blocks of its type, and any when it has none; the blocks of another type are left out, each of
+    /// which is told behind the step. False, and nothing changed, when the image is broken or the step cannot be
+    /// opened.
     bool ClipPaste_blk(std::uint32_t time, int track);
     /// The blocks that have come in.
     [[nodiscard]] const std::vector<BlkRef>& placed() const noexcept { return m_placed; }
@@ -57,6 +58,7 @@ private:
     bool readBlks();
     bool readTrkInfo(Blk& blk);
     bool LoadScr();
+    /// False when the track takes no block of this type.
     bool SetClipTrkInfo(std::uint32_t time, int track, Blk& blk);
 
     CEditor& m_editor;
