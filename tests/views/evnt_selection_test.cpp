@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/edit/undo_scope.h"
+#include "core/model/meta.h"
 #include "roll_song.h"
 #include "support/random.h"
+
+#include <functional>
 
 namespace tessaro {
 namespace {
@@ -40,34 +43,134 @@ TEST(EvntSelection, IsInTheOrderOfTheSong)
     EXPECT_EQ(song.selection.inOrder(), (std::vector{b, c, d, linked}));
 }
 
-TEST(EvntSelection, FollowsTheSong)
+/// Two notes on track 1 over 0 and 480, one on track 2, all selected; the block of track 1 is linked at 3840, where
+/// its first note is selected again.
+struct FollowedSong : RollSong {
+    SelectionFollower follower{*this};
+    BlkRef blk = addBlk(1, 0, 1920);
+    BlkRef other = addBlk(2, 0, 1920);
+    EvntRef a = addNote(blk, 0, 10, 60);
+    EvntRef b = addNote(blk, 480, 10, 61);
+    EvntRef c = addNote(other, 0, 10, 62);
+    BlkRef link = addGhost(blk, 3, 3840);
+    EvntRef linked{link.trk, link.blk, a.evnt};
+
+    FollowedSong() { selection.set(std::vector{a, b, c, linked}); }
+    template <class Edit>
+    void step(Edit&& edit)
+    {
+        const UndoScope open(editor, "step");
+        edit();
+    }
+};
+
+TEST(EvntSelection, LosesWhatLeavesTheSong)
+{
+    using Song = FollowedSong;
+    using Refs = std::vector<EvntRef>;
+    struct Case {
+        const char* name;
+        std::function<void(Song&)> edit;
+        std::function<Refs(Song&)> left;
+    };
+    const std::vector<Case> cases{
+        {"event", [](Song& s) { s.editor.DeleteEvnt(s.blk.trk, s.blk.blk, s.a.evnt); },
+         [](Song& s) {
+             return Refs{s.c, s.b};
+         }},
+        {"block with its links", [](Song& s) { s.user.answer = true, s.editor.BlkDel(s.blk.trk, s.blk.blk); },
+         [](Song& s) { return Refs{s.c}; }},
+        {"link", [](Song& s) { s.editor.BlkDel(s.link.trk, s.link.blk); },
+         [](Song& s) {
+             return Refs{s.a, s.c, s.b};
+         }},
+        {"link made real", [](Song& s) { s.editor.BlkRealize(s.link.trk, s.link.blk); },
+         [](Song& s) {
+             return Refs{s.a, s.c, s.b};
+         }},
+        {"division", [](Song& s) { s.editor.BlkDiv(s.blk.trk, s.blk.blk, 480); }, [](Song& s) { return Refs{s.c}; }},
+        {"joint", [](Song& s) { s.editor.BlkApp(s.other.trk, s.other.blk, s.blk.trk, s.blk.blk); },
+         [](Song& s) {
+             return Refs{s.a, s.b, s.linked};
+         }},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        FollowedSong song;
+        song.step([&] { c.edit(song); });
+        EXPECT_EQ(song.selection.inOrder(), c.left(song));
+        EXPECT_GT(song.follower.changes, 0);
+        song.editor.UndoNode();
+        for (const EvntRef& ref : song.selection.inOrder()) EXPECT_TRUE(song.holds(ref));
+        song.selection.set(std::vector{song.a, song.b, song.c, song.linked});
+        song.editor.RedoNode();
+        for (const EvntRef& ref : song.selection.inOrder()) EXPECT_TRUE(song.holds(ref));
+    }
+}
+
+TEST(EvntSelection, GoesAlongWithBlocksThatMove)
+{
+    FollowedSong song;
+    POSITION moved = nullptr;
+    song.step([&] { song.editor.BlkMove(song.blk.trk, song.blk.blk, song.other.trk, 1920, &moved); });
+    const EvntRef a{song.other.trk, moved, song.a.evnt};
+    const EvntRef b{song.other.trk, moved, song.b.evnt};
+    EXPECT_EQ(song.selection.inOrder(), (std::vector{song.c, a, b, song.linked}));
+    song.step([&] { song.editor.SetLocation(a.trk, a.blk, a.evnt, 3000); });
+    EXPECT_EQ(song.selection.inOrder(), (std::vector{song.c, b, a, song.linked}));
+    song.editor.UndoNode(2);
+    EXPECT_EQ(song.selection.inOrder(), (std::vector{song.a, song.c, song.b, song.linked}));
+    song.editor.RedoNode();
+    EXPECT_EQ(song.selection.inOrder(), (std::vector{song.c, a, b, song.linked}));
+    EXPECT_EQ(song.follower.changes, 3);
+}
+
+/// A signature that changes makes those behind it anew; outside of a step the old ones are freed.
+TEST(EvntSelection, LosesSignaturesThatAreMadeAnew)
 {
     RollSong song;
     SelectionFollower follower(song);
-    const BlkRef blk = song.addBlk(1, 0, 1920);
-    const BlkRef other = song.addBlk(2, 0, 1920);
-    const EvntRef a = song.addNote(blk, 0, 10, 60);
-    const EvntRef b = song.addNote(blk, 480, 10, 61);
-    const EvntRef c = song.addNote(other, 0, 10, 62);
-    song.selection.set(std::vector{a, b, c});
-
-    song.commands.remove({&a, 1});
-    EXPECT_EQ(song.selection.inOrder(), (std::vector{c, b}));
-    POSITION moved = nullptr;
+    const BlkRef master{song.editor.GetTrkPos(0), song.editor.song().masterBlk()};
+    const auto signature = [](std::uint32_t time, std::uint8_t beats) {
+        static std::uint8_t body[4] = {0, 2, 24, 8};
+        body[0] = beats;
+        _EDT_EVNT rec;
+        rec.status = status::metaEvent;
+        rec.metaType = meta::timeSignature;
+        rec.time = time;
+        rec.data = body;
+        rec.szData = 4;
+        return rec;
+    };
+    const EvntRef first{master.trk, master.blk, song.editor.GetHeadEvntPos(master.trk, master.blk)};
+    RollSong::add(master, signature(1920, 3));
+    RollSong::add(master, signature(1920 + 1440, 5));
+    song.editor.InitMeasInfo();
+    const auto selectAll = [&] {
+        for (CEvnt* e = song.editor.song().masterReal()->events().head(); e; e = List<CEvnt>::next(e))
+            song.selection.add({master.trk, master.blk, e});
+        return song.selection.count();
+    };
+    const auto expectAlive = [&] {
+        const std::vector<EvntRef> refs = song.selection.inOrder();
+        EXPECT_TRUE(std::ranges::all_of(refs, RollSong::holds));
+        EXPECT_EQ(refs.size(), 2U) << "the first signature and the tempo";
+    };
+    EXPECT_EQ(selectAll(), 4U);
     {
-        const UndoScope step(song.editor, "move");
-        song.editor.BlkMove(blk.trk, blk.blk, other.trk, 1920, &moved);
+        const UndoScope step(song.editor, "step");
+        song.editor.SetEvnt(first.trk, first.blk, first.evnt, signature(0, 2));
     }
-    EXPECT_EQ(song.selected(), "0+10 62/100, 2400+10 61/100");
-    EXPECT_TRUE(song.selection.contains({other.trk, moved, b.evnt}));
+    expectAlive();
+    EXPECT_EQ(selectAll(), 4U);
     song.editor.UndoNode();
-    EXPECT_TRUE(song.selection.contains(b));
-    {
-        const UndoScope step(song.editor, "delete");
-        song.editor.BlkDel(blk.trk, blk.blk);
-    }
-    EXPECT_EQ(song.selection.inOrder(), std::vector{c});
-    EXPECT_EQ(follower.changes, 4);
+    expectAlive();
+    EXPECT_EQ(selectAll(), 4U);
+    song.editor.RedoNode();
+    expectAlive();
+    EXPECT_EQ(selectAll(), 4U);
+    song.editor.SetEvnt(first.trk, first.blk, first.evnt, signature(0, 6));
+    expectAlive();
 }
 
 /// Whatever is edited, what is selected stands in the song.
@@ -102,10 +205,8 @@ TEST(EvntSelection, NeverNamesWhatIsGone)
             case 5: song.editor.BlkRealize(trk, blk); break;
             }
             if (song.editor.song().trk(1)->GetCount() < 2) song.addBlk(1, 0, 1920);
-            for (const EvntRef& ref : song.selection.inOrder()) {
-                ASSERT_TRUE(List<CTrk>::get(ref.trk)->Find(List<CBlk>::get(ref.blk))) << seed << ' ' << edit;
-                ASSERT_TRUE(List<CBlk>::get(ref.blk)->GetRealBlk()->Find(List<CEvnt>::get(ref.evnt)));
-            }
+            for (const EvntRef& ref : song.selection.inOrder())
+                ASSERT_TRUE(RollSong::holds(ref)) << seed << ' ' << edit;
         }
     }
 }

@@ -53,6 +53,12 @@ struct RollSong : test::EditorBench {
         return add(blk, rec);
     }
 
+    /// Whether the event, its block and its track stand where the reference says.
+    [[nodiscard]] static bool holds(const EvntRef& ref)
+    {
+        return List<CTrk>::get(ref.trk)->Find(List<CBlk>::get(ref.blk))
+            && List<CBlk>::get(ref.blk)->GetRealBlk()->Find(List<CEvnt>::get(ref.evnt));
+    }
     static std::string text(const EvntRef& ref)
     {
         const _EDT_EVNT rec = NoteCommands::record(ref);

@@ -35,38 +35,30 @@ void sortRun(std::span<Placed> run)
 
 } // namespace
 
-EvntSelection::Refs::const_iterator EvntSelection::find(const EvntRef& ref) const
+bool EvntSelection::contains(const EvntRef& ref) const
 {
-    auto [at, end] = m_refs.equal_range(ref.evnt);
-    while (at != end && at->second.blk != ref.blk) ++at;
-    return at == end ? m_refs.end() : at;
+    const auto part = m_parts.find(ref.blk);
+    return part != m_parts.end() && part->second.evnts.contains(ref.evnt);
 }
-
-EvntSelection::Refs::const_iterator EvntSelection::erase(Refs::const_iterator at)
-{
-    const auto count = m_counts.find(at->second.blk);
-    if (--count->second == 0) m_counts.erase(count);
-    return m_refs.erase(at);
-}
-
-bool EvntSelection::contains(const EvntRef& ref) const { return find(ref) != m_refs.end(); }
 
 void EvntSelection::add(const EvntRef& ref)
 {
-    if (contains(ref)) return;
-    m_refs.emplace(ref.evnt, BlkRef{ref.trk, ref.blk});
-    ++m_counts[ref.blk];
+    Part& part = m_parts[ref.blk];
+    part.trk = ref.trk;
+    if (part.evnts.insert(ref.evnt).second) m_blks.emplace(ref.evnt, ref.blk);
 }
 
 void EvntSelection::remove(const EvntRef& ref)
 {
-    if (const auto at = find(ref); at != m_refs.end()) erase(at);
+    if (!contains(ref)) return;
+    leavePart(ref.blk, ref.evnt);
+    m_blks.erase(find(ref.evnt, ref.blk));
 }
 
 void EvntSelection::toggle(const EvntRef& ref)
 {
-    if (const auto at = find(ref); at != m_refs.end())
-        erase(at);
+    if (contains(ref))
+        remove(ref);
     else
         add(ref);
 }
@@ -74,26 +66,28 @@ void EvntSelection::toggle(const EvntRef& ref)
 void EvntSelection::set(std::span<const EvntRef> refs)
 {
     clear();
-    m_refs.reserve(refs.size());
+    m_blks.reserve(refs.size());
     for (const EvntRef& ref : refs) add(ref);
 }
 
 void EvntSelection::clear()
 {
-    m_refs.clear();
-    m_counts.clear();
+    m_blks.clear();
+    m_parts.clear();
 }
 
 std::vector<EvntRef> EvntSelection::inOrder() const
 {
     std::unordered_map<POSITION, int> numbers;
     std::vector<Placed> placed;
-    placed.reserve(m_refs.size());
-    for (const auto& [evnt, at] : m_refs) {
-        const auto [number, isNew] = numbers.try_emplace(at.trk, 0);
-        if (isNew) number->second = Song::numberOf(at.trk);
-        const EvntRef ref{at.trk, at.blk, evnt};
-        placed.push_back({timeOf(ref), number->second, at.blk, ref});
+    placed.reserve(count());
+    for (const auto& [blk, part] : m_parts) {
+        const auto [number, isNew] = numbers.try_emplace(part.trk, 0);
+        if (isNew) number->second = Song::numberOf(part.trk);
+        for (const POSITION evnt : part.evnts) {
+            const EvntRef ref{part.trk, blk, evnt};
+            placed.push_back({timeOf(ref), number->second, blk, ref});
+        }
     }
     const auto key = [](const Placed& p) { return std::tuple(p.time, p.track, p.blk); };
     std::ranges::sort(placed, {}, key);
@@ -110,34 +104,59 @@ std::vector<EvntRef> EvntSelection::inOrder() const
 
 bool EvntSelection::follow(int code, const CEditor& editor)
 {
-    if (m_refs.empty()) return false;
-    BlkRef blk;
-    BlkRef other;
-    POSITION evnt = nullptr;
+    if (empty()) return false;
+    EvntRef at;
+    BlkRef to;
     switch (code) {
-    case hint::delEvnt: editor.GetHint(blk.trk, blk.blk, evnt); return dropEvnt(evnt);
-    case hint::blkMove: editor.GetHintBlkMove(blk.trk, blk.blk, other.trk, other.blk); return moveBlk(blk.blk, other);
+    case hint::delEvnt: editor.GetHint(at.trk, at.blk, at.evnt); return dropEvnt(at.evnt);
+    case hint::tsChng: editor.GetHint(at.trk, at.blk); return dropGone(at.blk);
+    case hint::blkMove: editor.GetHintBlkMove(at.trk, at.blk, to.trk, to.blk); return moveBlk(at.blk, to);
     case hint::blkDel:
     case hint::blkApp:
-    case hint::blkReal: editor.GetHint(blk.trk, blk.blk); return dropBlk(blk.blk);
+    case hint::blkReal: editor.GetHint(at.trk, at.blk); return dropBlk(at.blk);
     case hint::blkDiv:
-    case hint::blkUpdate: editor.GetHint(blk.trk, blk.blk); return dropLinked(blk.blk);
+    case hint::blkUpdate: editor.GetHint(at.trk, at.blk); return dropLinked(at.blk);
     default: return false;
     }
 }
 
+EvntSelection::Blks::iterator EvntSelection::find(POSITION evnt, POSITION blk)
+{
+    auto at = m_blks.equal_range(evnt).first;
+    while (at->second != blk) ++at;
+    return at;
+}
+
+void EvntSelection::leavePart(POSITION blk, POSITION evnt)
+{
+    const auto part = m_parts.find(blk);
+    part->second.evnts.erase(evnt);
+    if (part->second.evnts.empty()) m_parts.erase(part);
+}
+
 bool EvntSelection::dropEvnt(POSITION evnt)
 {
-    auto [at, end] = m_refs.equal_range(evnt);
-    if (at == end) return false;
-    for (Refs::const_iterator each = at; each != Refs::const_iterator(end);) each = erase(each);
-    return true;
+    const auto [first, end] = m_blks.equal_range(evnt);
+    for (auto at = first; at != end; ++at) leavePart(at->second, evnt);
+    return m_blks.erase(evnt) != 0;
+}
+
+/// Signatures have given way to copies at other times; they are parked, or freed.
+bool EvntSelection::dropGone(POSITION blk)
+{
+    const auto part = m_parts.find(blk);
+    if (part == m_parts.end()) return false;
+    std::unordered_set<POSITION> gone = part->second.evnts;
+    for (CEvnt* e = List<CBlk>::get(blk)->GetRealBlk()->events().head(); e; e = List<CEvnt>::next(e)) gone.erase(e);
+    for (const POSITION evnt : gone) dropEvnt(evnt);
+    return !gone.empty();
 }
 
 bool EvntSelection::dropBlk(POSITION blk)
 {
-    if (!m_counts.erase(blk)) return false;
-    std::erase_if(m_refs, [&](const auto& ref) { return ref.second.blk == blk; });
+    const auto part = m_parts.extract(blk);
+    if (!part) return false;
+    for (const POSITION evnt : part.mapped().evnts) m_blks.erase(find(evnt, blk));
     return true;
 }
 
@@ -146,7 +165,7 @@ bool EvntSelection::dropLinked(POSITION blk)
 {
     const auto realOf = [](POSITION pos) { return List<CBlk>::get(pos)->GetRealBlk(); };
     std::vector<POSITION> linked;
-    for (const auto& [other, count] : m_counts)
+    for (const auto& [other, part] : m_parts)
         if (realOf(other) == realOf(blk)) linked.push_back(other);
     for (const POSITION other : linked) dropBlk(other);
     return !linked.empty();
@@ -154,12 +173,12 @@ bool EvntSelection::dropLinked(POSITION blk)
 
 bool EvntSelection::moveBlk(POSITION blk, const BlkRef& to)
 {
-    auto counts = m_counts.extract(blk);
-    if (counts.empty()) return false;
-    counts.key() = to.blk;
-    m_counts.insert(std::move(counts));
-    for (auto& ref : m_refs)
-        if (ref.second.blk == blk) ref.second = to;
+    auto part = m_parts.extract(blk);
+    if (!part) return false;
+    part.mapped().trk = to.trk;
+    for (const POSITION evnt : part.mapped().evnts) find(evnt, blk)->second = to.blk;
+    part.key() = to.blk;
+    m_parts.insert(std::move(part));
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <span>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace tessaro {
@@ -13,12 +14,13 @@ namespace tessaro {
 class CEditor;
 
 /// The events that are selected in one window. Questions take constant time. It keeps itself true by the editor's
-/// hints: events and blocks that leave the song leave it, a block that moves takes its events along.
+/// hints: events and blocks that leave the song leave it, a block that moves takes its events along. A hint costs what
+/// it touches.
 class EvntSelection {
 public:
     [[nodiscard]] bool contains(const EvntRef& ref) const;
-    [[nodiscard]] bool empty() const { return m_refs.empty(); }
-    [[nodiscard]] std::size_t count() const { return m_refs.size(); }
+    [[nodiscard]] bool empty() const { return m_blks.empty(); }
+    [[nodiscard]] std::size_t count() const { return m_blks.size(); }
 
     /// Nothing for what is selected already.
     void add(const EvntRef& ref);
@@ -35,18 +37,24 @@ public:
     bool follow(int code, const CEditor& editor);
 
 private:
-    /// An event may be selected in several blocks that are linked.
-    using Refs = std::unordered_multimap<POSITION, BlkRef>;
+    /// What is selected of one block.
+    struct Part {
+        POSITION trk = nullptr;
+        std::unordered_set<POSITION> evnts{};
+    };
 
-    [[nodiscard]] Refs::const_iterator find(const EvntRef& ref) const;
-    Refs::const_iterator erase(Refs::const_iterator at);
+    using Blks = std::unordered_multimap<POSITION, POSITION>;
+
+    [[nodiscard]] Blks::iterator find(POSITION evnt, POSITION blk);
+    void leavePart(POSITION blk, POSITION evnt);
     bool dropEvnt(POSITION evnt);
+    bool dropGone(POSITION blk);
     bool dropBlk(POSITION blk);
     bool dropLinked(POSITION blk);
     bool moveBlk(POSITION blk, const BlkRef& to);
 
-    Refs m_refs;                                        ///< by event
-    std::unordered_map<POSITION, std::size_t> m_counts; ///< of events by block
+    std::unordered_map<POSITION, Part> m_parts; ///< by block; none is empty
+    Blks m_blks;                                ///< by event; it may be selected in several that are linked
 };
 
 } // namespace tessaro
