@@ -66,8 +66,15 @@ POSITION insert(CEditor& editor, const BlkRef& into, const _EDT_EVNT& rec)
     POSITION evnt = nullptr;
     if (!editor.InsEvnt(into.trk, into.blk, rec, evnt)) return nullptr;
     editor.history().SetUndoEvntIns(into.trk, into.blk, evnt);
-    editor.ChkBlkReSize(into.trk, into.blk, evnt);
     return evnt;
+}
+
+/// For the event that reaches farthest.
+void grow(CEditor& editor, std::span<const EvntRef> made)
+{
+    const auto endOf = [](const EvntRef& ref) { return tick::later(timeOf(ref), evntOf(ref).GetGateTime()); };
+    const auto last = std::ranges::max_element(made, {}, endOf);
+    if (last != made.end()) editor.ChkBlkReSize(last->trk, last->blk, last->evnt);
 }
 
 /// A signature takes the place of the one at its bar line, which may have come in just before.
@@ -75,7 +82,7 @@ void dropReplaced(std::vector<EvntRef>& pasted, const CEvnt& made)
 {
     if (!made.isMeta(meta::timeSignature)) return;
     std::erase_if(pasted, [&made](const EvntRef& ref) {
-        const CEvnt& e = *List<CEvnt>::get(ref.evnt);
+        const CEvnt& e = evntOf(ref);
         return e.isMeta(meta::timeSignature) && e.GetTime() == made.GetTime();
     });
 }
@@ -124,21 +131,21 @@ bool SongClipboard::copyBlks(std::span<const BlkRef> blks)
     return true;
 }
 
-std::vector<EvntRef> SongClipboard::pasteEvnts(const BlkRef& into, std::uint32_t time)
+std::vector<EvntRef> SongClipboard::pasteEvnts(int track, std::uint32_t time, const Target& target)
 {
     std::vector<EvntRef> pasted;
-    if (!into.trk || !into.blk) return pasted;
-    const bool masters = isMasters(into.trk);
+    const bool masters = track == 0;
     const QByteArray image = held(masters ? Format::mstrEvnts : Format::evnts);
     std::vector<_EDT_EVNT> records = readEvnts(image, masters ? ClipKind::mstrEvnts : ClipKind::evnts);
+    const CTrk* trk = m_editor.song().trk(track);
+    if (!trk) return pasted;
+    const std::uint8_t type = trk->GetType() == trktype::unused ? trktype::midi : trk->GetType();
+    std::erase_if(records, [=](const _EDT_EVNT& rec) { return !CEditor::IsInsEnable(track, type, rec); });
     if (records.empty()) return pasted;
-    if (m_editor.GetBlkType(into.trk, into.blk) != blktype::real) {
-        m_editor.user().message(TextId::linkedBlockNotEditable, MessageKind::warning);
-        return pasted;
-    }
 
     const UndoPart step(m_editor, std::string(m_strings(TextId::undoEventPaste)));
-    if (!step) return pasted;
+    const BlkRef into = step ? target() : BlkRef{};
+    if (!into.blk) return pasted;
     Percent bar(m_editor, records.size());
     for (_EDT_EVNT& rec : records) {
         bar.step();
@@ -148,6 +155,7 @@ std::vector<EvntRef> SongClipboard::pasteEvnts(const BlkRef& into, std::uint32_t
         dropReplaced(pasted, *List<CEvnt>::get(evnt));
         pasted.push_back({into.trk, into.blk, evnt});
     }
+    grow(m_editor, pasted);
     return pasted;
 }
 

@@ -4,6 +4,7 @@
 #include "core/edit/evnt_ref.h"
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -33,9 +34,11 @@ public:
     bool copyEvnts(std::span<const EvntRef> refs);
     bool copyBlks(std::span<const BlkRef> blks);
 
-    /// Events into a block of type 1, the first at the tick; those that have come in, in their order. A linked block is
-    /// refused after saying so.
-    std::vector<EvntRef> pasteEvnts(const BlkRef& into, std::uint32_t time);
+    /// Gives the block of type 1 that events go to, which it may make; none after saying why there is none.
+    using Target = std::function<BlkRef()>;
+    /// Events of the kinds that may stand on the track, the first at the tick; those that have come in, in their order.
+    /// The target is asked when there are any, as part of the step.
+    std::vector<EvntRef> pasteEvnts(int track, std::uint32_t time, const Target& target);
     /// Blocks, the first with its top at the tick. On track 0 they go to the tracks that they came from, otherwise the
     /// first goes to the track and the others keep their distance to it. Those that have come in.
     std::vector<BlkRef> pasteBlks(int track, std::uint32_t time);

@@ -2,7 +2,7 @@
 #include "views/list/list_view.h"
 
 #include "core/doc/list_settings.h"
-#include "core/edit/undo_scope.h"
+#include "core/edit/editor.h"
 #include "core/model/tick.h"
 #include "realtime/transport/cnp_window.h"
 #include "realtime/transport/note_audition.h"
@@ -622,12 +622,8 @@ void CListVw::nudge(ViewCommand command)
 void CListVw::paste()
 {
     const std::uint32_t time = m_parts.panel.GetLocation();
-    std::vector<EvntRef> pasted;
-    {
-        const UndoScope step(m_parts.editor, m_edits.notes().title(TextId::undoEventPaste));
-        const BlkRef into = step ? m_edits.blkFor(m_track, time) : BlkRef{};
-        if (into.blk) pasted = m_parts.clipboard.pasteEvnts(into, time);
-    }
+    const auto target = [&] { return m_edits.blkFor(m_track, time); };
+    const std::vector<EvntRef> pasted = m_parts.clipboard.pasteEvnts(m_track, time, target);
     if (m_stale) refresh();
     if (pasted.empty()) return;
     select(pasted);

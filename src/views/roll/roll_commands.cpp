@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/roll/roll_commands.h"
 
-#include "core/edit/undo_scope.h"
+#include "core/edit/editor.h"
 #include "core/model/tick.h"
 #include "views/clipboard/song_clipboard.h"
 #include "views/roll/grid.h"
@@ -137,12 +137,8 @@ void RollCommands::cut()
 
 void RollCommands::paste()
 {
-    std::vector<EvntRef> pasted;
-    {
-        const UndoScope step(m_parts.editor, m_view.commands().title(TextId::undoEventPaste));
-        const BlkRef into = step ? m_view.commands().blkFor(m_view.track(), m_view.position()) : BlkRef{};
-        if (into.blk) pasted = m_parts.clipboard.pasteEvnts(into, m_view.position());
-    }
+    const auto target = [this] { return m_view.commands().blkFor(m_view.track(), m_view.position()); };
+    const std::vector<EvntRef> pasted = m_parts.clipboard.pasteEvnts(m_view.track(), m_view.position(), target);
     if (!pasted.empty()) select(pasted);
 }
 
