@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/edit/undo_scope.h"
 #include "views/list/cell_parse.h"
 #include "views/list/kind_filter.h"
 #include "views/list/list_font.h"
 #include "views/list/list_frame.h"
 #include "views/list/list_view.h"
 #include "views/view_bench.h"
+#include "views/widgets/empty_hint.h"
 
 #include <QHeaderView>
+#include <QImage>
 #include <QLineEdit>
 #include <QMenu>
 #include <QTest>
@@ -42,18 +45,24 @@ TEST(CellParseTest, ReadsWhatPeopleType)
 
 TEST(CellParseTest, NamesAllKeys)
 {
+    Strings strings(Language::english);
+    UiText text(strings);
     for (int mode = 0; mode < 2; ++mode)
         for (int signs = -7; signs <= 7; ++signs) {
             const Bytes body{static_cast<std::uint8_t>(signs), static_cast<std::uint8_t>(mode)};
-            EXPECT_EQ(parseKeySignature(keySignatureText(body)), body);
+            for (const Language language : {Language::english, Language::japanese}) {
+                text.setLanguage(language);
+                EXPECT_EQ(parseKeySignature(keySignatureText(body, text)), body);
+            }
         }
+    EXPECT_EQ(keySignatureText(Bytes{3, 1}, text), "F# 短調");
     const std::pair<const char*, Bytes> rows[] = {{"Eb major", {0xFD, 0}}, {"eb", {0xFD, 0}},     {"F#m", {3, 1}},
                                                   {"bb MINOR", {0xFB, 1}}, {"b", {5, 0}},         {"B min", {2, 1}},
                                                   {"CM", {0, 0}},          {"C minor", {0xFD, 1}}};
-    for (const auto& [text, body] : rows) EXPECT_EQ(parseKeySignature(text), body) << text;
+    for (const auto& [typed, body] : rows) EXPECT_EQ(parseKeySignature(typed), body) << typed;
     for (const char* bad : {"", "H", "E# major", "Cb minor", "C dorian", "#"})
         EXPECT_FALSE(parseKeySignature(bad)) << bad;
-    EXPECT_EQ(keySignatureText(Bytes{9, 0}), "09 00");
+    EXPECT_EQ(keySignatureText(Bytes{9, 0}, text), "09 00");
 }
 
 TEST(CellParseTest, HoldsTemposInThreeBytes)
@@ -143,9 +152,9 @@ TEST_F(ListTest, ShowsEveryKindInItsColumns)
     open();
     ASSERT_EQ(view().rows().count(), 8U);
     const std::vector<const char*> wanted[] = {
-        {"1:03:000", "Note", "1", "C4", "100", "240", ""},
+        {"1:03:000", "Note", "1", "C4", "100", "0:240", ""},
         {"1:03:240", "Control Change", "4", "CC 7 Volume", "100", "", ""},
-        {"1:04:000", "Note", "1", "E4", "100", "240", ""},
+        {"1:04:000", "Note", "1", "E4", "100", "0:240", ""},
         {"1:04:240", "Pitch Bend", "4", "0", "", "", ""},
         {"2:01:000", "Program Change", "4", "12", "", "", ""},
         {"2:01:240", "Packed Nrpn", "4", "1:8", "64:0", "", ""},
@@ -168,7 +177,7 @@ TEST_F(ListTest, TakesTypedValuesAsOneStepEach)
     };
     const Case cases[] = {
         {0, ListColumn::value1, "eb4", "D#4"},      {0, ListColumn::value2, "+100", "127"},
-        {0, ListColumn::gate, "1:120", "600"},      {0, ListColumn::channel, "16", "16"},
+        {0, ListColumn::gate, "600", "1:120"},      {0, ListColumn::channel, "16", "16"},
         {1, ListColumn::value1, "10", "CC 10 Pan"}, {1, ListColumn::value2, "-1", "99"},
         {3, ListColumn::value1, "-100", "-100"},    {4, ListColumn::value1, "128", "128"},
         {5, ListColumn::value2, "3:4", "3:4"},      {6, ListColumn::data, "43 10 4C", "F0 43 10 4C F7"},
@@ -184,6 +193,20 @@ TEST_F(ListTest, TakesTypedValuesAsOneStepEach)
         EXPECT_NE(text(static_cast<std::size_t>(at.row), at.column), before);
         bench.editor.RedoNode();
         EXPECT_EQ(text(static_cast<std::size_t>(at.row), at.column), before);
+    }
+}
+
+TEST_F(ListTest, LengthsAreInBeatsOfTheirMeasure)
+{
+    EvntDraft sixEighth = newEvnt(EvntKind::signature, 0, 0);
+    sixEighth.data = {6, 3, 24, 8};
+    open();
+    view().edits().insert(0, sixEighth);
+    EXPECT_EQ(text(0, ListColumn::gate), "1:0");
+    const std::pair<const char*, std::uint32_t> cases[] = {{"2:60", 540}, {"+1:0", 780}, {"-0:30", 750}, {"+50", 800}};
+    for (const auto& [typed, gate] : cases) {
+        EXPECT_TRUE(type(0, static_cast<int>(ListColumn::gate), typed));
+        EXPECT_EQ(event(0).GetGateTime(), gate) << typed;
     }
 }
 
@@ -222,10 +245,15 @@ TEST_F(ListTest, EditsAllSelectedRowsAtOnce)
     EXPECT_EQ(view().selection().count(), 3U);
     EXPECT_EQ(bench.editor.GetUndoRedoCount(), 3);
     QTest::keyClick(&view(), Qt::Key_Delete);
-    view().run(ViewCommand::remove);
+    frame->run(ViewCommand::remove);
     EXPECT_EQ(view().rows().count(), 5U);
+    frame->run(ViewCommand::selectAll);
+    frame->run(ViewCommand::remove);
+    EXPECT_TRUE(frame->empty().isVisible());
+    bench.editor.UndoNode();
     bench.editor.UndoNode();
     EXPECT_EQ(view().rows().count(), 8U);
+    EXPECT_TRUE(view().isVisible());
 }
 
 TEST_F(ListTest, TypesFromTheKeyboardAlone)
@@ -247,12 +275,32 @@ TEST_F(ListTest, TypesFromTheKeyboardAlone)
     EXPECT_TRUE(view().selection().empty());
 }
 
+TEST_F(ListTest, OpensCellsByTheKeysOfTheirCommands)
+{
+    open();
+    bench.actions.setActive(frame.get());
+    bench.actions[ViewCommand::editCell].setShortcut(Qt::Key_F4);
+    frame->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+    view().setFocus();
+    click(0, static_cast<int>(ListColumn::value2));
+    bench.actions.refresh();
+    for (const auto& [key, opens] : {std::pair{Qt::Key_F4, true}, {Qt::Key_F2, false}, {Qt::Key_Return, true}}) {
+        QTest::keyClick(&view(), key);
+        ASSERT_EQ(line() != nullptr, opens) << key;
+        if (!opens) continue;
+        QTest::keyClick(line(), Qt::Key_Return); // that of the line
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_FALSE(line());
+    }
+}
+
 TEST_F(ListTest, InsertsAtTheCurrentRowAndOpensIt)
 {
     open();
     click(2, 0);
     QMenu menu;
-    view().fillInsertMenu(menu);
+    view().commands().fillInsertMenu(menu);
     EXPECT_EQ(menu.actions().front()->text(), "Note...");
     menu.actions().front()->trigger();
     EXPECT_EQ(view().rows().count(), 9U);
@@ -265,13 +313,14 @@ TEST_F(ListTest, InsertsAtTheCurrentRowAndOpensIt)
     // Of a kind that is left out: it is shown again.
     view().setFilter({~0U, -1});
     EXPECT_EQ(view().rows().count(), 0U);
-    view().insert(newEvnt(EvntKind::lyric, 1440, 0));
+    EXPECT_EQ(bench.listSettings.monitorType, -1);
+    view().commands().insert(newEvnt(EvntKind::lyric, 1440, 0));
     EXPECT_EQ(view().rows().count(), 2U);
     // A track without a block gets one, in the same step.
     frame->setTrack(9);
     EXPECT_EQ(view().rows().total(), 0U);
     const int steps = bench.editor.GetUndoRedoCount();
-    view().insert(newEvnt(EvntKind::note, 5000, 0));
+    view().commands().insert(newEvnt(EvntKind::note, 5000, 0));
     EXPECT_EQ(view().rows().total(), 1U);
     EXPECT_EQ(bench.editor.GetUndoRedoCount(), steps + 1);
     bench.user.messages.clear();
@@ -287,7 +336,7 @@ TEST_F(ListTest, LeavesLinkedBlocksAlone)
     ASSERT_EQ(view().rows().count(), 16U);
     EXPECT_FALSE(type(8, 4, "5"));
     click(8, 1);
-    view().run(ViewCommand::remove);
+    frame->run(ViewCommand::remove);
     EXPECT_EQ(bench.user.messages, (std::vector<int>(2, static_cast<int>(TextId::linkedBlockNotEditable))));
     EXPECT_EQ(view().rows().count(), 16U);
     EXPECT_TRUE(type(0, 4, "5")); // the linked one follows
@@ -319,10 +368,34 @@ TEST_F(ListTest, FiltersFindsAndFollows)
     EXPECT_EQ(bench.listSettings.columnWidths[2], 55);
 }
 
+TEST_F(ListTest, WorksWhenItIsInSightAlone)
+{
+    open();
+    const auto remove = [&](std::size_t row) {
+        const UndoScope step(bench.editor, "x");
+        bench.editor.DeleteEvnt(ref(row).trk, ref(row).blk, ref(row).evnt);
+    };
+    frame->hide();
+    remove(0);
+    EXPECT_EQ(view().rows().count(), 8U);
+    frame->show();
+    EXPECT_EQ(view().rows().count(), 7U);
+
+    // The last picture stays while the song may stand between two states.
+    bench.editor.SetPrgDlg();
+    QImage picture(view().viewport()->size(), QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    view().viewport()->render(&picture);
+    EXPECT_EQ(picture.pixelColor(5, 5), QColor(Qt::red));
+    bench.editor.EndPrgDlg();
+    view().viewport()->render(&picture);
+    EXPECT_NE(picture.pixelColor(5, 5), QColor(Qt::red));
+}
+
 TEST_F(ListTest, FollowsChangesFromElsewhere)
 {
     open();
-    view().run(ViewCommand::selectAll);
+    frame->run(ViewCommand::selectAll);
     bench.editor.OpenUndoNode("x");
     bench.editor.DeleteEvnt(ref(0).trk, ref(0).blk, ref(0).evnt);
     bench.editor.CloseUndoNode();
@@ -338,7 +411,7 @@ TEST_F(ListTest, FollowsChangesFromElsewhere)
     for (std::size_t row = 1; row < 9; ++row) EXPECT_LE(view().rows().time(row - 1), view().rows().time(row));
     for (std::size_t row = 0; row < 9; ++row) EXPECT_EQ(view().rows().find(ref(row)), row);
     bench.locked = true;
-    EXPECT_FALSE(view().can(ViewCommand::insertEvent));
+    EXPECT_FALSE(frame->can(ViewCommand::insertEvent));
     EXPECT_FALSE(type(0, 4, "5"));
 }
 

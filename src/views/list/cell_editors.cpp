@@ -2,6 +2,7 @@
 #include "views/list/cell_editors.h"
 
 #include "views/list/list_view.h"
+#include "views/text/ui_text.h"
 #include "views/theme/colours.h"
 #include "views/widgets/keeps_key.h"
 
@@ -11,7 +12,7 @@
 
 namespace tessaro {
 
-CellEditors::CellEditors(CListVw& view) : QStyledItemDelegate(&view), m_view(view) {}
+CellEditors::CellEditors(CListVw& view, const UiText& text) : QStyledItemDelegate(&view), m_view(view), m_text(text) {}
 
 void CellEditors::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
@@ -50,7 +51,7 @@ QWidget* CellEditors::createEditor(QWidget* parent, const QStyleOptionViewItem&,
     line->setAlignment(static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt()));
     line->setAccessibleName(index.data(Qt::AccessibleTextRole).toString());
     m_open = index;
-    QObject::connect(line, &QLineEdit::textEdited, line, [this] { m_view.endFault(); });
+    QObject::connect(line, &QLineEdit::textEdited, line, [this] { m_fault.end(); });
     return line;
 }
 
@@ -63,9 +64,9 @@ void CellEditors::setEditorData(QWidget* editor, const QModelIndex& index) const
 /// From a click elsewhere: what cannot be read is dropped.
 void CellEditors::setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex& index) const
 {
-    m_view.endFault();
+    m_fault.end();
     const auto* line = static_cast<QLineEdit*>(editor);
-    if (line->isModified()) m_view.take(line->text(), index);
+    if (line->isModified()) take(line->text(), index);
 }
 
 void CellEditors::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option, const QModelIndex&) const
@@ -82,22 +83,87 @@ bool CellEditors::eventFilter(QObject* editor, QEvent* event)
 {
     if (keepsKey(event)) return true;
     if (event->type() == QEvent::KeyPress) {
-        auto* line = static_cast<QLineEdit*>(editor);
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        const bool isTab = key == Qt::Key_Tab || key == Qt::Key_Backtab;
-        if (key == Qt::Key_Return || key == Qt::Key_Enter || isTab) {
-            const QString text = line->text();
-            const QPersistentModelIndex at = m_open;
-            const bool isModified = line->isModified();
-            if (isModified && !m_view.isFine(text, at, *line)) return true;
-            closeEditor(line, NoHint);
-            if (isModified) m_view.take(text, at);
-            if (isTab) m_view.openNext(key == Qt::Key_Backtab);
+        auto& line = *static_cast<QLineEdit*>(editor);
+        switch (static_cast<QKeyEvent*>(event)->key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter: end(line); return true;
+        case Qt::Key_Tab:
+            if (end(line)) openNext(false);
             return true;
+        case Qt::Key_Backtab:
+            if (end(line)) openNext(true);
+            return true;
+        case Qt::Key_Escape: m_fault.end(); break;
+        default: break;
         }
-        if (key == Qt::Key_Escape) m_view.endFault();
     }
     return QStyledItemDelegate::eventFilter(editor, event);
+}
+
+/// False while the line stays open.
+bool CellEditors::end(QLineEdit& line)
+{
+    const QString text = line.text();
+    const QPersistentModelIndex at = m_open;
+    const bool isModified = line.isModified();
+    if (isModified && !isFine(text, at, line)) return false;
+    closeEditor(&line, NoHint);
+    if (isModified) take(text, at);
+    return true;
+}
+
+/// Says why not otherwise.
+bool CellEditors::isFine(const QString& text, const QModelIndex& index, QLineEdit& line)
+{
+    const auto row = static_cast<std::size_t>(index.row());
+    const auto column = static_cast<ListColumn>(index.column());
+    const std::uint32_t time = m_view.rows().time(row);
+    QString fault;
+    if (column == ListColumn::place) {
+        if (!m_view.cells().parseMove(text, time)) fault = m_text(TextId::badPlace);
+    } else {
+        const auto parsed = m_view.cells().parse(text, m_view.rows().event(row), time, column);
+        if (const auto* refused = std::get_if<CellFault>(&parsed)) fault = refused->sentence;
+    }
+    m_fault.say(fault, line);
+    return fault.isEmpty();
+}
+
+/// Those that an edit in a row works on: the selected ones, or the row alone.
+std::vector<EvntRef> CellEditors::meant(std::size_t row) const
+{
+    const EvntRef ref = m_view.rows().ref(row);
+    return m_view.selection().contains(ref) ? m_view.selection().inOrder() : std::vector{ref};
+}
+
+/// Nothing for what cannot be read.
+void CellEditors::take(const QString& text, const QModelIndex& index) const
+{
+    if (!index.isValid() || m_view.isLocked() || m_view.isStale()) return;
+    const auto row = static_cast<std::size_t>(index.row());
+    const auto column = static_cast<ListColumn>(index.column());
+    const std::uint32_t time = m_view.rows().time(row);
+    m_view.keepInSight([&] {
+        if (column == ListColumn::place) {
+            if (const auto delta = m_view.cells().parseMove(text, time)) m_view.edits().move(meant(row), *delta);
+            return;
+        }
+        const CEvnt& event = m_view.rows().event(row);
+        const auto parsed = m_view.cells().parse(text, event, time, column);
+        if (const auto* change = std::get_if<CellChange>(&parsed))
+            m_view.edits().change(meant(row), column, *change, kindOf(event));
+    });
+}
+
+/// The next cell of the row that can be typed into.
+void CellEditors::openNext(bool backwards) const
+{
+    const QModelIndex current = m_view.currentIndex();
+    const int step = backwards ? -1 : 1;
+    for (int column = current.column() + step; column >= 0 && column < listColumns; column += step) {
+        const QModelIndex at = current.siblingAtColumn(column);
+        if (at.flags() & Qt::ItemIsEditable) return m_view.openCell(at);
+    }
 }
 
 } // namespace tessaro

@@ -2,6 +2,7 @@
 #include "views/list/cell_parse.h"
 
 #include "core/model/meta.h"
+#include "views/text/ui_text.h"
 
 #include <QStringList>
 
@@ -22,6 +23,16 @@ constexpr std::array<const char*, 18> tonics{"Cb", "Gb", "Db", "Ab", "Eb", "Bb",
                                              "D",  "A",  "E",  "B",  "F#", "C#", "G#", "D#", "A#"};
 constexpr int majorOfNoSign = 7;
 constexpr int minorOfNoSign = 10;
+
+/// Whether this is the name of a mode, or the first letters of it.
+bool isMode(const QString& word, TextId id, const char* start)
+{
+    const auto nameIn = [id](Language language) {
+        return utf8Text(text(id, language)).remove(QLatin1String("%1")).trimmed();
+    };
+    return word == QLatin1String(start) || word == nameIn(Language::japanese)
+        || word == nameIn(Language::english).toLower();
+}
 
 } // namespace
 
@@ -108,14 +119,14 @@ std::optional<Signature> parseSignature(const QString& text)
     return Signature{static_cast<std::uint8_t>(numerator), static_cast<std::uint8_t>(std::countr_zero(denominator))};
 }
 
-QString keySignatureText(std::span<const std::uint8_t> body)
+QString keySignatureText(std::span<const std::uint8_t> body, const UiText& text)
 {
     if (body.size() != 2) return hexText(body);
     const int signs = static_cast<std::int8_t>(body[0]);
     if (signs < -7 || signs > 7 || body[1] > 1) return hexText(body);
     const bool isMinor = body[1] == 1;
     const int at = signs + (isMinor ? minorOfNoSign : majorOfNoSign);
-    return QLatin1String(tonics[static_cast<std::size_t>(at)]) + QLatin1String(isMinor ? " minor" : " major");
+    return text(isMinor ? TextId::keyMinor : TextId::keyMajor).arg(QLatin1String(tonics[static_cast<std::size_t>(at)]));
 }
 
 std::optional<std::vector<std::uint8_t>> parseKeySignature(const QString& text)
@@ -126,8 +137,8 @@ std::optional<std::vector<std::uint8_t>> parseKeySignature(const QString& text)
     if (!tonic.isEmpty()) tonic[0] = tonic[0].toUpper();
     const QString mode = line.mid(length).trimmed();
     const QString small = mode.toLower();
-    const bool isMinor = mode == u"m" || small == u"min" || small == u"minor";
-    if (!isMinor && !small.isEmpty() && mode != u"M" && small != u"maj" && small != u"major") return std::nullopt;
+    const bool isMinor = mode == u"m" || isMode(small, TextId::keyMinor, "min");
+    if (!isMinor && !small.isEmpty() && mode != u"M" && !isMode(small, TextId::keyMajor, "maj")) return std::nullopt;
     const auto at =
         std::find_if(tonics.begin(), tonics.end(), [&](const char* name) { return tonic == QLatin1String(name); });
     const auto signs = at - tonics.begin() - (isMinor ? minorOfNoSign : majorOfNoSign);

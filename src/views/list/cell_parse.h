@@ -10,6 +10,8 @@
 
 namespace tessaro {
 
+class UiText;
+
 // How values of the event list read and are typed. What cannot be read gives nothing.
 
 /// Whole numbers with a sign of any kind between them, at least one.
@@ -34,12 +36,14 @@ struct Signature {
 [[nodiscard]] std::optional<Signature> parseSignature(const QString& text);
 
 /// "Eb major", from a body of two bytes; in hex for a body that names no key.
-[[nodiscard]] QString keySignatureText(std::span<const std::uint8_t> body);
-/// "Eb major", "F# minor", "Eb" and "F#m" in any case, to a body of two bytes.
+[[nodiscard]] QString keySignatureText(std::span<const std::uint8_t> body, const UiText& text);
+/// "Eb major", "F# minor", "Eb" and "F#m" in any case, and the names of any language, to a body of two bytes.
 [[nodiscard]] std::optional<std::vector<std::uint8_t>> parseKeySignature(const QString& text);
 
 // Tempos: microseconds a quarter note, of which a song holds three bytes, and beats a minute.
 
+inline constexpr double slowestBeats = 4; ///< that can be typed or drawn
+inline constexpr double fastestBeats = 1000;
 [[nodiscard]] double beatsOf(std::uint32_t microseconds);
 /// The nearest tempo that a song can hold.
 [[nodiscard]] std::uint32_t microsecondsOf(double beats);

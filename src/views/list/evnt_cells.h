@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "views/list/evnt_kind.h"
+#include "views/list/cell_change.h"
 
 #include <QString>
 
@@ -12,25 +12,13 @@ namespace tessaro {
 
 class CEditor;
 
-enum class ListColumn { place, kind, channel, value1, value2, gate, data };
-inline constexpr int listColumns = 7;
-
-/// What a cell is to become: a value, or more or less of the value that it has.
-struct CellChange {
-    CellForm form = CellForm::none;
-    bool isRelative = false;
-    /// By the form: a number, microseconds a quarter note (beats a minute where relative), both bytes of a pair, the
-    /// bytes of a signature or of a payload.
-    double number = 0;
-    std::vector<std::uint8_t> bytes;
-};
-
 /// What a cell refuses, in words.
 struct CellFault {
     QString sentence;
 };
 
-/// The cells of the event list as texts, and back. Places are measure, beat and tick of the song. Borrows both.
+/// The cells of the event list as texts, and back. Places are measure, beat and tick of the song, lengths beats and
+/// ticks of the measure where the event stands. Borrows both.
 class EvntCells {
 public:
     EvntCells(const CEditor& editor, const UiText& text) : m_editor(editor), m_text(text) {}
@@ -48,23 +36,24 @@ public:
     [[nodiscard]] std::optional<std::uint32_t> parsePlace(const QString& text) const;
     /// How far a place moves an event from its time: `+` and `-` before a number of ticks move by these.
     [[nodiscard]] std::optional<std::int64_t> parseMove(const QString& text, std::uint32_t time) const;
-    /// What was typed into a cell but that of the place.
+    /// What was typed into a cell but that of the place. Beats are those of the event's place in the song, `time`.
     using Parsed = std::variant<CellChange, CellFault>;
-    [[nodiscard]] Parsed parse(const QString& text, const CEvnt& event, ListColumn column) const;
+    [[nodiscard]] Parsed parse(const QString& text, const CEvnt& event, std::uint32_t time, ListColumn column) const;
 
     [[nodiscard]] static CellForm formOf(EvntKind kind, ListColumn column) noexcept;
+    /// Where the one value of an event of the master track stands.
+    [[nodiscard]] static ListColumn valueColumn(EvntKind kind) noexcept
+    {
+        return infoOf(kind).value1 == CellForm::none ? ListColumn::data : ListColumn::value1;
+    }
 
 private:
-    [[nodiscard]] QString value(const CEvnt& event, ListColumn column, CellForm form) const;
+    [[nodiscard]] QString value(const CEvnt& event, std::uint32_t time, ListColumn column) const;
     [[nodiscard]] Parsed signature(const QString& line, const CEvnt& event) const;
-    [[nodiscard]] Parsed number(const QString& line, CellForm form, ListColumn column) const;
+    [[nodiscard]] Parsed number(const QString& line, CellForm form, std::uint32_t time, ListColumn column) const;
 
     const CEditor& m_editor;
     const UiText& m_text;
 };
-
-/// Writes a change into a draft of an event that has this form in the column; what is out of range stops at the range.
-/// False when nothing changes.
-bool applyChange(const CellChange& change, ListColumn column, EvntDraft& draft);
 
 } // namespace tessaro

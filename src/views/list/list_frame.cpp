@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/list/list_frame.h"
 
+#include "core/doc/list_settings.h"
 #include "core/edit/editor.h"
 #include "views/editors/track_label.h"
 #include "views/editors/view_actions.h"
@@ -20,6 +21,9 @@
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
 
 namespace tessaro {
 namespace {
@@ -53,16 +57,21 @@ CListFrm::CListFrm(const ViewParts& parts, int track)
     column->addWidget(m_pages, 1);
     setFocusProxy(m_list);
 
+    if (m_parts.listSettings)
+        m_list->setFilter({static_cast<std::uint32_t>(m_parts.listSettings->monitorType),
+                           std::clamp(m_parts.listSettings->monitor[0], 0, midiChannels) - 1});
+    m_list->onFilter = [this](const RowFilter& filter) { keepFilter(filter); };
     m_list->onChanged = [this] { showState(); };
     connect(&m_empty->button(), &QPushButton::clicked, this, [this] {
         if (m_list->rows().total() != 0) {
             m_list->setFilter({});
             fillFilter();
-        } else if (m_list->can(ViewCommand::insertEvent)) {
+        } else if (can(ViewCommand::insertEvent)) {
             const CTrk* trk = List<CTrk>::get(m_parts.editor.GetTrkPos(this->track()));
             const bool isWave = trk && trk->GetType() == trktype::wave;
             const EvntKind kind = this->track() == 0 ? EvntKind::marker : isWave ? EvntKind::wave : EvntKind::note;
-            m_list->insert(newEvnt(kind, m_list->insertTime(), m_list->channel()));
+            ListCommands& commands = m_list->commands();
+            commands.insert(newEvnt(kind, commands.insertTime(), commands.channel()));
         }
     });
     m_parts.editor.addObserver(this);
@@ -159,8 +168,8 @@ void CListFrm::showState()
     if (onChanged) onChanged();
 }
 
-bool CListFrm::can(ViewCommand command) const { return m_list->can(command); }
-void CListFrm::run(ViewCommand command) { m_list->run(command); }
+bool CListFrm::can(ViewCommand command) const { return m_list->commands().can(command); }
+void CListFrm::run(ViewCommand command) { m_list->commands().run(command); }
 std::vector<EvntRef> CListFrm::selectedEvnts() const { return m_list->selection().inOrder(); }
 void CListFrm::selectEvnts(std::span<const EvntRef> refs) { m_list->select(refs); }
 void CListFrm::setPosition(std::uint32_t tick, bool follow) { m_list->setPosition(tick, follow); }
@@ -194,10 +203,37 @@ void CListFrm::retranslate()
     showState();
 }
 
-/// Names and numbers of tracks are looked at again at the end of a step.
+void CListFrm::keepFilter(const RowFilter& filter)
+{
+    if (!m_parts.listSettings) return;
+    m_parts.listSettings->monitorType = static_cast<int>(filter.hiddenGroups);
+    m_parts.listSettings->monitor[0] = filter.channel + 1;
+}
+
+/// Names, numbers and types of tracks, as far as they have changed.
+void CListFrm::showTracks()
+{
+    if (!std::exchange(m_tracksStale, false)) return;
+    fillTracks();
+    fillFilter();
+    if (onChanged) onChanged();
+}
+
 void CListFrm::onHint(const HintObserver*, int code, CEditor*)
 {
-    if (code == hint::trkArrange || code == hint::trkType) fillTracks();
+    if (code == hint::trkArrange || code == hint::trkType) m_tracksStale = true;
+    if (code != hint::dispReq || !m_tracksStale) return;
+    if (isVisible())
+        showTracks();
+    else if (onChanged) // the title of a tab
+        onChanged();
+}
+
+void CListFrm::showEvent(QShowEvent* event)
+{
+    m_list->catchUp();
+    showTracks();
+    ChildFrame::showEvent(event);
 }
 
 void CListFrm::find(bool backwards)

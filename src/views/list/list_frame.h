@@ -16,6 +16,7 @@ class ElidedLabel;
 class EmptyHint;
 class FoldingRow;
 class KindFilter;
+struct RowFilter;
 
 /// The event list: every event of one track as a line of a table, in the order of time, with a bar that inserts,
 /// filters and finds. User interface thread.
@@ -46,12 +47,15 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void buildBar();
     void fillTracks();
     void fillFilter();
     void showState();
+    void showTracks();
+    void keepFilter(const RowFilter& filter);
     void find(bool backwards);
 
     const ViewParts m_parts;
@@ -65,6 +69,7 @@ private:
     QStackedWidget* m_pages;
     CListVw* m_list;
     EmptyHint* m_empty;
+    bool m_tracksStale = false;
 };
 
 } // namespace tessaro

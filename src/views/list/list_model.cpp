@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/list/list_model.h"
 
-#include "views/editors/evnt_selection.h"
 #include "views/text/ui_text.h"
 
 namespace tessaro {
@@ -45,8 +44,6 @@ void ListModel::clear()
 }
 
 void ListModel::retranslate() { headerDataChanged(Qt::Horizontal, 0, listColumns - 1); }
-
-bool ListModel::isSelected(std::size_t row) const { return m_selection.contains(m_rows.ref(row)); }
 
 QString ListModel::cellText(std::size_t row, ListColumn column) const
 {

@@ -8,25 +8,16 @@
 
 namespace tessaro {
 
-class EvntSelection;
-
-/// The rows of the event list as a table of the toolkit. What is selected is the selection's to say. It changes nothing
-/// itself.
+/// The rows of the event list as a table of the toolkit. It changes nothing itself.
 class ListModel : public QAbstractTableModel {
 public:
-    ListModel(const EvntCells& cells, const EvntSelection& selection, const UiText& text)
-        : m_cells(cells)
-        , m_selection(selection)
-        , m_text(text)
-    {
-    }
+    ListModel(const EvntCells& cells, const UiText& text) : m_cells(cells), m_text(text) {}
 
     [[nodiscard]] const EvntRows& rows() const { return m_rows; }
     void build(const CEditor& editor, int track, const RowFilter& filter);
     void clear();
     void retranslate();
 
-    [[nodiscard]] bool isSelected(std::size_t row) const;
     /// What a cell says.
     [[nodiscard]] QString cellText(std::size_t row, ListColumn column) const;
     [[nodiscard]] bool isEditable(const QModelIndex& index) const;
@@ -39,7 +30,6 @@ public:
 
 private:
     const EvntCells& m_cells;
-    const EvntSelection& m_selection;
     const UiText& m_text;
     EvntRows m_rows;
 };
