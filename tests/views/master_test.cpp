@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/maps/tempo_map.h"
+#include "core/model/tick.h"
 #include "views/list/list_view.h"
 #include "views/master/master_frame.h"
 #include "views/master/tempo_view.h"
@@ -7,6 +8,7 @@
 #include "views/view_bench.h"
 
 #include <QLineEdit>
+#include <QMenu>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -40,6 +42,33 @@ TEST(TempoScaleTest, GoesThereAndBack)
     EXPECT_LT(scale.x(9600), 1000);
     EXPECT_EQ(TempoScale::lane(TempoScale::ruler), 0);
     EXPECT_EQ(TempoScale::lane(TempoScale::curveTop), -1);
+}
+
+TEST(RampPointsTest, PutsATempoToEachStepOfTheGrid)
+{
+    ViewBench bench;
+    const auto ramp = [&bench](StripPoint from, StripPoint to) {
+        StripPath path;
+        path.start(from);
+        path.lineTo(to);
+        std::string all;
+        for (const TempoPoint& point : rampPoints(path, bench.editor, bench.grid))
+            all += std::to_string(point.time) + '=' + std::to_string(std::lround(point.beats)) + ' ';
+        return all;
+    };
+    EXPECT_TRUE(rampPoints({}, bench.editor, bench.grid).empty());
+    bench.grid.setIndex(1); // half notes
+    EXPECT_EQ(ramp({0, 10000}, {1920, 12000}), "0=100 960=110 1920=120 ");
+    EXPECT_EQ(ramp({1920, 12000}, {0, 10000}), "0=100 960=110 1920=120 ");
+    EXPECT_EQ(ramp({100, 10000}, {1200, 11100}), "100=100 960=109 1200=111 ");
+    EXPECT_EQ(ramp({0, 8000}, {1920, 8000}), "0=80 ");
+    EXPECT_EQ(ramp({960, 8000}, {960, 8000}), "960=80 ");
+    EXPECT_EQ(ramp({0, 100}, {960, 200000}), "0=4 960=1000 ");
+    bench.grid.setIndex(7); // dotted whole notes begin anew with each bar
+    EXPECT_EQ(ramp({0, 10000}, {3840, 14000}), "0=100 1920=120 3840=140 ");
+    bench.grid.setFree(true); // beats
+    EXPECT_EQ(ramp({10, 10000}, {970, 12000}), "10=100 490=110 970=120 ");
+    EXPECT_EQ(ramp({tick::latest - 10, 10000}, {tick::latest, 12000}).substr(0, 11), "4294967285=");
 }
 
 class MasterTest : public testing::Test {
@@ -111,6 +140,7 @@ TEST_F(MasterTest, DrawsARampOverTheGridAsOneStep)
 
     // The curve bends between release and the next press; its ends stay.
     drag(EditTool::curve, {at(1920, 100), at(3840, 140)});
+    QTest::mouseMove(&curve(), at(3840, 140)); // a pointer that is there already does not move
     QTest::mouseMove(&curve(), at(3840, 140) + QPoint(0, 20));
     EXPECT_EQ(steps(), before);
     QTest::mouseClick(&curve(), Qt::LeftButton, {}, at(3840, 120));
@@ -119,6 +149,18 @@ TEST_F(MasterTest, DrawsARampOverTheGridAsOneStep)
     ASSERT_EQ(points.size(), 5U);
     EXPECT_LT(points[2].beats, 118);
     EXPECT_EQ(std::lround(points[4].beats), 140);
+}
+
+TEST_F(MasterTest, AFlatLineTakesThePlaceOfWhatItPasses)
+{
+    open();
+    add(1920, 100);
+    add(2400, 90);
+    add(3840, 140);
+    drag(EditTool::line, {at(960, 80), at(2880, 80)});
+    EXPECT_EQ(tempos(), "0=120 960=80 3840=140 ");
+    bench.editor.UndoNode();
+    EXPECT_EQ(tempos(), "0=120 1920=100 2400=90 3840=140 ");
 }
 
 TEST_F(MasterTest, PencilOverTheFirstTempoKeepsIt)
@@ -150,6 +192,120 @@ TEST_F(MasterTest, DragsAndErasesPoints)
     frame->run(ViewCommand::selectAll);
     frame->run(ViewCommand::nudgeUp);
     EXPECT_EQ(tempos().substr(0, 6), "0=101 ");
+}
+
+TEST_F(MasterTest, ADragGoesOnWhileThePictureScrolls)
+{
+    open();
+    add(1920, 100);
+    bench.actions.setTool(EditTool::select);
+    QTest::mousePress(&curve(), Qt::LeftButton, {}, at(1920, 100));
+    QTest::mouseMove(&curve(), at(2400, 100));
+    const QPoint pointer = at(2880, 100);
+    QTest::mouseMove(&curve(), pointer);
+    curve().scrollTo(1920); // the pointer is over a later time now
+    QTest::mouseRelease(&curve(), Qt::LeftButton, {}, pointer);
+    EXPECT_EQ(tempos(), "0=120 4800=100 ");
+
+    // A band keeps its beginning; beyond the edge the picture goes on.
+    curve().scrollTo(0);
+    const int middle = curve().scale().y(110);
+    QTest::mousePress(&curve(), Qt::LeftButton, {}, {at(480, 0).x(), curve().height() - 2});
+    QTest::mouseMove(&curve(), {curve().width() / 2, middle});
+    QTest::mouseMove(&curve(), {curve().width() + 20, TempoScale::curveTop + 1});
+    ASSERT_TRUE(QTest::qWaitFor([this] { return curve().scale().start() > 5760; }));
+    QTest::mouseMove(&curve(), {curve().width() - 20, TempoScale::curveTop + 1});
+    const std::uint32_t still = curve().scale().start();
+    QTest::mouseRelease(&curve(), Qt::LeftButton, {}, {curve().width() - 20, TempoScale::curveTop + 1});
+    EXPECT_EQ(list().selection().count(), 1U); // that of 4800, out of sight
+    EXPECT_EQ(curve().scale().start(), still);
+}
+
+TEST_F(MasterTest, TheMenuInsertsAtThePointer)
+{
+    open();
+    add(1920, 100);
+    const auto insert = [this](QPoint point, const char* typed) {
+        QMenu menu;
+        curve().fillMenu(menu, point);
+        menu.actions().front()->trigger();
+        ASSERT_TRUE(curve().line());
+        curve().line()->selectAll();
+        QTest::keyClicks(curve().line(), typed);
+        QTest::keyClick(curve().line(), Qt::Key_Return);
+    };
+    const int before = steps();
+    insert(at(3840, 150), "133");
+    insert(at(1920, 130), "90"); // stands there already
+    EXPECT_EQ(tempos(), "0=120 1920=90 3840=133 ");
+    insert(lane(FlagLane::markers, 960), "Verse");
+    EXPECT_EQ(steps(), before + 3);
+    QMenu menu;
+    curve().fillMenu(menu, at(3840, 133));
+    EXPECT_EQ(list().selection().inOrder(), std::vector{curve().evnts().ref(curve().evnts().tempos().back().evnt)});
+    EXPECT_TRUE(curve().openSelected());
+    EXPECT_EQ(curve().line()->text(), "133.00");
+    bench.editor.UndoNode();
+    bench.editor.UndoNode();
+    bench.editor.UndoNode();
+    EXPECT_FALSE(curve().line()); // its tempo has gone
+}
+
+TEST_F(MasterTest, SignaturesThatFollowOneAnotherAreTypedAndDeletedTogether)
+{
+    open();
+    for (const std::uint32_t bar : {2U, 4U, 6U}) {
+        EvntDraft draft = newEvnt(EvntKind::signature, bar * 1920, 0);
+        draft.data = {2, 2, 24, 8};
+        draft.rec.time = bench.editor.MeasToTime({bar, 0, 0});
+        list().edits().insert(0, draft);
+    }
+    const auto signatures = [this] {
+        std::string all;
+        for (std::size_t row = 0; row < list().rows().count(); ++row)
+            if (kindOf(list().rows().event(row)) == EvntKind::signature)
+                all += list().cellText(row, ListColumn::place).toStdString() + '='
+                     + list().cellText(row, ListColumn::value1).toStdString() + ' ';
+        return all;
+    };
+    const std::string before = signatures();
+    EXPECT_EQ(before, "1:01:000=4/4 3:01:000=2/4 5:01:000=2/4 7:01:000=2/4 ");
+    const auto rowOf = [this](std::uint32_t bar) {
+        return static_cast<int>(list().rows().firstFrom(bench.editor.MeasToTime({bar, 0, 0})));
+    };
+    const auto click = [this](int row, Qt::KeyboardModifiers keys) {
+        const QModelIndex cell = list().model()->index(row, static_cast<int>(ListColumn::value1));
+        QTest::mouseClick(list().viewport(), Qt::LeftButton, keys, list().visualRect(cell).center());
+    };
+    click(rowOf(2), {});
+    click(rowOf(4), Qt::ControlModifier);
+    frame->run(ViewCommand::editCell);
+    auto* line = list().viewport()->findChild<QLineEdit*>();
+    ASSERT_TRUE(line);
+    QTest::keyClicks(line, "3/4");
+    QTest::keyClick(line, Qt::Key_Return);
+    EXPECT_EQ(signatures(), "1:01:000=4/4 3:01:000=3/4 5:01:000=3/4 7:01:000=2/4 ");
+    EXPECT_EQ(list().selection().count(), 1U); // the other one was made anew
+    EXPECT_EQ(list().currentIndex().row(), rowOf(4));
+    frame->run(ViewCommand::remove);
+    EXPECT_EQ(signatures(), "1:01:000=4/4 5:01:000=3/4 7:01:000=2/4 ");
+    bench.editor.UndoNode();
+    bench.editor.UndoNode();
+    EXPECT_EQ(signatures(), before);
+    bench.editor.RedoNode();
+    frame->run(ViewCommand::selectAll);
+    frame->run(ViewCommand::remove);
+    EXPECT_EQ(signatures(), "1:01:000=4/4 ");
+}
+
+TEST_F(MasterTest, KeepsItsFilterApartFromTheList)
+{
+    open();
+    list().setFilter({1U << static_cast<unsigned>(KindGroup::tempos), -1});
+    EXPECT_EQ(bench.settings.getInt("Track", "Master Filter", 0), ~(1 << static_cast<int>(KindGroup::tempos)));
+    EXPECT_EQ(bench.listSettings.monitorType, 0);
+    open();
+    EXPECT_EQ(list().rows().count(), 1U);
 }
 
 TEST_F(MasterTest, TypesValuesInTheirPlace)

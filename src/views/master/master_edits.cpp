@@ -6,6 +6,7 @@
 #include "core/model/tick.h"
 #include "views/list/cell_parse.h"
 #include "views/roll/grid.h"
+#include "views/roll/note_text.h"
 #include "views/roll/strip_path.h"
 
 #include <algorithm>
@@ -15,19 +16,11 @@
 namespace tessaro {
 namespace {
 
-constexpr double slowestBeats = 4;
-constexpr double fastestBeats = 1000;
-
 double held(double beats) { return std::clamp(beats, slowestBeats, fastestBeats); }
 
 std::uint32_t stepAt(const CEditor& editor, const Grid& grid, std::uint32_t time)
 {
-    if (!grid.isFree()) return grid.step(editor, time);
-    _EDT_MEAS at;
-    editor.TimeToMeas(time, at);
-    _EDT_MEASINFO info;
-    editor.GetMeasInfo(at.meas, info);
-    return std::max(info.beatClock, 1U);
+    return grid.isFree() ? beatClockAt(editor, time) : grid.step(editor, time);
 }
 
 /// The step behind a time; the next bar line when that is nearer.
@@ -71,7 +64,7 @@ std::vector<TempoPoint> rampPoints(const StripPath& path, const CEditor& editor,
     return points;
 }
 
-void MasterEdits::drawTempos(std::span<const TempoPoint> points)
+void MasterEdits::drawTempos(std::span<const TempoPoint> points, TickRange over)
 {
     if (points.empty()) return;
     const UndoScope step(m_editor, m_edits.notes().title(TextId::undoEventInsert));
@@ -79,7 +72,7 @@ void MasterEdits::drawTempos(std::span<const TempoPoint> points)
     const BlkRef blk = m_edits.blkFor(0, 0);
     MasterEvnts before;
     before.build(m_editor);
-    const auto old = before.tempos(points.front().time, tick::later(points.back().time, 1));
+    const auto old = before.tempos(over.from, over.to);
     auto stays = old.begin();
     for (const TempoPoint& point : points) {
         for (; stays != old.end() && stays->time < point.time; ++stays)

@@ -3,6 +3,7 @@
 
 #include "views/list/list_edits.h"
 #include "views/master/master_evnts.h"
+#include "views/roll/roll_scale.h"
 
 #include <cstdint>
 #include <span>
@@ -25,9 +26,9 @@ class MasterEdits {
 public:
     MasterEdits(CEditor& editor, ListEdits& edits) : m_editor(editor), m_edits(edits) {}
 
-    /// Puts tempos in the place of all from the first to the last of them; the last one goes on to the next that stands
+    /// Puts tempos in the place of all in the span, in which they lie; the last one goes on to the next that stands
     /// behind it. Nothing for no points.
-    void drawTempos(std::span<const TempoPoint> points);
+    void drawTempos(std::span<const TempoPoint> points, TickRange over);
     /// Moves tempos in time and makes them faster by so many beats; one that meets another takes its place. The first
     /// tempo of the song keeps its time.
     void moveTempos(std::span<const EvntRef> refs, std::int64_t ticks, double beats);

@@ -10,6 +10,7 @@
 #include "views/master/tempo_view.h"
 #include "views/roll/grid.h"
 #include "views/roll/grid_box.h"
+#include "views/roll/grid_commands.h"
 #include "views/text/ui_text.h"
 #include "views/widgets/elided_label.h"
 #include "views/widgets/folding_row.h"
@@ -33,13 +34,15 @@ constexpr int curveHeight = 320;
 constexpr int listHeight = 200;
 constexpr const char* section = "View Condition";
 constexpr const char* heightKey = "Master Interval";
+constexpr const char* filterSection = "Track";
+constexpr const char* filterKey = "Master Filter"; ///< a bit for each kind group that is shown
 
 } // namespace
 
 CMstrFrm::CMstrFrm(const ViewParts& parts)
     : m_parts(parts)
     , m_bar(new FoldingRow(this))
-    , m_grid(new GridBox(parts.icons, parts.text))
+    , m_grid(new GridBox(parts))
     , m_kinds(new KindFilter(parts.text))
     , m_pointed(new ElidedLabel)
     , m_splitter(new QSplitter(Qt::Vertical, this))
@@ -66,6 +69,11 @@ CMstrFrm::CMstrFrm(const ViewParts& parts)
     column->addWidget(m_splitter, 1);
     setFocusProxy(m_curve);
 
+    const auto shown = static_cast<std::uint32_t>(m_parts.store.getInt(filterSection, filterKey, -1));
+    m_list->setFilter({~shown, -1});
+    m_list->onFilter = [this](const RowFilter& filter) {
+        m_parts.store.setInt(filterSection, filterKey, static_cast<int>(~filter.hiddenGroups));
+    };
     m_list->onChanged = [this] { showState(); };
     m_curve->onScaleChanged = [this] { showScale(); };
     m_curve->onPointed = [this](const QString& words) { m_pointed->setText(words); };
@@ -106,12 +114,7 @@ void CMstrFrm::buildBar()
     m_bar->setFiller(m_pointed);
     m_pointed->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_kinds->onChosen = [this](std::uint32_t hidden) { m_list->setFilter({hidden, -1}); };
-    m_grid->onChosen = [this](int index, bool free) {
-        m_parts.grid.setIndex(index);
-        m_parts.grid.setFree(free);
-        m_parts.grid.save(m_parts.store);
-        m_curve->update();
-    };
+    m_grid->onChanged = [this] { showState(); };
 }
 
 QString CMstrFrm::title() const { return m_parts.text(TextId::masterTitle); }
@@ -131,7 +134,6 @@ void CMstrFrm::showScale()
 void CMstrFrm::showState()
 {
     m_curve->update();
-    m_grid->show(m_parts.grid.index(), m_parts.grid.isFree());
     if (m_kinds->hidden() != m_list->filter().hiddenGroups)
         m_kinds->show(groupsOn(0, trktype::midi), m_list->filter().hiddenGroups);
     if (onChanged) onChanged();
@@ -139,6 +141,7 @@ void CMstrFrm::showState()
 
 bool CMstrFrm::can(ViewCommand command) const
 {
+    if (grid_commands::can(m_parts.grid, command)) return true;
     switch (command) {
     case ViewCommand::zoomIn:
     case ViewCommand::zoomOut:
@@ -147,13 +150,14 @@ bool CMstrFrm::can(ViewCommand command) const
     case ViewCommand::nudgeUp:
     case ViewCommand::nudgeDown:
     case ViewCommand::octaveUp:
-    case ViewCommand::octaveDown: return m_list->can(ViewCommand::remove);
-    default: return m_list->can(command);
+    case ViewCommand::octaveDown: return m_list->commands().can(ViewCommand::remove);
+    default: return m_list->commands().can(command);
     }
 }
 
 void CMstrFrm::run(ViewCommand command)
 {
+    if (grid_commands::run(m_parts.grid, command)) return;
     switch (command) {
     case ViewCommand::zoomIn: m_curve->zoom(zoomStep); break;
     case ViewCommand::zoomOut: m_curve->zoom(1 / zoomStep); break;
@@ -163,7 +167,13 @@ void CMstrFrm::run(ViewCommand command)
     case ViewCommand::nudgeDown: changeTempos(-1); break;
     case ViewCommand::octaveUp: changeTempos(10); break;
     case ViewCommand::octaveDown: changeTempos(-10); break;
-    default: m_list->run(command);
+    case ViewCommand::properties:
+    case ViewCommand::openEditor:
+    case ViewCommand::editCell:
+        if (m_curve->hasFocus() && m_curve->openSelected()) break;
+        m_list->setFocus();
+        [[fallthrough]];
+    default: m_list->commands().run(command);
     }
 }
 
@@ -173,6 +183,8 @@ void CMstrFrm::changeTempos(double beats)
     if (!refs.empty() && can(ViewCommand::remove))
         MasterEdits(m_parts.editor, m_list->edits()).moveTempos(refs, 0, beats);
 }
+
+bool CMstrFrm::isOn(ViewCommand command) const { return grid_commands::isOn(m_parts.grid, command); }
 
 std::vector<EvntRef> CMstrFrm::selectedEvnts() const { return m_list->selection().inOrder(); }
 void CMstrFrm::selectEvnts(std::span<const EvntRef> refs) { m_list->select(refs); }
@@ -194,6 +206,7 @@ void CMstrFrm::retranslate()
 {
     m_list->retranslate();
     m_curve->retranslate();
+    m_across->setAccessibleName(m_parts.text(TextId::scrollTime));
     m_grid->retranslate();
     m_kinds->show(groupsOn(0, trktype::midi), m_list->filter().hiddenGroups);
     showState();
@@ -213,11 +226,20 @@ void CMstrFrm::restoreState()
     showScale();
 }
 
+void CMstrFrm::showEvent(QShowEvent* event)
+{
+    m_list->catchUp();
+    showScale();
+    ChildFrame::showEvent(event);
+}
+
 /// The curve is drawn from the song again at the next painting.
 void CMstrFrm::onHint(const HintObserver*, int code, CEditor* editor)
 {
     switch (code) {
-    case hint::dispReq: showScale(); break;
+    case hint::dispReq:
+        if (isVisible()) showScale();
+        break;
     case hint::evntChng:
     case hint::tsChng:
     case hint::locationChng:

@@ -29,6 +29,7 @@ public:
     [[nodiscard]] int track() const override { return 0; }
     [[nodiscard]] bool can(ViewCommand command) const override;
     void run(ViewCommand command) override;
+    [[nodiscard]] bool isOn(ViewCommand command) const override;
     [[nodiscard]] std::vector<EvntRef> selectedEvnts() const override;
     void selectEvnts(std::span<const EvntRef> refs) override;
     void setPosition(std::uint32_t tick, bool follow) override;
@@ -41,6 +42,9 @@ public:
 
     [[nodiscard]] CListVw& list() const { return *m_list; }
     [[nodiscard]] TempoView& curve() const { return *m_curve; }
+
+protected:
+    void showEvent(QShowEvent* event) override;
 
 private:
     void buildBar();

@@ -72,7 +72,7 @@ void MasterGesture::press(EditTool tool, QPoint at, Qt::KeyboardModifiers keys)
         return;
     }
     cancel();
-    m_from = m_now = at;
+    m_from = m_now = placeOf(at);
     const bool inCurve = at.y() >= TempoScale::curveTop;
     m_tool = inCurve ? tool : EditTool::select;
     if (inCurve && draws(tool)) {
@@ -100,9 +100,9 @@ void MasterGesture::press(EditTool tool, QPoint at, Qt::KeyboardModifiers keys)
 
 void MasterGesture::move(QPoint at, Qt::KeyboardModifiers keys)
 {
-    const QPoint before = m_now;
-    m_now = at;
-    if (m_mode == Mode::waiting && (at - m_from).manhattanLength() >= dragDistance)
+    const QPoint before = pointOf(m_now);
+    m_now = placeOf(at);
+    if (m_mode == Mode::waiting && (at - pointOf(m_from)).manhattanLength() >= dragDistance)
         m_mode = m_hit ? Mode::drag : Mode::band;
     switch (m_mode) {
     case Mode::drag: drag(at, keys); break;
@@ -119,7 +119,7 @@ void MasterGesture::move(QPoint at, Qt::KeyboardModifiers keys)
         m_path.lineTo(to);
         break;
     }
-    case Mode::bend: m_path.setBend((m_parts.scale.beats(at.y()) - m_parts.scale.beats(m_from.y())) * pathUnits); break;
+    case Mode::bend: m_path.setBend((m_parts.scale.beats(at.y()) - m_parts.scale.beats(m_from.y)) * pathUnits); break;
     default: break;
     }
 }
@@ -127,16 +127,17 @@ void MasterGesture::move(QPoint at, Qt::KeyboardModifiers keys)
 void MasterGesture::drag(QPoint at, Qt::KeyboardModifiers keys)
 {
     const TempoScale& scale = m_parts.scale;
-    const bool isAcross = std::abs(at.x() - m_from.x()) >= std::abs(at.y() - m_from.y());
+    const QPoint way = at - pointOf(m_from);
+    const bool isAcross = std::abs(way.x()) >= std::abs(way.y());
     const bool keepsOne = keys & Qt::ShiftModifier;
-    const auto moved = static_cast<std::int64_t>((at.x() - m_from.x()) * scale.zoom());
+    const std::int64_t moved = std::int64_t{scale.time(at.x())} - m_from.time;
     m_ticks = 0;
     m_beats = 0;
     if (!m_hit->isTempo || !keepsOne || isAcross)
         m_ticks = std::int64_t{snapped(tick::shifted(m_hit->time, moved), keys)} - m_hit->time;
-    if (std::abs(at.x() - m_from.x()) < dragDistance) m_ticks = 0;
-    if (m_hit->isTempo && (!keepsOne || !isAcross) && std::abs(at.y() - m_from.y()) >= dragDistance)
-        m_beats = rounded(scale.beats(scale.y(m_hit->beats) + at.y() - m_from.y())) - m_hit->beats;
+    if (std::abs(way.x()) < dragDistance) m_ticks = 0;
+    if (m_hit->isTempo && (!keepsOne || !isAcross) && std::abs(way.y()) >= dragDistance)
+        m_beats = rounded(scale.beats(scale.y(m_hit->beats) + way.y())) - m_hit->beats;
 }
 
 void MasterGesture::erase(QPoint from, QPoint to)
@@ -180,7 +181,7 @@ void MasterGesture::release(QPoint at, Qt::KeyboardModifiers keys)
     case Mode::draw:
         if (m_tool == EditTool::curve && m_path.first() != m_path.last()) {
             m_mode = Mode::bend;
-            m_from = at;
+            m_from = placeOf(at);
             return;
         }
         commitPath();
@@ -211,10 +212,10 @@ void MasterGesture::selectBand(Qt::KeyboardModifiers keys)
 {
     const QRect area = *band();
     const TempoScale& scale = m_parts.scale;
+    const auto [from, last] = std::minmax(m_from.time, m_now.time);
+    const std::uint32_t to = tick::later(last, 1);
     std::vector<EvntRef> refs;
     if (keys & (Qt::ControlModifier | Qt::ShiftModifier)) refs = m_parts.selection.inOrder();
-    const std::uint32_t from = scale.time(area.left());
-    const std::uint32_t to = tick::later(scale.time(area.right()), 1);
     const auto add = [&](POSITION evnt) {
         const EvntRef ref = m_parts.evnts.ref(evnt);
         if (std::find(refs.begin(), refs.end(), ref) == refs.end()) refs.push_back(ref);
@@ -231,8 +232,9 @@ void MasterGesture::selectBand(Qt::KeyboardModifiers keys)
 void MasterGesture::commitPath()
 {
     const std::vector<TempoPoint> points = drawn();
+    const TickRange over{m_path.first(), tick::later(m_path.last(), 1)};
     cancel();
-    m_parts.edits.drawTempos(points);
+    m_parts.edits.drawTempos(points, over);
 }
 
 void MasterGesture::cancel()
@@ -248,7 +250,7 @@ void MasterGesture::cancel()
 std::optional<QRect> MasterGesture::band() const
 {
     if (m_mode != Mode::band) return std::nullopt;
-    return QRect(m_from, m_now).normalized();
+    return QRect(pointOf(m_from), pointOf(m_now)).normalized();
 }
 
 std::vector<TempoPoint> MasterGesture::drawn() const

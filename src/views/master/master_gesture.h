@@ -31,7 +31,7 @@ class MasterEdits;
 /// - pencil draws freely, line straight; curve too, and after the release the mouse bends it up and down until the next
 ///   press. A tempo comes to each step of the grid.
 /// - eraser takes the tempos that it passes. Other tools work as select; in the lanes of flags all do.
-/// Pixels as in the scale. Borrows all.
+/// Pixels as in the scale, which may go on to another time while the mouse is down. Borrows all.
 class MasterGesture {
 public:
     struct Parts {
@@ -73,6 +73,8 @@ public:
 
     [[nodiscard]] Mode mode() const { return m_mode; }
     [[nodiscard]] std::optional<QRect> band() const;
+    /// The mouse holds something that goes along with it.
+    [[nodiscard]] bool isUnderWay() const { return m_mode != Mode::none && m_mode != Mode::waiting; }
     /// The tempos that a line will make.
     [[nodiscard]] std::vector<TempoPoint> drawn() const;
     /// Where a tempo is to be shown; nothing for one that will be gone.
@@ -81,6 +83,14 @@ public:
     [[nodiscard]] std::int64_t flagTicks() const { return m_hit && !m_hit->isTempo ? m_ticks : 0; }
 
 private:
+    /// A point that stays where it is in time when the scale changes.
+    struct Place {
+        std::uint32_t time = 0;
+        int y = 0;
+    };
+
+    [[nodiscard]] Place placeOf(QPoint at) const { return {m_parts.scale.time(at.x()), at.y()}; }
+    [[nodiscard]] QPoint pointOf(const Place& place) const { return {m_parts.scale.x(place.time), place.y}; }
     [[nodiscard]] std::vector<EvntRef> selected(bool tempos) const;
     [[nodiscard]] bool isSelected(POSITION evnt) const;
     [[nodiscard]] StripPoint pathPoint(QPoint at) const;
@@ -93,8 +103,8 @@ private:
     Parts m_parts;
     Mode m_mode = Mode::none;
     EditTool m_tool = EditTool::select;
-    QPoint m_from;
-    QPoint m_now;
+    Place m_from;
+    Place m_now;
     std::optional<Hit> m_hit;
     bool m_wasSelected = false;
     StripPath m_path;

@@ -20,6 +20,7 @@ public:
     static constexpr int lanes = 4;
     static constexpr int curveTop = ruler + lanes * laneHeight;
     static constexpr int margin = 12; ///< above and below the curve
+    static constexpr int longestFlag = 160;
     static constexpr double leastZoom = 1;
     static constexpr double mostZoom = 240;
 

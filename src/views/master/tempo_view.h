@@ -2,19 +2,19 @@
 #pragma once
 
 #include "views/editors/view_parts.h"
-#include "views/list/fault_label.h"
 #include "views/master/master_edits.h"
 #include "views/master/master_evnts.h"
 #include "views/master/master_gesture.h"
+#include "views/master/tempo_line.h"
+#include "views/master/tempo_painter.h"
 #include "views/master/tempo_scale.h"
-#include "views/roll/time_marks.h"
 
-#include <QPointer>
+#include <QBasicTimer>
 #include <QWidget>
 
 #include <functional>
 
-class QLineEdit;
+class QMenu;
 
 namespace tessaro {
 
@@ -22,7 +22,8 @@ class CListVw;
 
 /// The picture of the master track: a ruler, flags of signatures, keys, markers and texts in lanes, and the tempo as
 /// steps with a point at each event. A double click types the value of a point or flag in its place, or makes a new
-/// one. What is selected, and what is done to it, is the list's. User interface thread.
+/// one. What is selected, and what is done to it, is the list's. A drag beyond the left or right edge goes on through
+/// time. User interface thread.
 class TempoView : public QWidget {
 public:
     /// The list outlives it.
@@ -47,14 +48,17 @@ public:
     void markStale();
     void retranslate();
     /// The line that is open; null for none.
-    [[nodiscard]] QLineEdit* line() const;
+    [[nodiscard]] QLineEdit* line() const { return m_line.line(); }
+    /// Opens a line for the first event that is selected; false when it is out of sight.
+    bool openSelected();
+    /// What can be done at a point; an event there is selected.
+    void fillMenu(QMenu& menu, QPoint at);
 
     [[nodiscard]] QSize sizeHint() const override { return {800, 320}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {240, TempoScale::curveTop + 80}; }
 
 protected:
     bool event(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -64,28 +68,20 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
-    /// What an open line is about.
-    struct Typed {
-        EvntRef ref;     ///< null for a new event
-        EvntDraft draft; ///< of a new event
-        ListColumn column = ListColumn::value1;
-    };
-    void refresh();
+    void catchUp();
     void changed();
+    void cancel();
+    void scrollAtEdge();
     [[nodiscard]] bool isLocked() const { return m_parts.isLocked && m_parts.isLocked(); }
-    [[nodiscard]] QString flagText(const MasterFlag& flag) const;
-    [[nodiscard]] int flagWidth(const MasterFlag& flag) const;
     [[nodiscard]] QString pointed(QPoint at) const;
-    void paintGround(QPainter& painter);
-    void paintRuler(QPainter& painter) const;
-    void paintFlags(QPainter& painter) const;
-    void paintCurve(QPainter& painter) const;
-    void paintSteps(QPainter& painter, const std::vector<TempoPoint>& points, const QColor& colour, bool fill) const;
-    void openLine(const QRect& place, Typed typed);
-    void closeLine();
-    void takeLine();
+    [[nodiscard]] QRect linePlace(std::uint32_t time, int y) const;
+    void openLine(POSITION evnt, std::uint32_t time, int y);
+    void insertAt(QPoint at, Qt::KeyboardModifiers keys);
 
     const ViewParts m_parts;
     CListVw& m_list;
@@ -93,11 +89,13 @@ private:
     MasterEvnts m_evnts;
     MasterEdits m_edits;
     MasterGesture m_gesture;
-    std::vector<TimeMark> m_marks;
-    QPointer<QLineEdit> m_line;
-    FaultLabel m_fault;
-    Typed m_typed;
+    TempoPainter m_painter;
+    TempoLine m_line;
+    QBasicTimer m_edgeTimer; ///< while the mouse is beyond an edge
+    QPoint m_pointer;        ///< of the last event of the mouse
+    Qt::KeyboardModifiers m_pointerKeys;
     std::uint32_t m_position = 0;
+    bool m_isDown = false; ///< the left button, on something that can be dragged
     bool m_stale = true;
 };
 
