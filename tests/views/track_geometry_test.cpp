@@ -100,7 +100,13 @@ TEST(MeasScroll, GrowsPastTheEndByLinesAndPages)
     EXPECT_EQ(scroll.pages(100, 1000), 9999);
     EXPECT_EQ(scroll.range(), 9999);
     scroll.thumb(3);
-    scroll.grow(2);
+    scroll.setSong(2);
+    EXPECT_EQ(scroll.range(), 9999); // what was added stays
+    scroll.reset(5);
+    scroll.lines(3);
+    scroll.setSong(20);
+    EXPECT_EQ(scroll.range(), 20);
+    scroll.setSong(2);
     EXPECT_EQ(scroll.range(), 3);
 }
 
@@ -175,11 +181,8 @@ TEST(TrkSelection, FollowsTheSong)
     song.editor.UndoNode();
     EXPECT_EQ(song.selected(), "1:0-1920");
 
-    song.selection.markRecBlk(b.trk, b.blk);
-    EXPECT_TRUE(song.selection.isRecBlk(b.blk));
     EXPECT_EQ(song.selection.selectedBlks(b.trk).size(), 1U);
     song.selection.deselectAll();
-    EXPECT_FALSE(song.selection.isRecBlk(b.blk));
     EXPECT_EQ(song.selection.trkGetHeadSel(), nullptr);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/edit/undo_scope.h"
 #include "parts_fixture.h"
+#include "track_song.h"
 #include "views/setup/position_box.h"
 #include "views/tracks/track_frame.h"
 #include "views/tracks/transpose_box.h"
@@ -154,6 +155,84 @@ TEST_F(TrackPages, ABlockIsNamedMovedAndSizedInOneStep)
     EXPECT_FALSE(QApplication::activePopupWidget());
 }
 
+TEST_F(TrackPages, APageClosesWhenItsTrackOrBlockChanges)
+{
+    const auto step = [&](auto&& work) {
+        const UndoScope scope(editor, "step");
+        work();
+    };
+    openBlk();
+    step([&] { editor.BlkSize(editor.GetTrkPos(1), editor.GetHeadBlkPos(editor.GetTrkPos(1)), 7680); });
+    EXPECT_FALSE(QApplication::activePopupWidget());
+    openBlk();
+    editor.UndoNode();
+    EXPECT_FALSE(QApplication::activePopupWidget());
+    openBlk();
+    step([&] { editor.BlkDel(editor.GetTrkPos(1), editor.GetHeadBlkPos(editor.GetTrkPos(1))); });
+    EXPECT_FALSE(QApplication::activePopupWidget());
+    openTrack(1);
+    step([&] { editor.SetTrkArrange(1, 5); });
+    EXPECT_FALSE(QApplication::activePopupWidget());
+    openTrack(1);
+    editor.SetTrkPort(1, 2);
+    EXPECT_FALSE(QApplication::activePopupWidget());
+    openTrack(1);
+    editor.SetTrkSolo(1, true); // which no page shows
+    EXPECT_TRUE(QApplication::activePopupWidget());
+    frame->songReplaced();
+    EXPECT_FALSE(QApplication::activePopupWidget());
+}
+
+TEST_F(TrackPages, TheEndOfAGhostIsThatOfItsSource)
+{
+    const POSITION at = editor.GetTrkPos(1);
+    {
+        const UndoScope step(editor, "link");
+        editor.BlkGhost(at, editor.GetHeadBlkPos(at), editor.GetTrkPos(4), 0);
+    }
+    const POSITION other = editor.GetTrkPos(4);
+    frame->showBlk({other, editor.GetHeadBlkPos(other)});
+    auto& ghost = page<CTrkBlkPropPage>();
+    EXPECT_FALSE(ghost.end().isEnabled());
+    ghost.name().setText(QStringLiteral("Echo"));
+    ghost.top().stepBy(1);
+    QTest::keyClick(&ghost.name(), Qt::Key_Return);
+    EXPECT_EQ(TrackSong::all(editor), "1:1920-3840 4:1920-3840g");
+    EXPECT_EQ(blk(4).GetName(), "Echo");
+}
+
+TEST_F(TrackPages, ACellUnderEditKeepsWhatIsTyped)
+{
+    CTrkPramView& prams = frame->pramView();
+    prams.setCurrentIndex(frame->table().index(0, static_cast<int>(TrackColumn::name)));
+    prams.editCell();
+    auto* line = prams.findChild<QLineEdit*>();
+    ASSERT_TRUE(line);
+    line->setText(QStringLiteral("half"));
+    editor.SetTrkSolo(2, true); // the first track is silent now
+    editor.SetTrkSoloMute();
+    EXPECT_EQ(line->text(), QStringLiteral("half"));
+    editor.SetTrkName(1, "other");
+    frame->refreshRows();
+    EXPECT_EQ(line->text(), QStringLiteral("other")) << "the value itself is another one";
+    line->setText(QStringLiteral("of the old song"));
+    frame->songReplaced();
+    EXPECT_EQ(trk(1).GetName(), "other");
+}
+
+TEST_F(TrackPages, EveryColumnHasAFullName)
+{
+    const TrackListModel& table = frame->table();
+    for (int column = 0; column < trackColumns; ++column) {
+        const QString name = table.headerData(column, Qt::Horizontal, Qt::AccessibleTextRole).toString();
+        EXPECT_FALSE(name.isEmpty()) << column;
+        const QString said = table.index(0, column).data(Qt::AccessibleTextRole).toString();
+        const bool plain =
+            column == static_cast<int>(TrackColumn::number) || column == static_cast<int>(TrackColumn::name);
+        EXPECT_EQ(said.startsWith(name + QStringLiteral(": ")) && said.size() > name.size() + 2, !plain) << column;
+    }
+}
+
 TEST_F(TrackPages, WhatIsSelectedGivesItsEventsOnce)
 {
     const POSITION at = editor.GetTrkPos(1);
@@ -174,12 +253,31 @@ TEST_F(TrackPages, WhatIsSelectedGivesItsEventsOnce)
 
 TEST_F(TrackPages, ZoomAndSplitComeBack)
 {
-    frame->blkView().setZoom(100);
-    frame->saveState();
-    EXPECT_EQ(fixture.bench.settings.getInt("View Condition", "Trk Zoom", -1), 100);
-    EXPECT_DOUBLE_EQ(CTrackFrame(fixture.parts).blkView().geometry().zoom(), 100);
+    for (const double zoom : {100.0, 37.4, 37.625, 6.0}) {
+        frame->blkView().setZoom(zoom);
+        frame->blkView().setRowHeight(44);
+        frame->saveState();
+        const CTrackFrame again(fixture.parts);
+        EXPECT_NEAR(again.blkView().geometry().zoom(), zoom, 0.0006);
+        EXPECT_EQ(again.blkView().geometry().rowHeight(), 44);
+    }
     fixture.bench.settings.setInt("View Condition", "Trk Zoom", 5000);
     EXPECT_DOUBLE_EQ(CTrackFrame(fixture.parts).blkView().geometry().zoom(), TrkGeometry::mostZoom);
+}
+
+TEST_F(TrackPages, TheBackgroundIsTheThemesOrAnother)
+{
+    const auto shown = [this] {
+        CTrackFrame again(fixture.parts);
+        again.resize(1200, 500);
+        const QImage image = again.grab().toImage();
+        return image.pixelColor(image.width() - 60, image.height() - 60);
+    };
+    const QColor usual = shown();
+    fixture.bench.settings.setInt("Track", "Color", 0x804000);
+    EXPECT_EQ(shown(), usual);
+    fixture.bench.settings.setInt("Track", "Color", 0x123456);
+    EXPECT_EQ(shown(), QColor(0x12, 0x34, 0x56));
 }
 
 } // namespace

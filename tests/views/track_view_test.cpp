@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parts_fixture.h"
 #include "track_song.h"
+#include "views/frame/frame_actions.h"
 #include "views/tracks/track_frame.h"
 #include "views/tracks/trk_blk_view.h"
+#include "views/tracks/trk_pram_view.h"
 
+#include <QLineEdit>
 #include <QScrollBar>
+#include <QSplitter>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -19,6 +23,7 @@ protected:
     PartsFixture fixture;
     CEditor& editor = fixture.editor;
     std::unique_ptr<CTrackFrame> frame;
+    std::vector<std::tuple<WindowKind, int, std::uint32_t>> opened;
     static constexpr const char* whole = "1:0-1920 1:3840-5760 2:1920-3840";
 
     TrackView()
@@ -26,6 +31,9 @@ protected:
         for (const auto& [track, bar] : {std::pair(1, 0U), {1, 2U}, {2, 1U}})
             PartsFixture::addNote(fixture.addBlock(track, bar * 1920, bar * 1920 + 1920), bar * 1920, 60, 10);
         fixture.bind();
+        fixture.parts.open = [this](WindowKind kind, int track, std::uint32_t tick) {
+            opened.push_back({kind, track, tick});
+        };
         frame = std::make_unique<CTrackFrame>(fixture.parts);
         frame->resize(1700, 700);
         frame->show();
@@ -63,10 +71,17 @@ protected:
     }
     void click(QPoint at, EditTool tool = EditTool::select) { drag(at, at, {}, tool); }
     /// Commands have heard of the selection.
-    void key(Qt::Key key)
+    void key(Qt::Key key) { keyIn(view(), key); }
+    static void keyIn(QWidget& where, Qt::Key key, Qt::KeyboardModifiers keys = {})
     {
         QCoreApplication::processEvents();
-        QTest::keyClick(&view(), key);
+        QTest::keyClick(&where, key, keys);
+    }
+    void activate(QWidget& focused)
+    {
+        frame->activateWindow();
+        focused.setFocus();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
     }
 };
 
@@ -175,9 +190,7 @@ TEST_F(TrackView, EditsLetTheSongPlayOn)
 
 TEST_F(TrackView, KeysAndScrollBar)
 {
-    frame->activateWindow();
-    view().setFocus();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+    activate(view());
     click({400, 50});
     key(Qt::Key_Right);
     EXPECT_EQ(blks(), "1:0-1920 1:3840-5760 2:3840-5760");
@@ -191,6 +204,128 @@ TEST_F(TrackView, KeysAndScrollBar)
     for (int line = 0; line < measures + 2; ++line) bar.triggerAction(QAbstractSlider::SliderSingleStepAdd);
     EXPECT_EQ(view().geometry().origin(), static_cast<std::uint32_t>(measures + 2) * 1920);
     EXPECT_EQ(bar.maximum(), measures + 2);
+    drag({100, 30}, {100, 30}, {}, EditTool::pencil); // a block there
+    editor.UndoNode();
+    EXPECT_EQ(bar.maximum(), measures + 2) << "measures that were added stay";
+    view().setOrigin(0);
+    frame->songReplaced();
+    EXPECT_EQ(bar.maximum(), measures);
+}
+
+TEST_F(TrackView, ArrowsWithoutASelectionGoToTracksAndBlocks)
+{
+    activate(view());
+    key(Qt::Key_Down);
+    EXPECT_EQ(frame->currentTrack(), 2);
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected(), "2:1920-3840");
+    key(Qt::Key_Escape);
+    EXPECT_EQ(selected(), "");
+    key(Qt::Key_Up);
+    key(Qt::Key_Up); // no further
+    EXPECT_EQ(frame->currentTrack(), 1);
+    key(Qt::Key_Left);
+    EXPECT_EQ(selected(), "1:0-1920");
+    EXPECT_EQ(blks(), whole);
+    key(Qt::Key_Escape);
+    for (int step = 0; step < 2; ++step) key(Qt::Key_Down);
+    EXPECT_FALSE(frame->can(ViewCommand::nudgeRight)); // no block there
+}
+
+TEST_F(TrackView, KeysOfTracksAndEditors)
+{
+    using Opened = std::vector<std::tuple<WindowKind, int, std::uint32_t>>;
+    CTrkPramView& prams = frame->pramView();
+    activate(prams);
+    prams.setCurrentIndex(frame->table().index(1, static_cast<int>(TrackColumn::name)));
+    const CTrk& trk = *editor.song().trk(2);
+    keyIn(prams, Qt::Key_A);
+    keyIn(prams, Qt::Key_M);
+    keyIn(prams, Qt::Key_S);
+    EXPECT_TRUE(trk.GetRec() && trk.GetMute() && trk.GetSolo());
+    keyIn(prams, Qt::Key_M);
+    EXPECT_FALSE(trk.GetMute());
+    fixture.actions[ViewCommand::muteTrack].setShortcut(Qt::CTRL | Qt::Key_F3);
+    keyIn(prams, Qt::Key_M);
+    EXPECT_FALSE(trk.GetMute());
+    keyIn(prams, Qt::Key_F3, Qt::ControlModifier);
+    EXPECT_TRUE(trk.GetMute());
+
+    for (const Qt::Key edits : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2}) {
+        keyIn(prams, edits);
+        auto* line = prams.findChild<QLineEdit*>();
+        ASSERT_TRUE(line) << edits;
+        QTest::keyClicks(line, QStringLiteral("ams"));
+        QTest::keyClick(line, Qt::Key_Return);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !prams.findChild<QLineEdit*>(); }));
+        EXPECT_EQ(trk.GetName(), "ams");
+    }
+    prams.setCurrentIndex(frame->table().index(1, static_cast<int>(TrackColumn::record)));
+    keyIn(prams, Qt::Key_F2);
+    EXPECT_TRUE(trk.GetRec());
+    keyIn(prams, Qt::Key_Return);
+    EXPECT_FALSE(trk.GetRec());
+    EXPECT_TRUE(opened.empty());
+
+    activate(view());
+    click({700, 30});
+    key(Qt::Key_Return);
+    EXPECT_EQ(opened, (Opened{{WindowKind::piano, 1, 3840}}));
+    key(Qt::Key_Escape);
+    frame->setCurrentTrack(10); // the drums
+    key(Qt::Key_Enter);
+    EXPECT_EQ(opened.back(), (Opened::value_type{WindowKind::drum, 10, 0}));
+}
+
+TEST_F(TrackView, EscapeEndsADragBeforeItIsACommandOfTheMainWindow)
+{
+    FrameActions actions(*frame, fixture.icons, fixture.text);
+    int backs = 0;
+    QObject::connect(&actions.back, &QAction::triggered, frame.get(), [&] { ++backs; });
+    activate(view());
+    press({100, 30});
+    QTest::mouseMove(view().viewport(), {800, 90});
+    ASSERT_TRUE(view().gesture().drop());
+    key(Qt::Key_Escape);
+    EXPECT_EQ(backs, 0);
+    EXPECT_FALSE(view().gesture().active());
+    release({800, 90});
+    EXPECT_EQ(blks(), whole);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(backs, 1);
+}
+
+TEST_F(TrackView, AnotherSongEndsADrag)
+{
+    click({400, 50});
+    press({100, 30});
+    QTest::mouseMove(view().viewport(), {800, 90});
+    ASSERT_TRUE(view().gesture().drop());
+    editor.InitEditor();
+    frame->songReplaced();
+    EXPECT_EQ(selected(), "");
+    QTest::mouseMove(view().viewport(), {700, 90});
+    release({700, 90});
+    EXPECT_EQ(blks(), "");
+    view().grab();
+    EXPECT_TRUE(frame->selectedEvnts().empty());
+}
+
+TEST_F(TrackView, FollowingTurnsPagesInsideABarThatIsWiderThanTheWindow)
+{
+    frame->splitter().setSizes({1440, 240});
+    const int width = view().geometry().size().width();
+    ASSERT_LT(width, 320);
+    std::uint32_t origin = 0;
+    int pages = 0;
+    for (std::uint32_t tick = 0; tick < 5 * 1920; tick += 30) {
+        view().setPosition(tick, true);
+        const int x = view().geometry().windowX(tick);
+        EXPECT_TRUE(x >= TrkGeometry::leftMargin && x < width) << tick;
+        pages += std::exchange(origin, view().geometry().origin()) != view().geometry().origin();
+    }
+    EXPECT_LT(pages, 5 * (320 / (width - 60) + 1));
+    EXPECT_GE(pages, 5);
 }
 
 } // namespace

@@ -7,18 +7,18 @@ namespace tessaro {
 
 void MeasScroll::reset(int measures)
 {
-    m_at = 0;
-    m_range = std::clamp(measures, 0, most);
+    m_at = m_reached = 0;
+    setSong(measures);
 }
 
-void MeasScroll::grow(int measures) { m_range = std::clamp(measures, m_at, most); }
+void MeasScroll::setSong(int measures) { m_song = std::clamp(measures, 0, most); }
 
-int MeasScroll::thumb(int measure) { return m_at = std::clamp(measure, 0, m_range); }
+int MeasScroll::thumb(int measure) { return m_at = std::clamp(measure, 0, range()); }
 
 int MeasScroll::step(int measures)
 {
     m_at = std::clamp(m_at + measures, 0, most);
-    m_range = std::max(m_range, m_at);
+    m_reached = std::max(m_reached, m_at);
     return m_at;
 }
 

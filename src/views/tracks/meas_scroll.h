@@ -4,17 +4,18 @@
 namespace tessaro {
 
 /// The horizontal scroll bar of the track window, in measures: its range goes from 0 to the number of measures of the
-/// song. Lines and pages past the end make it longer, up to 9999 measures. Each step answers the new position.
+/// song. Lines and pages past the end make it longer, up to 9999 measures, until another song comes. Each step answers
+/// the new position.
 class MeasScroll {
 public:
     static constexpr int most = 9999;
 
     /// Another song of so many measures: the range is theirs.
     void reset(int measures);
-    /// The song has so many measures now: the range covers them, and never gets shorter than where it is.
-    void grow(int measures);
+    /// The song has so many measures now.
+    void setSong(int measures);
 
-    [[nodiscard]] int range() const { return m_range; }
+    [[nodiscard]] int range() const { return m_song > m_reached ? m_song : m_reached; }
     [[nodiscard]] int at() const { return m_at; }
     int lines(int count) { return step(count); }
     /// `measures` is what the window shows.
@@ -27,7 +28,8 @@ public:
 private:
     int step(int measures);
 
-    int m_range = 0;
+    int m_song = 0;    ///< measures
+    int m_reached = 0; ///< the furthest that the bar has been
     int m_at = 0;
 };
 

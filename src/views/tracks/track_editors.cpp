@@ -6,6 +6,7 @@
 #include "views/tracks/transpose_box.h"
 #include "views/tracks/trk_pram_view.h"
 #include "views/widgets/keeps_key.h"
+#include "views/widgets/port_rows.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -14,6 +15,8 @@
 
 namespace tessaro {
 namespace {
+
+constexpr const char* shown = "shown"; ///< the value that an editor was last given
 
 /// A list of ports; a choice from the opened list is the end of editing.
 class PortBox : public QComboBox {
@@ -67,10 +70,7 @@ QWidget* TrackEditors::createEditor(QWidget* parent, const QStyleOptionViewItem&
     }
     case TrackColumn::port: {
         auto* box = new PortBox(m_view, parent);
-        const QStringList names = m_table.portNames ? m_table.portNames() : QStringList();
-        const int count = std::max(static_cast<int>(names.size()), m_table.row(index).port + 1);
-        for (int port = 0; port < count; ++port)
-            box->addItem(QStringLiteral("%1: %2").arg(port + 1).arg(names.value(port, QStringLiteral("---"))));
+        addPortRows(*box, m_table.portNames ? m_table.portNames() : QStringList(), m_table.row(index).port + 1);
         editor = box;
         break;
     }
@@ -95,6 +95,8 @@ QWidget* TrackEditors::makeNumber(QWidget* parent, const QModelIndex& index) con
 void TrackEditors::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
     const QVariant value = index.data(Qt::EditRole);
+    if (editor->property(shown) == value) return; // what is typed stays when something else of the row changes
+    editor->setProperty(shown, value);
     switch (static_cast<TrackColumn>(index.column())) {
     case TrackColumn::name: static_cast<QLineEdit*>(editor)->setText(value.toString()); break;
     case TrackColumn::port: static_cast<QComboBox*>(editor)->setCurrentIndex(value.toInt()); break;

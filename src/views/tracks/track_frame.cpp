@@ -4,40 +4,32 @@
 #include "core/edit/editor.h"
 #include "core/ports/settings_store.h"
 #include "realtime/transport/cnp_window.h"
-#include "views/clipboard/song_clipboard.h"
 #include "views/editors/view_actions.h"
 #include "views/text/ui_text.h"
 #include "views/theme/icons.h"
-#include "views/tracks/trk_blk_prop_page.h"
+#include "views/tracks/blk_evnts.h"
 #include "views/tracks/trk_blk_view.h"
 #include "views/tracks/trk_pram_view.h"
-#include "views/tracks/trk_prop_page.h"
 #include "views/widgets/empty_hint.h"
 
-#include <QComboBox>
 #include <QEvent>
-#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QSpinBox>
 #include <QSplitter>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <cmath>
-#include <unordered_set>
 
 namespace tessaro {
 namespace {
 
-constexpr int takeInterval = 100;             ///< ms between two drawings of what is being recorded
-constexpr std::uint32_t longestStep = 960;    ///< ticks between two looks at the lights, unless the position jumped
-constexpr std::uint32_t startsAStep = 200000; ///< notes that one step of following play may look through
-constexpr int busyInterval = 100;             ///< ms to wait while the song is being made
+constexpr int takeInterval = 100; ///< ms between two drawings of what is being recorded
+constexpr int busyInterval = 100; ///< ms to wait while the song is being made
 constexpr int prefsWidth = 400;
-constexpr int rowHeightStep = 12;
 constexpr const char* condition = "View Condition";
+constexpr int zoomParts = 1000; ///< of a tick a pixel that are kept
 
 using C = ViewCommand;
 
@@ -48,8 +40,12 @@ CTrackFrame::CTrackFrame(const ViewParts& parts, QWidget* parent)
     , m_parts(parts)
     , m_table(parts.text)
     , m_tracks(parts.editor, parts.text)
+    , m_lights(parts.editor)
+    , m_prams(new CTrkPramView(m_table))
+    , m_blks(new CTrkBlkView(m_parts))
+    , m_pages(m_parts, m_tracks, m_blks->commands(), *this)
+    , m_commands(m_parts, *this)
 {
-    m_startsStale.fill(true);
     layOut();
     connectTable();
     m_refresh.setSingleShot(true);
@@ -70,8 +66,6 @@ CTrackFrame::~CTrackFrame() { m_parts.editor.removeObserver(this); }
 void CTrackFrame::layOut()
 {
     m_splitter = new QSplitter(Qt::Horizontal, this);
-    m_prams = new CTrkPramView(m_table);
-    m_blks = new CTrkBlkView(m_parts);
     m_splitter->addWidget(m_prams);
     m_splitter->addWidget(m_blks);
     m_splitter->setStretchFactor(1, 1);
@@ -89,8 +83,9 @@ void CTrackFrame::layOut()
     setFocusProxy(m_blks);
 
     const std::initializer_list<C> keys = {C::remove,   C::nudgeLeft, C::nudgeRight, C::nudgeUp, C::nudgeDown,
-                                           C::tickLeft, C::tickRight, C::longer,     C::shorter};
+                                           C::tickLeft, C::tickRight, C::longer,     C::shorter, C::openEditor};
     m_parts.actions.listen(*m_blks, keys);
+    m_parts.actions.listen(*m_prams, {C::openEditor, C::editCell, C::armTrack, C::muteTrack, C::soloTrack});
     connect(&m_parts.actions[C::toolSelect], &QAction::toggled, m_blks, [this] { m_blks->toolChanged(); });
     connect(&m_hint->button(), &QPushButton::clicked, this, [this] {
         if (onOpenSong) onOpenSong();
@@ -157,10 +152,13 @@ void CTrackFrame::onHint(const HintObserver*, int code, CEditor*)
     case hint::trkMute:
     case hint::chSolo:
     case hint::chMute:
-    case hint::soloMute:
+    case hint::soloMute: refreshRows(); return;
     case hint::trkCh:
     case hint::trkPort:
-    case hint::allTrkPort: refreshRows(); return;
+    case hint::allTrkPort:
+        m_pages.close();
+        refreshRows();
+        return;
     case hint::blkNew:
     case hint::blkMove:
     case hint::blkDel:
@@ -170,7 +168,12 @@ void CTrackFrame::onHint(const HintObserver*, int code, CEditor*)
     case hint::addBlk:
     case hint::blkReal:
     case hint::blkUpdate:
-    case hint::trkArrange: m_startsStale.fill(true); break;
+    case hint::trkArrange: m_lights.setAllStale(); [[fallthrough]];
+    case hint::blkName:
+    case hint::blkReSize:
+    case hint::trkType:
+    case hint::tsChng:
+    case hint::measChng: m_pages.close(); break;
     default: break;
     }
     if (!m_refresh.isActive()) m_refresh.start(0);
@@ -183,8 +186,10 @@ void CTrackFrame::startsStale()
     POSITION blk = nullptr;
     m_parts.editor.GetHint(trk, blk);
     if (!trk || !blk) return;
-    m_startsStale[static_cast<std::size_t>(Song::numberOf(trk))] = true;
-    if (m_blks->painter().isLinked(*List<CBlk>::get(blk))) m_startsStale.fill(true);
+    if (m_blks->painter().isLinked(*List<CBlk>::get(blk)))
+        m_lights.setAllStale();
+    else
+        m_lights.setStale(trk);
 }
 
 void CTrackFrame::refresh()
@@ -209,8 +214,9 @@ void CTrackFrame::refreshRows()
 
 void CTrackFrame::songReplaced()
 {
-    finishEditing();
-    m_startsStale.fill(true);
+    m_prams->abandonEditing();
+    m_pages.close();
+    m_lights.setAllStale();
     clearLights();
     m_blks->songReplaced();
     const std::uint32_t end = m_parts.editor.GetTimeEnd();
@@ -268,35 +274,16 @@ void CTrackFrame::panelChanged()
 void CTrackFrame::followPlay(std::uint32_t now, int milliseconds)
 {
     if (m_parts.editor.IsPrgDlg()) return;
-    showLights(now, milliseconds);
+    m_lights.follow(m_table.rows(), now, milliseconds);
+    m_table.setLights(m_lights.lights());
     m_takeAge += milliseconds;
     if (m_takeAge >= takeInterval) showTakes(now);
-}
-
-void CTrackFrame::showLights(std::uint32_t now, int milliseconds)
-{
-    if (now < m_lightTick || now - m_lightTick > longestStep) m_lightTick = now; // it jumped
-    m_lights.fade(milliseconds);
-    std::uint32_t looked = 0;
-    for (const TrackRow& row : m_table.rows()) {
-        const auto track = static_cast<std::size_t>(row.track);
-        if (!row.sounding || !row.used) continue;
-        if (m_startsStale[track] && looked < startsAStep) {
-            m_starts[track] = NoteStarts(*m_parts.editor.song().trk(row.track));
-            looked += m_starts[track].count();
-            m_startsStale[track] = false;
-        }
-        if (const int loudest = m_starts[track].loudest(m_lightTick, now + 1); loudest > 0)
-            m_lights.strike(row.track, loudest);
-    }
-    m_lightTick = now + 1;
-    m_table.setLights(m_lights);
 }
 
 void CTrackFrame::clearLights()
 {
     m_lights.clear();
-    m_table.setLights(m_lights);
+    m_table.setLights(m_lights.lights());
 }
 
 void CTrackFrame::showTakes(std::uint32_t now)
@@ -342,20 +329,15 @@ void CTrackFrame::finishEditing() { m_prams->finishEditing(); }
 
 void CTrackFrame::showTrack(int track)
 {
-    if (m_parts.isLocked()) return;
-    auto* page = new CTrkPropPage(m_parts.editor, m_tracks, m_parts.text,
-                                  m_parts.portNames ? m_parts.portNames() : QStringList(), track, this);
     const QRect row = m_prams->visualRect(m_table.index(track - 1, static_cast<int>(TrackColumn::name)));
-    page->openAt({m_prams->viewport()->mapToGlobal(row.topLeft()), row.size()}, page->name());
+    m_pages.openTrack(track, {m_prams->viewport()->mapToGlobal(row.topLeft()), row.size()});
 }
 
 void CTrackFrame::showBlk(const BlkRef& blk)
 {
-    if (m_parts.isLocked()) return;
-    auto* page = new CTrkBlkPropPage(m_parts.editor, m_blks->commands(), m_parts.text, blk, this);
     m_blks->reveal(blk);
     const QRect place = m_blks->placeOf(blk).intersected(m_blks->viewport()->rect());
-    page->openAt({m_blks->viewport()->mapToGlobal(place.topLeft()), place.size()}, page->name());
+    m_pages.openBlk(blk, {m_blks->viewport()->mapToGlobal(place.topLeft()), place.size()});
 }
 
 void CTrackFrame::trackMenu(int track, const QPoint& at)
@@ -377,152 +359,13 @@ void CTrackFrame::trackMenu(int track, const QPoint& at)
 
 // Commands
 
-bool CTrackFrame::can(ViewCommand command) const
-{
-    const BlkCommands& commands = m_blks->commands();
-    const bool any = !selection().empty();
-    const bool free = !m_parts.isLocked();
-    switch (command) {
-    case C::copy:
-    case C::selectNone:
-    case C::selectSiblings:
-    case C::zoomToSelection: return any;
-    case C::cut:
-    case C::remove:
-    case C::duplicate:
-    case C::duplicateLinked:
-    case C::nudgeLeft:
-    case C::nudgeRight:
-    case C::tickLeft:
-    case C::tickRight:
-    case C::nudgeUp:
-    case C::nudgeDown: return any && free;
-    case C::longer:
-    case C::shorter:
-    case C::divideBlocks:
-    case C::linkBlocks: return free && commands.anyReal();
-    case C::mergeBlocks: return free && selection().count() > 1;
-    case C::realiseBlock: return free && commands.anyGhost();
-    case C::showSource: return commands.anyGhost();
-    case C::paste: return free && m_parts.clipboard.holds(SongClipboard::Format::blks);
-    case C::properties:
-    case C::newBlock: return free;
-    case C::selectAll:
-    case C::invertSelection:
-    case C::zoomToSong: return !isEmpty();
-    case C::zoomIn: return m_blks->geometry().zoom() > TrkGeometry::leastZoom;
-    case C::zoomOut: return m_blks->geometry().zoom() < TrkGeometry::mostZoom;
-    case C::zoomInRows: return m_blks->geometry().rowHeight() < TrkGeometry::mostRowHeight;
-    case C::zoomOutRows: return m_blks->geometry().rowHeight() > TrkGeometry::leastRowHeight;
-    default: return false;
-    }
-}
-
 void CTrackFrame::run(ViewCommand command)
 {
-    if (!can(command)) return;
-    BlkCommands& commands = m_blks->commands();
-    switch (command) {
-    case C::cut:
-        if (m_parts.clipboard.copyBlks(selection().blks())) commands.remove(TextId::undoBlockCut);
-        break;
-    case C::copy: m_parts.clipboard.copyBlks(selection().blks()); break;
-    case C::paste: paste(); break;
-    case C::remove: commands.remove(); break;
-    case C::duplicate: made(commands.duplicate(DropKind::copy)); break;
-    case C::duplicateLinked: made(commands.duplicate(DropKind::relink)); break;
-    case C::selectAll: commands.selectAll(); break;
-    case C::selectNone: selection().trkInitSel(); break;
-    case C::invertSelection: commands.invert(); break;
-    case C::properties: properties(); break;
-    case C::nudgeLeft: made(commands.nudge(-1, 0)); break;
-    case C::nudgeRight: made(commands.nudge(1, 0)); break;
-    case C::nudgeUp: made(commands.nudge(0, -1)); break;
-    case C::nudgeDown: made(commands.nudge(0, 1)); break;
-    case C::tickLeft: commands.nudgeTicks(-1); break;
-    case C::tickRight: commands.nudgeTicks(1); break;
-    case C::longer: commands.lengthen(1); break;
-    case C::shorter: commands.lengthen(-1); break;
-    case C::newBlock: newBlock(); break;
-    case C::divideBlocks: commands.divide(m_parts.panel.GetLocation()); break;
-    case C::linkBlocks: commands.link(); break;
-    case C::mergeBlocks: commands.merge(); break;
-    case C::realiseBlock: commands.realise(); break;
-    case C::showSource: made(commands.selectSources()); break;
-    case C::selectSiblings: commands.selectSiblings(); break;
-    case C::zoomIn: m_blks->zoomBy(1); break;
-    case C::zoomOut: m_blks->zoomBy(-1); break;
-    case C::zoomInRows: m_blks->setRowHeight(m_blks->geometry().rowHeight() + rowHeightStep); break;
-    case C::zoomOutRows: m_blks->setRowHeight(m_blks->geometry().rowHeight() - rowHeightStep); break;
-    case C::zoomToSong: m_blks->zoomToSong(); break;
-    case C::zoomToSelection: m_blks->zoomToSelection(); break;
-    default: break;
-    }
+    m_commands.run(command);
     tellChanged();
 }
 
-/// Brings into sight what an edit has made or moved.
-void CTrackFrame::made(bool done)
-{
-    if (const auto blks = selection().blks(); done && !blks.empty()) {
-        m_blks->reveal(blks.front());
-        setCurrentTrack(Song::numberOf(blks.front().trk));
-    }
-}
-
-void CTrackFrame::paste()
-{
-    const auto blks = m_parts.clipboard.pasteBlks(currentTrack(), m_parts.panel.GetLocation());
-    if (blks.empty()) return;
-    selection().setBlks(blks);
-    m_blks->reveal(blks.front());
-}
-
-/// One bar on the current track, at the play position or behind what stands there.
-void CTrackFrame::newBlock()
-{
-    const BarLines bars(m_parts.editor.maps().meas());
-    std::uint32_t top = m_blks->barAtPosition();
-    if (const CTrk* trk = m_parts.editor.song().trk(currentTrack()))
-        for (const CBlk* blk = trk->blocks().head(); blk; blk = List<CBlk>::next(blk))
-            if (blk->GetTimeTop() <= top && blk->GetTimeEnd() > top) top = bars.after(blk->GetTimeEnd() - 1);
-    made(m_blks->commands().create(currentTrack(), top, bars.after(top)));
-}
-
-void CTrackFrame::properties()
-{
-    const auto blks = selection().blks();
-    if (blks.empty() || m_prams->hasFocus())
-        showTrack(currentTrack());
-    else
-        showBlk(blks.back());
-}
-
-/// A block's events once, however often it is selected; those of a ghost through its source, where they can change.
-std::vector<EvntRef> CTrackFrame::selectedEvnts() const
-{
-    struct Timed {
-        std::uint32_t time;
-        int track;
-        EvntRef ref;
-    };
-    std::vector<Timed> found;
-    std::unordered_set<const CRealBlk*> seen;
-    for (BlkRef at : selection().blks()) {
-        const CBlk* blk = List<CBlk>::get(at.blk);
-        if (!seen.insert(blk->GetRealBlk()).second) continue;
-        if (blk->GetType() == blktype::ghost && !m_parts.editor.SrchSrcBlk(at.trk, at.blk, at.trk, at.blk)) continue;
-        blk = List<CBlk>::get(at.blk);
-        const int track = Song::numberOf(at.trk);
-        for (POSITION evnt = blk->GetHeadPos(); evnt; evnt = evnt->next)
-            found.push_back({blk->GetTimeTop() + List<CEvnt>::get(evnt)->GetTime(), track, {at.trk, at.blk, evnt}});
-    }
-    std::ranges::stable_sort(found, {}, [](const Timed& t) { return std::pair(t.time, t.track); });
-    std::vector<EvntRef> refs;
-    refs.reserve(found.size());
-    for (const Timed& timed : found) refs.push_back(timed.ref);
-    return refs;
-}
+std::vector<EvntRef> CTrackFrame::selectedEvnts() const { return evntsOf(m_parts.editor, selection().blks()); }
 
 // Looks
 
@@ -541,16 +384,20 @@ void CTrackFrame::retranslate()
 void CTrackFrame::saveState()
 {
     SettingsStore& store = m_parts.store;
-    store.setInt(condition, "Trk Zoom", static_cast<int>(std::lround(m_blks->geometry().zoom())));
-    store.setInt(condition, "Trk Row Height", m_blks->geometry().rowHeight());
+    const double zoom = m_blks->geometry().zoom();
+    const auto whole = static_cast<int>(std::lround(zoom));
+    store.setInt(condition, "Trk Zoom", whole);
+    store.setInt(condition, "Trk Zoom Part", static_cast<int>(std::lround((zoom - whole) * zoomParts)));
     store.setInt(condition, "Trk Split Column", m_splitter->sizes().value(0, prefsWidth));
+    store.setInt(condition, "Trk Split Row", m_blks->geometry().rowHeight());
 }
 
 void CTrackFrame::restoreState()
 {
     const SettingsStore& store = m_parts.store;
-    if (const int zoom = store.getInt(condition, "Trk Zoom", -1); zoom != -1) m_blks->setZoom(zoom);
-    m_blks->setRowHeight(store.getInt(condition, "Trk Row Height", TrkGeometry::usualRowHeight));
+    const double part = std::clamp(store.getInt(condition, "Trk Zoom Part", 0), -zoomParts / 2, zoomParts / 2);
+    if (const int zoom = store.getInt(condition, "Trk Zoom", -1); zoom != -1) m_blks->setZoom(zoom + part / zoomParts);
+    m_blks->setRowHeight(store.getInt(condition, "Trk Split Row", TrkGeometry::usualRowHeight));
     const int left = store.getInt(condition, "Trk Split Column", prefsWidth);
     m_splitter->setSizes({std::max(left, m_prams->minimumWidth()), std::max(width() - left, 4 * prefsWidth)});
 }

@@ -1,18 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "core/model/trk.h"
 #include "core/ports/hint_observer.h"
 #include "views/editors/child_frame.h"
 #include "views/editors/view_parts.h"
-#include "views/tracks/lights.h"
-#include "views/tracks/note_starts.h"
+#include "views/tracks/light_follower.h"
 #include "views/tracks/track_commands.h"
 #include "views/tracks/track_list_model.h"
+#include "views/tracks/track_pages.h"
+#include "views/tracks/track_window_commands.h"
 
 #include <QTimer>
-
-#include <array>
 
 class QSplitter;
 
@@ -38,7 +36,7 @@ public:
 
     [[nodiscard]] WindowKind kind() const override { return WindowKind::track; }
     [[nodiscard]] QString title() const override;
-    [[nodiscard]] bool can(ViewCommand command) const override;
+    [[nodiscard]] bool can(ViewCommand command) const override { return m_commands.can(command); }
     void run(ViewCommand command) override;
     [[nodiscard]] std::vector<EvntRef> selectedEvnts() const override;
     void setPosition(std::uint32_t tick, bool follow) override;
@@ -52,7 +50,7 @@ public:
     /// The song plays and is at this tick, so many milliseconds after the last call: lights and what is recorded.
     void followPlay(std::uint32_t now, int milliseconds);
     /// Play begins: the lights look at notes from this tick on.
-    void startLights(std::uint32_t tick) { m_lightTick = tick; }
+    void startLights(std::uint32_t tick) { m_lights.start(tick); }
     void clearLights();
     /// The names of ports or devices have changed, or settings of tracks without a hint.
     void refreshRows();
@@ -60,6 +58,9 @@ public:
     /// The number of the row with the focus, 1 to 100.
     [[nodiscard]] int currentTrack() const;
     void setCurrentTrack(int track);
+    /// The small editors.
+    void showTrack(int track);
+    void showBlk(const BlkRef& blk);
     /// Swaps the current track with the one above, -1, or below, 1.
     void moveTrack(int step);
     /// Takes what stands in an open editor of a cell.
@@ -81,36 +82,28 @@ private:
     void layOut();
     void connectTable();
     void showTakes(std::uint32_t now);
-    void showLights(std::uint32_t now, int milliseconds);
     void showHint();
     void placeHint();
     void tellChanged();
     void startsStale();
-    void showTrack(int track);
-    void showBlk(const BlkRef& blk);
     void trackMenu(int track, const QPoint& at);
-    void made(bool done);
-    void paste();
-    void newBlock();
-    void properties();
     /// Reads the tracks anew, once behind a burst of hints.
     void refresh();
 
     const ViewParts m_parts;
     TrackListModel m_table;
     TrackCommands m_tracks;
-    Lights m_lights;
-    std::array<NoteStarts, trackCount> m_starts; ///< by track
-    std::array<bool, trackCount> m_startsStale{};
-    std::uint32_t m_lightTick = 0; ///< the first whose notes have not been looked at
-    int m_takeAge = 0;             ///< milliseconds since the blocks under recording were drawn
+    LightFollower m_lights;
+    int m_takeAge = 0; ///< milliseconds since the blocks under recording were drawn
     QTimer m_refresh;
     QTimer m_changed; ///< tells the owner, once behind a burst
     // Children of the widget.
+    CTrkPramView* m_prams;
+    CTrkBlkView* m_blks;
     QSplitter* m_splitter = nullptr;
-    CTrkPramView* m_prams = nullptr;
-    CTrkBlkView* m_blks = nullptr;
     EmptyHint* m_hint = nullptr;
+    TrackPages m_pages;
+    TrackWindowCommands m_commands;
 };
 
 } // namespace tessaro

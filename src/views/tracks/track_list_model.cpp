@@ -14,16 +14,13 @@ bool isSwitch(const QModelIndex& index)
     return column == TrackColumn::record || column == TrackColumn::mute || column == TrackColumn::solo;
 }
 
+/// For switches, and for the light whether the track can be heard.
 bool isOn(const TrackRow& r, TrackColumn column)
 {
-    return column == TrackColumn::record ? r.record : column == TrackColumn::mute ? r.mute : r.solo;
-}
-
-TextId switchName(TrackColumn column)
-{
-    return column == TrackColumn::record ? TextId::commandArm
-         : column == TrackColumn::mute   ? TextId::commandMute
-                                         : TextId::commandSolo;
+    return column == TrackColumn::record ? r.record
+         : column == TrackColumn::mute   ? r.mute
+         : column == TrackColumn::solo   ? r.solo
+                                         : r.sounding && r.used;
 }
 
 QVariant cellValue(const TrackRow& r, TrackColumn column)
@@ -136,12 +133,11 @@ QVariant TrackListModel::data(const QModelIndex& index, int role) const
     case Qt::EditRole: return cellValue(r, column);
     case Qt::ToolTipRole: return cellTip(r, column);
     case Qt::AccessibleTextRole:
-        if (isSwitch(index))
-            return QStringLiteral("%1: %2").arg(m_text(switchName(column)),
-                                                m_text(isOn(r, column) ? TextId::stateOn : TextId::stateOff));
-        return column == TrackColumn::name || column == TrackColumn::number
-                 ? cellText(r, column)
-                 : QStringLiteral("%1: %2").arg(headerText(column), cellText(r, column));
+        if (column == TrackColumn::name || column == TrackColumn::number) return cellText(r, column);
+        return QStringLiteral("%1: %2").arg(fullName(column),
+                                            isSwitch(index) || column == TrackColumn::light
+                                                ? m_text(isOn(r, column) ? TextId::stateOn : TextId::stateOff)
+                                                : cellText(r, column));
     case Qt::CheckStateRole:
         if (!isSwitch(index)) return {};
         return isOn(r, column) ? Qt::Checked : Qt::Unchecked;
@@ -157,6 +153,7 @@ QVariant TrackListModel::headerData(int section, Qt::Orientation orientation, in
     const auto column = static_cast<TrackColumn>(section);
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>((column == TrackColumn::name ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter);
+    if (role == Qt::AccessibleTextRole) return fullName(column);
     return role == Qt::DisplayRole ? headerText(column) : QVariant();
 }
 
@@ -169,6 +166,18 @@ QString TrackListModel::headerText(TrackColumn column) const
     case TrackColumn::channel: return m_text(TextId::columnChannel);
     case TrackColumn::transpose: return m_text(TextId::columnTranspose);
     default: return {};
+    }
+}
+
+/// Also of the columns whose header is too narrow for it.
+QString TrackListModel::fullName(TrackColumn column) const
+{
+    switch (column) {
+    case TrackColumn::light: return m_text(TextId::columnLight);
+    case TrackColumn::record: return m_text(TextId::commandArm);
+    case TrackColumn::mute: return m_text(TextId::commandMute);
+    case TrackColumn::solo: return m_text(TextId::commandSolo);
+    default: return headerText(column);
     }
 }
 

@@ -68,6 +68,7 @@ private:
     [[nodiscard]] QString cellText(const TrackRow& row, TrackColumn column) const;
     [[nodiscard]] QString cellTip(const TrackRow& row, TrackColumn column) const;
     [[nodiscard]] QString headerText(TrackColumn column) const;
+    [[nodiscard]] QString fullName(TrackColumn column) const;
 
     const UiText& m_text;
     std::vector<TrackRow> m_rows;

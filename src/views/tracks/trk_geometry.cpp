@@ -81,6 +81,12 @@ void TrkGeometry::fit(std::uint32_t from, std::uint32_t to)
     m_origin = from;
 }
 
+std::uint32_t TrkGeometry::pageAt(std::uint32_t line, std::uint32_t time) const
+{
+    const auto page = wholeTick(std::max(m_size.width() - leftMargin - 2, 1) * m_zoom);
+    return line + (time - line) / page * page;
+}
+
 void TrkGeometry::reveal(const QRect& song)
 {
     const int left = offset().x();

@@ -84,6 +84,9 @@ public:
     void zoomBy(double steps, int windowX);
     /// As close as the span goes into the window with some room on both sides.
     void fit(std::uint32_t from, std::uint32_t to);
+    /// Where a page begins that shows the tick: at the line before it, or where that is too far, whole windows behind
+    /// it.
+    [[nodiscard]] std::uint32_t pageAt(std::uint32_t line, std::uint32_t time) const;
     /// Scrolls no more than it takes to have the rectangle in the window, its upper left corner rather than its end.
     void reveal(const QRect& song);
 

@@ -144,7 +144,7 @@ CTrkPramView::CTrkPramView(TrackListModel& table, QWidget* parent) : QTableView(
     setMouseTracking(true);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
-    setEditTriggers(DoubleClicked | EditKeyPressed);
+    setEditTriggers(DoubleClicked); // keys come as commands
     setVerticalScrollMode(ScrollPerPixel);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // as beside it
@@ -222,22 +222,20 @@ void CTrkPramView::mouseReleaseEvent(QMouseEvent* event)
     if (std::exchange(m_opensList, false) && ports) ports->showPopup();
 }
 
-void CTrkPramView::keyPressEvent(QKeyEvent* event)
+void CTrkPramView::editCell()
 {
-    const QModelIndex current = currentIndex();
-    const auto toggle = [&](TrackColumn column) { m_table.toggle(current.siblingAtColumn(static_cast<int>(column))); };
-    const bool editing = state() == EditingState; // then keys come here that the editor has no use for
-    if (current.isValid() && !editing && event->modifiers() == Qt::NoModifier) {
-        switch (event->key()) {
-        case Qt::Key_A: toggle(TrackColumn::record); return;
-        case Qt::Key_M: toggle(TrackColumn::mute); return;
-        case Qt::Key_S: toggle(TrackColumn::solo); return;
-        case Qt::Key_Return:
-        case Qt::Key_Enter: TrackListModel::isEditable(current) ? edit(current) : m_table.toggle(current); return;
-        default: break;
-        }
-    }
-    QTableView::keyPressEvent(event);
+    if (TrackListModel::isEditable(currentIndex())) edit(currentIndex());
+}
+
+void CTrkPramView::openCell()
+{
+    editCell();
+    m_table.toggle(currentIndex());
+}
+
+void CTrkPramView::toggle(TrackColumn column)
+{
+    m_table.toggle(currentIndex().siblingAtColumn(static_cast<int>(column)));
 }
 
 void CTrkPramView::contextMenuEvent(QContextMenuEvent* event)
@@ -251,10 +249,13 @@ void CTrkPramView::contextMenuEvent(QContextMenuEvent* event)
 
 void CTrkPramView::finishEditing()
 {
-    if (QWidget* editor = indexWidget(currentIndex())) {
-        commitData(editor);
-        closeEditor(editor, QAbstractItemDelegate::NoHint);
-    }
+    if (QWidget* editor = indexWidget(currentIndex())) commitData(editor);
+    abandonEditing();
+}
+
+void CTrkPramView::abandonEditing()
+{
+    if (QWidget* editor = indexWidget(currentIndex())) closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
 void CTrkPramView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)

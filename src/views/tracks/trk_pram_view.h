@@ -10,9 +10,10 @@
 namespace tessaro {
 
 class TrackListModel;
+enum class TrackColumn;
 
-/// The left side of the track window: the table of tracks with their switches and settings. A, M and S act on the row
-/// with the focus; a double click, F2 and Enter edit a cell. Its rows stand beside those of the blocks.
+/// The left side of the track window: the table of tracks with their switches and settings. A click toggles a switch, a
+/// double click edits a cell. Its rows stand beside those of the blocks.
 class CTrkPramView : public QTableView {
 public:
     static constexpr int headerHeight = TrkGeometry::rulerHeight;
@@ -30,12 +31,19 @@ public:
     void fitColumns();
     /// Takes what stands in the open editor, if there is one, and closes it.
     void finishEditing();
+    /// Closes it and leaves the old value.
+    void abandonEditing();
+    /// Opens the current cell for typing, if it can be edited.
+    void editCell();
+    /// The same, or toggles it.
+    void openCell();
+    /// A switch of the current track.
+    void toggle(TrackColumn column);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;

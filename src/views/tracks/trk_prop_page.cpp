@@ -5,6 +5,7 @@
 #include "views/text/ui_text.h"
 #include "views/tracks/track_commands.h"
 #include "views/tracks/transpose_box.h"
+#include "views/widgets/port_rows.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -32,8 +33,7 @@ CTrkPropPage::CTrkPropPage(CEditor& editor, TrackCommands& commands, const UiTex
     m_type->setCurrentIndex(trk.GetType());
     m_type->setEnabled(trk.IsEmpty());
     if (!trk.IsEmpty()) m_type->setToolTip(text(TextId::tipTypeFixed));
-    for (int port = 0; port <= std::max(static_cast<int>(ports.size()) - 1, int{trk.GetPort()}); ++port)
-        m_port->addItem(QStringLiteral("%1: %2").arg(port + 1).arg(ports.value(port, QStringLiteral("---"))));
+    addPortRows(*m_port, ports, trk.GetPort() + 1);
     m_port->setCurrentIndex(trk.GetPort());
     m_channel->setRange(1, 16);
     m_channel->setValue(trk.GetCh() + 1);

@@ -106,7 +106,6 @@ void TrkSelection::clear()
     m_blks.clear();
     m_chords.clear();
     m_styles.clear();
-    m_recBlks.clear();
     told(true);
 }
 
@@ -116,24 +115,6 @@ std::vector<POSITION> TrkSelection::selectedBlks(POSITION trk) const
     for (const SelItem* item = m_blks.list().head(); item; item = List<SelItem>::next(item))
         if (item->trk == trk) found.push_back(item->blk);
     return found;
-}
-
-void TrkSelection::deselectAll()
-{
-    m_recBlks.clear();
-    trkInitSel();
-}
-
-void TrkSelection::markRecBlk(POSITION, POSITION blk)
-{
-    m_recBlks.insert(blk);
-    told(true);
-}
-
-bool TrkSelection::dropBlk(POSITION blk)
-{
-    const bool wasMarked = m_recBlks.erase(blk);
-    return m_blks.remove(blk) || wasMarked;
 }
 
 void TrkSelection::onHint(const HintObserver*, int code, CEditor*)
@@ -152,7 +133,7 @@ void TrkSelection::onHint(const HintObserver*, int code, CEditor*)
     case hint::blkDel:
     case hint::blkApp:
         m_editor.GetHint(at.trk, at.blk);
-        told(dropBlk(at.blk));
+        told(m_blks.remove(at.blk));
         break;
     case hint::delEvnt:
         m_editor.GetHint(at.trk, at.blk, at.evnt);

@@ -7,7 +7,6 @@
 
 #include <functional>
 #include <span>
-#include <unordered_set>
 #include <vector>
 
 namespace tessaro {
@@ -73,29 +72,24 @@ public:
     void setBlks(std::span<const BlkRef> blks);
     void toggle(const BlkRef& blk);
 
-    /// A block of a take that runs.
-    [[nodiscard]] bool isRecBlk(POSITION blk) const { return m_recBlks.contains(blk); }
-
     /// Another song stands in the editor.
     void clear();
 
     // For takes
     [[nodiscard]] std::vector<POSITION> selectedBlks(POSITION trk) const override;
     void selectBlk(POSITION trk, POSITION blk) override { trkAddSel(trk, blk); }
-    void deselectAll() override;
-    void markRecBlk(POSITION trk, POSITION blk) override;
+    void deselectAll() override { trkInitSel(); }
+    void markRecBlk(POSITION, POSITION) override {} // whoever shows a take asks the control panel for it
 
     void onHint(const HintObserver* sender, int code, CEditor* editor) override;
 
 private:
     bool told(bool changed) const;
-    bool dropBlk(POSITION blk);
 
     CEditor& m_editor;
     SelItems m_blks;
     SelItems m_chords; ///< by event
     SelItems m_styles;
-    std::unordered_set<POSITION> m_recBlks;
 };
 
 } // namespace tessaro
