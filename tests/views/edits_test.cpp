@@ -177,6 +177,27 @@ TEST_F(Edits, SplitSelectsWhatItMoved)
     for (const EvntRef& ref : frame.refs) EXPECT_EQ(ref.trk, editor.GetTrkPos(3));
 }
 
+TEST_F(Edits, PanelsFollowTheSong)
+{
+    EditPanel& quantise = open(EverydayEdit::quantise);
+    EditPanel& split = open(EverydayEdit::splitPitch);
+    auto& tracks = dynamic_cast<ChoiceBox&>(split.field(1));
+    EXPECT_EQ(split.value(1), 2);
+    (*edits)[EverydayEdit::quantiseAgain].trigger();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(quantise.preview(), "Nothing will change.");
+    editor.UndoNode();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(quantise.preview(), "3 of 3 events will change.");
+
+    editor.SetTrkType(editor.GetTrkPos(2), trktype::wave);
+    editor.SetTrkName(3, "Bass");
+    editor.HintTrkType();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(tracks.itemText(1), "Track 3 Bass");
+    EXPECT_EQ(split.value(1), 1) << "the chosen one takes no notes any more";
+}
+
 TEST_F(Edits, PanelsShowTheFieldsOfTheirMethodInBothLanguages)
 {
     EditPanel& velocity = open(EverydayEdit::velocity);

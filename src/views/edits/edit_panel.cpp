@@ -155,7 +155,7 @@ void EditPanel::addFields()
     showFields();
 }
 
-/// Tracks come, go and change their names.
+/// Tracks come, go and change their names; where the chosen one is gone, it is the first.
 void EditPanel::fillTracks()
 {
     for (std::size_t i = 0; i < m_fields.size(); ++i) {
@@ -168,7 +168,7 @@ void EditPanel::fillTracks()
             const CTrk& trk = *m_parts.editor.song().trk(number);
             if (trk.GetType() != trktype::wave) box->add(trackText(trk, number, m_parts.text), number);
         }
-        box->choose(chosen);
+        box->setCurrentIndex(std::max(box->findData(chosen), 0));
     }
 }
 
@@ -213,6 +213,7 @@ void EditPanel::refresh()
 
 void EditPanel::showPlan()
 {
+    fillTracks();
     const std::vector<EvntRef> selected = selection();
     const EditPlan found = plan(selected);
     m_preview->setText(planText(found, selected.size(), m_parts.text));
@@ -233,7 +234,6 @@ void EditPanel::retranslate()
             asChoice(m_fields[i])->setItemText(static_cast<int>(row), text(field.choices[row].text));
         if (field.kind == Kind::ticks) asNumber(m_fields[i])->setSuffix(text(TextId::editTickSuffix));
     }
-    fillTracks();
     refresh();
 }
 
@@ -261,7 +261,6 @@ void EditPanel::showEvent(QShowEvent* event)
         const QWidget& over = *parentWidget();
         move(over.mapToGlobal(QPoint(std::max(over.width() - width() - margin, 0), 2 * margin)));
     }
-    fillTracks();
     showPlan();
     if (!m_fields.empty()) m_fields.front()->setFocus();
 }

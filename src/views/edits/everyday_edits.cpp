@@ -63,9 +63,10 @@ EverydayEdits::EverydayEdits(QWidget& window, const ViewParts& parts) : m_window
         QObject::connect(&action, &QAction::triggered, &window, [this, edit = row.edit] { run(edit); });
     }
     retranslate();
+    parts.editor.addObserver(this);
 }
 
-EverydayEdits::~EverydayEdits() = default;
+EverydayEdits::~EverydayEdits() { m_parts.editor.removeObserver(this); }
 
 const EverydayEdits::Entry& EverydayEdits::entry(EverydayEdit edit)
 {
@@ -128,6 +129,11 @@ void EverydayEdits::refresh()
 {
     for (const auto& panel : m_panels)
         if (panel) panel->refresh();
+}
+
+void EverydayEdits::onHint(const HintObserver*, int code, CEditor*)
+{
+    if (code == hint::dispReq || code == hint::trkType || code == hint::trkArrange) refresh();
 }
 
 void EverydayEdits::retranslate()

@@ -3,6 +3,7 @@
 
 #include "base/strings.h"
 #include "core/edit/evnt_ref.h"
+#include "core/ports/hint_observer.h"
 
 #include <QAction>
 
@@ -41,13 +42,13 @@ inline constexpr int everydayEdits = static_cast<int>(EverydayEdit::removeDouble
 /// window has selected, as one undo step, and leaves it selected. Those with settings open a panel that stays open
 /// beside the window. While the song is locked they do nothing; without a selection they say what to do first.
 /// User interface thread.
-class EverydayEdits {
+class EverydayEdits : public HintObserver {
 public:
     /// `window` is where keys work and over which the panels stand; it and `parts` outlive this object.
     EverydayEdits(QWidget& window, const ViewParts& parts);
     EverydayEdits(const EverydayEdits&) = delete;
     EverydayEdits& operator=(const EverydayEdits&) = delete;
-    ~EverydayEdits();
+    ~EverydayEdits() override;
 
     /// How an edit stands in the list of all commands.
     struct Entry {
@@ -61,9 +62,11 @@ public:
     /// The panel of an edit; null while it was not used yet.
     [[nodiscard]] EditPanel* panel(EverydayEdit edit) const { return m_panels[static_cast<std::size_t>(edit)].get(); }
 
-    /// Another window is active, or its selection has changed: open panels tell what they would do by now.
+    /// Another window is active, or its selection has changed: open panels tell what they would do by now. They follow
+    /// the song by themselves.
     void refresh();
     void retranslate();
+    void onHint(const HintObserver* sender, int code, CEditor* editor) override;
 
 private:
     [[nodiscard]] std::vector<EvntRef> selection() const;
