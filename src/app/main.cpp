@@ -63,6 +63,7 @@ int takePicture(const StartOptions& options)
     {
         ProfileStore store(folder + "/tessaro.ini");
         UserSettings(store).setOpensLastWindows(false);
+        store.setString("System", "Wave Dir", "/home/music/");
         Strings strings(languageFromEnvironment());
         ManualClock clock;
         SilentMidi midi("Tessaro Synth");

@@ -5,6 +5,7 @@
 #include "app/program.h"
 #include "base/manual_clock.h"
 #include "views/frame/editor_windows.h"
+#include "views/tracks/track_frame.h"
 
 #include <QCoreApplication>
 #include <QPixmap>
@@ -21,6 +22,7 @@ constexpr std::chrono::milliseconds frameTime(33);
 constexpr int framesAPanelTimer = 3;
 constexpr std::uint8_t drumChannel = 9;
 constexpr int lastTrack = 100;
+constexpr int stepTrack = 12;
 
 const QString tracksName = QStringLiteral("track");
 const QString historyName = QStringLiteral("history");
@@ -41,11 +43,21 @@ int trackToShow(const CEditor& song, bool drums)
     return 1;
 }
 
+/// Some steps with the last of them undone.
+void showHistory(CMainFrame& frame)
+{
+    frame.actions().history.trigger();
+    CTrackFrame& tracks = frame.trackFrame();
+    tracks.setCurrentTrack(stepTrack);
+    for (const auto command : {ViewCommand::newBlock, ViewCommand::duplicate, ViewCommand::remove}) tracks.run(command);
+    frame.actions().undo.trigger();
+}
+
 void openWindows(Program& program, const QStringList& names)
 {
     EditorWindows& windows = program.frame().windows();
     for (const QString& name : names) {
-        if (name == historyName) program.frame().actions().history.trigger();
+        if (name == historyName) showHistory(program.frame());
         if (const auto kind = kinds.find(name); kind != kinds.end())
             windows.open(kind->second, trackToShow(program.document().GetEditor(), kind->second == WindowKind::drum));
     }

@@ -7,6 +7,11 @@
 #include <QKeyEvent>
 
 namespace tessaro {
+namespace {
+
+constexpr int edge = 8; ///< the rows stand under the title
+
+} // namespace
 
 HistoryPanel::HistoryPanel(CEditor& editor, const UiText& text, QWidget* parent)
     : QListView(parent)
@@ -17,6 +22,9 @@ HistoryPanel::HistoryPanel(CEditor& editor, const UiText& text, QWidget* parent)
     setModel(&m_model);
     setUniformItemSizes(true);
     setFrameShape(NoFrame);
+    setViewportMargins(edge, 0, edge, 0);
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
     setEditTriggers(NoEditTriggers);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(this, &QListView::clicked, this, [this](const QModelIndex& index) { goTo(index); });
