@@ -7,8 +7,10 @@
 #include "views/roll/strip_path.h"
 #include "views/view_bench.h"
 
+#include <QApplication>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -141,7 +143,9 @@ TEST_F(MasterTest, DrawsARampOverTheGridAsOneStep)
     // The curve bends between release and the next press; its ends stay.
     drag(EditTool::curve, {at(1920, 100), at(3840, 140)});
     QTest::mouseMove(&curve(), at(3840, 140)); // a pointer that is there already does not move
-    QTest::mouseMove(&curve(), at(3840, 140) + QPoint(0, 20));
+    const QPoint below = at(3840, 140) + QPoint(0, 20);
+    QMouseEvent hover(QEvent::MouseMove, below, curve().mapToGlobal(below), {}, {}, {});
+    QApplication::sendEvent(&curve(), &hover);
     EXPECT_EQ(steps(), before);
     QTest::mouseClick(&curve(), Qt::LeftButton, {}, at(3840, 120));
     curve().grab();

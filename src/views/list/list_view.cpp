@@ -51,10 +51,8 @@ CListVw::CListVw(const ViewParts& parts, int track, QWidget* parent)
     showColumnsOf(track);
     for (QTimer* timer : {&m_late, &m_hush, &m_collapse}) timer->setSingleShot(true);
     QObject::connect(&m_late, &QTimer::timeout, this, [this] {
-        if (m_parts.editor.IsPrgDlg())
-            m_late.start(lateMilliseconds);
-        else if (isInSight())
-            catchUp();
+        catchUp();
+        if (m_stale) m_late.start(lateMilliseconds);
     });
     QObject::connect(&m_hush, &QTimer::timeout, this, [this] { hush(); });
     QObject::connect(&m_collapse, &QTimer::timeout, this, [this] {
@@ -122,7 +120,7 @@ bool CListVw::isInSight() const { return isVisible() || (parentWidget() && paren
 
 void CListVw::catchUp()
 {
-    if (m_stale) refresh();
+    if (m_stale && !m_parts.editor.IsPrgDlg()) refresh();
 }
 
 void CListVw::refresh()

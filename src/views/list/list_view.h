@@ -71,7 +71,7 @@ public:
 
     /// The song is another one than the rows say.
     [[nodiscard]] bool isStale() const { return m_stale; }
-    /// Rows of the song as it stands now.
+    /// Rows of the song as it stands now; not while work goes on, when it may stand between two states.
     void catchUp();
     void onHint(const HintObserver* sender, int code, CEditor* editor) override;
 

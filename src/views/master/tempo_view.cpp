@@ -70,7 +70,7 @@ void TempoView::markStale()
 
 void TempoView::catchUp()
 {
-    if (!m_stale) return;
+    if (!m_stale || m_parts.editor.IsPrgDlg()) return;
     m_stale = false;
     m_evnts.build(m_parts.editor);
     m_scale.setTempos(m_evnts.slowest(), m_evnts.fastest());
