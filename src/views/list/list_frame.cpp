@@ -3,8 +3,8 @@
 
 #include "core/doc/list_settings.h"
 #include "core/edit/editor.h"
+#include "views/editors/command_buttons.h"
 #include "views/editors/track_label.h"
-#include "views/editors/view_actions.h"
 #include "views/list/kind_filter.h"
 #include "views/list/list_view.h"
 #include "views/setup/choice_box.h"
@@ -14,9 +14,8 @@
 #include "views/widgets/empty_hint.h"
 #include "views/widgets/folding_row.h"
 #include "views/widgets/keeps_key.h"
-#include "views/widgets/tool_button.h"
 
-#include <QHBoxLayout>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStackedWidget>
@@ -29,8 +28,6 @@ namespace tessaro {
 namespace {
 
 constexpr int midiChannels = 16;
-constexpr QSize buttonSize{28, 28};
-constexpr int iconSize = 16;
 constexpr int findWidth = 160;
 
 } // namespace
@@ -82,28 +79,20 @@ CListFrm::~CListFrm() { m_parts.editor.removeObserver(this); }
 
 void CListFrm::buildBar()
 {
-    const auto group = [this](std::initializer_list<QWidget*> parts, int rank) {
-        auto* box = new QWidget;
-        auto* row = new QHBoxLayout(box);
-        row->setContentsMargins(0, 0, 0, 0);
-        row->setSpacing(4);
-        for (QWidget* part : parts) row->addWidget(part);
-        m_bar->addGroup(box, rank);
-    };
-    const auto button = [this](const char* icon, ViewCommand command) {
-        auto* made = new ToolButton(m_parts.icons, QString::fromLatin1(icon), m_parts.actions[command]);
-        made->setSize(buttonSize, iconSize);
-        return made;
-    };
     m_bar->setContentsMargins(8, 4, 8, 4);
-    group({button("plus", ViewCommand::insertEvent), button("delete", ViewCommand::remove)}, 0);
-    group({button("cut", ViewCommand::cut), button("copy", ViewCommand::copy), button("paste", ViewCommand::paste)}, 4);
-    group({m_tracks}, 2);
-    group({m_kinds, m_channels}, 1);
+    m_bar->addGroup(commandButtons(m_parts, {{ViewCommand::insertEvent, "plus"}, {ViewCommand::remove, "delete"}}), 0);
+    m_bar->addGroup(
+        commandButtons(m_parts,
+                       {{ViewCommand::cut, "cut"}, {ViewCommand::copy, "copy"}, {ViewCommand::paste, "paste"}}),
+        4);
+    m_bar->addGroup(m_tracks, 2);
+    QWidget* filter = commandButtons(m_parts, {});
+    for (QWidget* part : std::initializer_list<QWidget*>{m_kinds, m_channels}) filter->layout()->addWidget(part);
+    m_bar->addGroup(filter, 1);
     m_find->setFixedWidth(findWidth);
     m_find->setClearButtonEnabled(true);
     m_find->installEventFilter(this);
-    group({m_find}, 3);
+    m_bar->addGroup(m_find, 3);
     m_bar->setFiller(m_count);
     m_count->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 

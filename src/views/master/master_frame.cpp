@@ -4,7 +4,7 @@
 #include "core/edit/editor.h"
 #include "core/model/tick.h"
 #include "core/ports/settings_store.h"
-#include "views/editors/view_actions.h"
+#include "views/editors/command_buttons.h"
 #include "views/list/kind_filter.h"
 #include "views/list/list_view.h"
 #include "views/master/tempo_view.h"
@@ -14,9 +14,7 @@
 #include "views/text/ui_text.h"
 #include "views/widgets/elided_label.h"
 #include "views/widgets/folding_row.h"
-#include "views/widgets/tool_button.h"
 
-#include <QHBoxLayout>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSplitter>
@@ -27,8 +25,6 @@
 namespace tessaro {
 namespace {
 
-constexpr QSize buttonSize{28, 28};
-constexpr int iconSize = 16;
 constexpr double zoomStep = 1.5;
 constexpr int curveHeight = 320;
 constexpr int listHeight = 200;
@@ -88,29 +84,19 @@ CMstrFrm::~CMstrFrm() { m_parts.editor.removeObserver(this); }
 
 void CMstrFrm::buildBar()
 {
-    const auto group = [this](std::initializer_list<QWidget*> widgets, int rank) {
-        auto* box = new QWidget;
-        auto* row = new QHBoxLayout(box);
-        row->setContentsMargins(0, 0, 0, 0);
-        row->setSpacing(4);
-        for (QWidget* widget : widgets) row->addWidget(widget);
-        m_bar->addGroup(box, rank);
-    };
-    const auto button = [this](const char* icon, ViewCommand command) {
-        auto* made = new ToolButton(m_parts.icons, QString::fromLatin1(icon), m_parts.actions[command]);
-        made->setSize(buttonSize, iconSize);
-        return made;
-    };
-    group({button("select", ViewCommand::toolSelect), button("pencil", ViewCommand::toolPencil),
-           button("line", ViewCommand::toolLine), button("curve", ViewCommand::toolCurve),
-           button("eraser", ViewCommand::toolEraser)},
-          0);
-    group({m_grid}, 1);
-    group({button("plus", ViewCommand::insertEvent), button("delete", ViewCommand::remove)}, 2);
-    group({button("zoom-in", ViewCommand::zoomIn), button("zoom-out", ViewCommand::zoomOut),
-           button("zoom-fit", ViewCommand::zoomToSong)},
-          3);
-    group({m_kinds}, 4);
+    m_bar->addGroup(commandButtons(m_parts, {{ViewCommand::toolSelect, "select"},
+                                             {ViewCommand::toolPencil, "pencil"},
+                                             {ViewCommand::toolLine, "line"},
+                                             {ViewCommand::toolCurve, "curve"},
+                                             {ViewCommand::toolEraser, "eraser"}}),
+                    0);
+    m_bar->addGroup(m_grid, 1);
+    m_bar->addGroup(commandButtons(m_parts, {{ViewCommand::insertEvent, "plus"}, {ViewCommand::remove, "delete"}}), 2);
+    m_bar->addGroup(commandButtons(m_parts, {{ViewCommand::zoomIn, "zoom-in"},
+                                             {ViewCommand::zoomOut, "zoom-out"},
+                                             {ViewCommand::zoomToSong, "zoom-fit"}}),
+                    3);
+    m_bar->addGroup(m_kinds, 4);
     m_bar->setFiller(m_pointed);
     m_pointed->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_kinds->onChosen = [this](std::uint32_t hidden) { m_list->setFilter({hidden, -1}); };
