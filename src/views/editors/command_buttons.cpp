@@ -5,6 +5,7 @@
 #include "views/widgets/tool_button.h"
 
 #include <QHBoxLayout>
+#include <QMenu>
 
 namespace tessaro {
 namespace {
@@ -26,6 +27,12 @@ QWidget* commandButtons(const ViewParts& parts, std::initializer_list<CommandBut
         row->addWidget(button);
     }
     return group;
+}
+
+void addCommands(QMenu& menu, ViewActions& actions, std::initializer_list<ViewCommand> commands)
+{
+    for (const ViewCommand command : commands) menu.addAction(&actions[command]);
+    menu.addSeparator();
 }
 
 } // namespace tessaro

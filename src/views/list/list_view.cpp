@@ -5,6 +5,7 @@
 #include "core/model/tick.h"
 #include "realtime/transport/cnp_window.h"
 #include "realtime/transport/note_audition.h"
+#include "views/editors/command_buttons.h"
 #include "views/editors/view_actions.h"
 #include "views/list/cell_editors.h"
 #include "views/list/cell_find.h"
@@ -378,13 +379,10 @@ void CListVw::contextMenuEvent(QContextMenuEvent* event)
     m_commands.fillInsertMenu(*menu.addMenu(m_parts.text(TextId::commandInsertEvent)));
     menu.addSeparator();
     using enum ViewCommand;
-    for (const auto& group : {std::initializer_list<ViewCommand>{cut, copy, paste, remove, duplicate},
-                              {editCell},
-                              {selectAll, selectNone, invertSelection},
-                              {nudgeLeft, nudgeRight, tickLeft, tickRight}}) {
-        for (const ViewCommand command : group) menu.addAction(&m_parts.actions[command]);
-        menu.addSeparator();
-    }
+    addCommands(menu, m_parts.actions, {cut, copy, paste, remove, duplicate});
+    addCommands(menu, m_parts.actions, {editCell});
+    addCommands(menu, m_parts.actions, {selectAll, selectNone, invertSelection});
+    addCommands(menu, m_parts.actions, {nudgeLeft, nudgeRight, tickLeft, tickRight});
     menu.exec(event->globalPos());
 }
 

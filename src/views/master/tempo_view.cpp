@@ -4,6 +4,7 @@
 #include "core/edit/editor.h"
 #include "core/model/tick.h"
 #include "realtime/transport/cnp_window.h"
+#include "views/editors/command_buttons.h"
 #include "views/editors/view_actions.h"
 #include "views/list/cell_parse.h"
 #include "views/list/list_view.h"
@@ -291,12 +292,9 @@ void TempoView::fillMenu(QMenu& menu, QPoint at)
         menu.addSeparator();
     }
     using enum ViewCommand;
-    for (const auto& group : {std::initializer_list<ViewCommand>{cut, copy, paste, remove, duplicate, properties},
-                              {toolSelect, toolPencil, toolLine, toolCurve, toolEraser},
-                              {selectAll, selectNone, zoomToSelection}}) {
-        for (const ViewCommand command : group) menu.addAction(&m_parts.actions[command]);
-        menu.addSeparator();
-    }
+    addCommands(menu, m_parts.actions, {cut, copy, paste, remove, duplicate, properties});
+    addCommands(menu, m_parts.actions, {toolSelect, toolPencil, toolLine, toolCurve, toolEraser});
+    addCommands(menu, m_parts.actions, {selectAll, selectNone, zoomToSelection});
 }
 
 void TempoView::contextMenuEvent(QContextMenuEvent* event)
