@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/fakes.h"
-#include "views/tracks/ruler_gesture.h"
+#include "views/roll/ruler_gesture.h"
 #include "views/tracks/ruler_lines.h"
 #include "views/transport/location_text.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "views/editors/view_parts.h"
-#include "views/tracks/ruler_gesture.h"
+#include "views/roll/ruler_gesture.h"
 
 #include <QPoint>
 
