@@ -227,6 +227,7 @@ TEST_F(PianoFrameTest, TheStatusLineTellsWhatIsUnderThePointer)
 {
     QTest::mouseMove(view, at(500, 61));
     EXPECT_EQ(frame->status().values(), (NoteStatus::Values{"1:02:000", "0:240", "C#4", "100"}));
+    EXPECT_EQ(frame->status().accessibleDescription(), "Position 1:02:000, Length 0:240, Key C#4, Velocity 100");
     QTest::mouseMove(view, at(800, 59));
     EXPECT_EQ(frame->status().values(), (NoteStatus::Values{"1:02:320", "", "B3", ""}));
 }
@@ -326,6 +327,34 @@ TEST_F(PianoFrameTest, PropertiesOfOneNoteAndOfSeveral)
     EXPECT_EQ(events(), "480/C5+240 490/G4+480 960/C5+240 1440/D#4+240 ");
     EXPECT_TRUE(song.editor.UndoNode());
     EXPECT_EQ(events(), "480/C#4+240 490/G4+480 960/D4+240 1440/D#4+240 ");
+
+    frame->run(ViewCommand::remove); // what it shows has gone
+    EXPECT_FALSE(page.field(Field::key).isEnabled());
+    select({3});
+    EXPECT_EQ(page.field(Field::key).text(), "D#4");
+    page.close();
+    frame->run(ViewCommand::remove);
+    song.editor.ClearUndoRedo();
+    frame->retranslate();
+    frame->run(ViewCommand::properties);
+    EXPECT_FALSE(page.field(Field::key).isEnabled());
+}
+
+TEST_F(PianoFrameTest, TheGridIsOneForAllWindows)
+{
+    const auto lengthIn = [](const CPianoFrame& window) { return window.gridBox().noteBox().chosen(-1); };
+    CPianoFrame other(song.parts, 4);
+    frame->run(ViewCommand::gridFiner);
+    EXPECT_EQ(song.grid.index(), 5);
+    EXPECT_EQ(lengthIn(other), 5);
+    other.run(ViewCommand::gridFree);
+    EXPECT_TRUE(frame->isOn(ViewCommand::gridFree));
+    EXPECT_FALSE(frame->gridBox().noteBox().isEnabled());
+    EXPECT_FALSE(frame->can(ViewCommand::gridFiner));
+    frame->run(ViewCommand::gridFree);
+    for (int i = 0; i < 9; ++i) other.run(ViewCommand::gridCoarser);
+    EXPECT_EQ(lengthIn(*frame), 0);
+    EXPECT_FALSE(frame->can(ViewCommand::gridCoarser));
 }
 
 TEST_F(PianoFrameTest, ZoomGridAndStripAreAsTheyWere)
@@ -338,8 +367,8 @@ TEST_F(PianoFrameTest, ZoomGridAndStripAreAsTheyWere)
     frame->run(ViewCommand::controlStrip);
     EXPECT_FALSE(strip->isVisible());
     strip->setKind({StripKind::What::control, 11});
+    frame->run(ViewCommand::audition);
     frame->saveState();
-    song.grid.setIndex(0);
     EXPECT_EQ(song.bench.settings.ints["View Condition/Piano Zoom"], 5);
     EXPECT_EQ(song.bench.settings.ints["View Condition/Piano VZoom"], 16);
     EXPECT_EQ(song.bench.settings.ints["View Condition/Piano Interval"], 200);
@@ -347,6 +376,7 @@ TEST_F(PianoFrameTest, ZoomGridAndStripAreAsTheyWere)
     EXPECT_EQ(other.view().scale().zoom(), 5.25);
     EXPECT_EQ(other.view().scale().rowHeight(), 16);
     EXPECT_FALSE(other.isOn(ViewCommand::controlStrip));
+    EXPECT_FALSE(other.isOn(ViewCommand::audition));
     EXPECT_EQ(other.strip().kind(), (StripKind{StripKind::What::control, 11}));
     EXPECT_EQ(other.track(), 4);
     song.bench.settings.ints["View Condition/Piano Strip Kind"] = 0x7777; // of nothing

@@ -125,6 +125,12 @@ TEST(NoteTables, AnswerAsAWalkDoes)
             const auto value = song.notes.valueBefore(1, volume, from);
             ASSERT_EQ(value ? value->ref : EvntRef{}, before);
 
+            NoteTables::Keys keys;
+            walk(song, 1, [&](CBlk*, CEvnt* e) {
+                if (status::kind(e->GetStatus()) == status::note) keys.set(e->GetPost1());
+            });
+            ASSERT_EQ(song.notes.keysOf(1), keys);
+
             int values = 0;
             song.notes.forEachValue(1, volume, from, to, [&](const ValueInView&) { ++values; });
             walk(song, 1, [&](CBlk* blk, CEvnt* e) {

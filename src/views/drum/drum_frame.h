@@ -6,6 +6,7 @@
 namespace tessaro {
 
 class CDrumView;
+class ChoiceBox;
 
 /// The window of the drum grid: the hits of one track, a row a drum.
 class CDrumFrame : public RollFrame {

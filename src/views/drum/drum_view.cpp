@@ -42,11 +42,8 @@ void CDrumView::contentChanged()
     m_pencil.setTrack(track());
     NoteTables& notes = parts().notes;
     if (std::exchange(m_rowsRevision, notes.revision()) == notes.revision()) return;
-    DrumRows::Keys used;
-    for (int key = 0; key < DrumRows::keys && m_shown != DrumRows::Shown::all; ++key)
-        used[static_cast<std::size_t>(key)] = track() > 0 && notes.noteAt(track(), 0, tick::latest, key).has_value();
     DrumRows rows;
-    rows.set(m_shown, used);
+    rows.set(m_shown, track() > 0 ? notes.keysOf(track()) : DrumRows::Keys{});
     if (rows == m_rows) return;
     m_rows = std::move(rows);
     rescale([this](RollScale& scale) { scale.setRows(m_rows.fromTop()); });

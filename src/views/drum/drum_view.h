@@ -27,7 +27,8 @@ protected:
     void paintColumn(QPainter& painter, const QRect& area, int held) const override;
     [[nodiscard]] QRect noteRect(const NoteInView& note) const override;
     [[nodiscard]] TextId emptySentence() const override { return TextId::drumEmpty; }
-    [[nodiscard]] std::uint8_t middleKey() const override { return 44; }
+    /// Between the bass drums and the open hi-hat.
+    [[nodiscard]] std::uint8_t middleKey() const override { return 41; }
     void contentChanged() override;
 
     [[nodiscard]] QPoint gesturePoint(QPoint at) const override;

@@ -39,7 +39,22 @@ std::uint32_t Grid::length(int index, std::uint32_t beatClock, std::uint8_t den)
     return exponent - den < 32 ? ratio.times * (beatClock >> (exponent - den)) / ratio.by : 0;
 }
 
-void Grid::setIndex(int index) { m_index = std::clamp(index, 0, count - 1); }
+void Grid::set(int index, bool free)
+{
+    index = std::clamp(index, 0, count - 1);
+    if (index == m_index && free == m_free) return;
+    m_index = index;
+    m_free = free;
+    for (GridObserver* observer : m_observers) observer->onGrid();
+}
+
+void Grid::setIndex(int index) { set(index, m_free); }
+
+void Grid::setFree(bool on) { set(m_index, on); }
+
+bool Grid::canRefine(int by) const { return exponent() + by >= 0 && exponent() + by < lengths; }
+
+void Grid::refine(int by) { set(row() * lengths + std::clamp(exponent() + by, 0, lengths - 1), m_free); }
 
 Grid::Cell Grid::cellAt(const CEditor& editor, std::uint32_t time) const
 {
@@ -66,12 +81,16 @@ std::uint32_t Grid::cell(const CEditor& editor, std::uint32_t time) const
     return m_free ? time : cellAt(editor, time).top;
 }
 
+std::uint32_t Grid::next(const CEditor& editor, std::uint32_t line) const
+{
+    return std::max(cell(editor, tick::later(line, step(editor, line))), line);
+}
+
 void Grid::load(const SettingsStore& store)
 {
     for (const char* key : {noteKey, halfKey, tupletKey, freeKey})
         if (store.getInt(section, key, absent) == absent) return;
-    setIndex(store.getInt(section, noteKey, absent));
-    m_free = store.getInt(section, freeKey, absent) != 0;
+    set(store.getInt(section, noteKey, absent), store.getInt(section, freeKey, absent) != 0);
 }
 
 void Grid::save(SettingsStore& store) const

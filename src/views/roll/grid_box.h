@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QAction>
+#include "views/editors/view_parts.h"
+#include "views/roll/grid.h"
+
 #include <QWidget>
 
 #include <functional>
@@ -9,37 +11,31 @@
 namespace tessaro {
 
 class ChoiceBox;
-class Icons;
-class UiText;
+class ToolButton;
 
-/// Where the grid is chosen: the note, its dot or tuplet, and no grid at all. It speaks in grid indices, seven notes in
-/// each row of fifteen: straight, dotted, and the tuplets.
-class GridBox : public QWidget {
+/// Where the grid of all windows is chosen: the note, its dot or tuplet, and no grid at all. It shows every choice,
+/// wherever it was made.
+class GridBox : public QWidget, private GridObserver {
 public:
-    static constexpr int notes = 7;
-    static constexpr int shapes = 15;
+    explicit GridBox(const ViewParts& parts, QWidget* parent = nullptr);
+    ~GridBox() override;
 
-    /// Borrows both.
-    GridBox(const Icons& icons, const UiText& text, QWidget* parent = nullptr);
+    /// The grid is another one.
+    std::function<void()> onChanged;
 
-    /// The person chose another grid.
-    std::function<void(int index, bool free)> onChosen;
-
-    void show(int index, bool free);
-    [[nodiscard]] int index() const;
-    [[nodiscard]] QAction& freeAction() { return m_free; }
     [[nodiscard]] ChoiceBox& noteBox() const { return *m_note; }
     [[nodiscard]] ChoiceBox& shapeBox() const { return *m_shape; }
     void retranslate();
 
 private:
-    void tell();
+    void onGrid() override;
+    void showGrid();
 
-    const UiText& m_text;
-    QAction m_free;
+    ViewParts m_parts;
     // Children of the widget.
     ChoiceBox* m_note;
     ChoiceBox* m_shape;
+    ToolButton* m_free;
 };
 
 } // namespace tessaro

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/roll/note_prop_page.h"
 
-#include "core/edit/undo_scope.h"
+#include "core/edit/editor.h"
+#include "views/roll/note_commands.h"
 #include "views/roll/note_text.h"
 #include "views/setup/position_scale.h"
 #include "views/text/ui_text.h"
-#include "views/transport/location_text.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -23,9 +23,11 @@ constexpr TextId names[CPnoNotePropPage::fields] = {TextId::noteTime, TextId::no
 
 } // namespace
 
-CPnoNotePropPage::CPnoNotePropPage(const ViewParts& parts, QWidget* parent)
+CPnoNotePropPage::CPnoNotePropPage(const ViewParts& parts, NoteCommands& commands, Notes notes, QWidget* parent)
     : QWidget(parent, Qt::Tool)
     , m_parts(parts)
+    , m_commands(commands)
+    , m_notes(std::move(notes))
     , m_head(new QLabel(this))
 {
     auto* grid = new QGridLayout(this);
@@ -61,38 +63,24 @@ void CPnoNotePropPage::retranslate()
         m_labels[i]->setText(m_parts.text(names[i]));
         m_lines[i]->setAccessibleName(m_parts.text.plain(names[i]));
     }
-    setNotes(std::move(m_notes));
+    refresh();
 }
 
-void CPnoNotePropPage::setNotes(std::vector<EvntRef> notes)
+void CPnoNotePropPage::refresh()
 {
-    m_notes = std::move(notes);
-    m_head->setText(m_parts.text(TextId::notesSelected).arg(m_notes.size()));
-    for (std::size_t i = 0; i < fields; ++i) showField(static_cast<Field>(i));
+    if (!isVisible()) return;
+    const std::vector<EvntRef> notes = m_notes();
+    m_head->setText(m_parts.text(TextId::notesSelected).arg(notes.size()));
+    for (std::size_t i = 0; i < fields; ++i) showField(static_cast<Field>(i), notes);
 }
 
-_EDT_EVNT CPnoNotePropPage::record(const EvntRef& note) const
-{
-    _EDT_EVNT rec;
-    m_parts.editor.GetEvnt(note.trk, note.blk, note.evnt, rec);
-    rec.time += m_parts.editor.GetBlkTimeTop(note.trk, note.blk);
-    return rec;
-}
-
-std::uint32_t CPnoNotePropPage::beatClock(std::uint32_t time) const
-{
-    _EDT_MEAS place;
-    m_parts.editor.TimeToMeas(time, place);
-    _EDT_MEASINFO measure;
-    m_parts.editor.GetMeasInfo(place.meas, measure);
-    return std::max(measure.beatClock, 1U);
-}
+void CPnoNotePropPage::showEvent(QShowEvent*) { refresh(); }
 
 std::uint32_t CPnoNotePropPage::valueOf(Field field, const EvntRef& note)
 {
-    const CEvnt& event = *List<CEvnt>::get(note.evnt);
+    const CEvnt& event = evntOf(note);
     switch (field) {
-    case Field::time: return List<CBlk>::get(note.blk)->GetTimeTop() + event.GetTime();
+    case Field::time: return timeOf(note);
     case Field::length: return event.GetGateTime();
     case Field::key: return event.GetPost1();
     case Field::velocity: return event.GetPost2();
@@ -103,12 +91,8 @@ std::uint32_t CPnoNotePropPage::valueOf(Field field, const EvntRef& note)
 QString CPnoNotePropPage::textOf(Field field, const _EDT_EVNT& note) const
 {
     switch (field) {
-    case Field::time: {
-        _EDT_MEAS place;
-        m_parts.editor.TimeToMeas(note.time, place);
-        return utf8Text(locationText(place));
-    }
-    case Field::length: return lengthText(note.gateTime, beatClock(note.time));
+    case Field::time: return placeText(m_parts.editor, note.time);
+    case Field::length: return lengthText(note.gateTime, beatClockAt(m_parts.editor, note.time));
     case Field::key: return keyName(note.post1);
     case Field::velocity: return QString::number(note.post2);
     }
@@ -123,7 +107,7 @@ bool CPnoNotePropPage::write(Field field, const QString& text, _EDT_EVNT& note) 
     };
     switch (field) {
     case Field::time: return put(PositionScale(&m_parts.editor).parse(text.toStdString()), note.time);
-    case Field::length: return put(parseLength(text, beatClock(note.time)), note.gateTime);
+    case Field::length: return put(parseLength(text, beatClockAt(m_parts.editor, note.time)), note.gateTime);
     case Field::key: return put(parseKey(text), note.post1);
     case Field::velocity: {
         const std::optional<int> value = parseValue(text);
@@ -133,14 +117,14 @@ bool CPnoNotePropPage::write(Field field, const QString& text, _EDT_EVNT& note) 
     return false;
 }
 
-void CPnoNotePropPage::showField(Field field)
+void CPnoNotePropPage::showField(Field field, std::span<const EvntRef> notes)
 {
     QLineEdit& line = this->field(field);
     const QSignalBlocker quiet(line);
-    line.setEnabled(!m_notes.empty());
+    line.setEnabled(!notes.empty());
     const bool isCommon = std::ranges::all_of(
-        m_notes, [&](const EvntRef& note) { return valueOf(field, note) == valueOf(field, m_notes.front()); });
-    line.setText(isCommon && !m_notes.empty() ? textOf(field, record(m_notes.front())) : QString());
+        notes, [&](const EvntRef& note) { return valueOf(field, note) == valueOf(field, notes.front()); });
+    line.setText(isCommon && !notes.empty() ? textOf(field, NoteCommands::record(notes.front())) : QString());
     line.setPlaceholderText(isCommon ? QString() : m_parts.text(TextId::noteSeveral));
     line.setModified(false);
 }
@@ -148,28 +132,23 @@ void CPnoNotePropPage::showField(Field field)
 void CPnoNotePropPage::take(Field field)
 {
     QLineEdit& line = this->field(field);
-    if (!line.isModified()) return;
+    if (!line.isModified() || m_parts.editor.IsPrgDlg()) return; // a song that comes in has no notes yet
     line.setModified(false);
     if (!line.text().isEmpty() && !m_parts.isLocked()) change(field, line.text());
-    setNotes(std::move(m_notes));
+    refresh();
 }
 
 void CPnoNotePropPage::change(Field field, const QString& text)
 {
-    CEditor& editor = m_parts.editor;
-    std::vector<_EDT_EVNT> fresh;
-    for (const EvntRef& note : m_notes) {
-        if (editor.GetBlkType(note.trk, note.blk) != blktype::real) {
-            m_parts.user.message(TextId::linkedBlockNotEditable, MessageKind::warning);
-            return;
-        }
-        fresh.push_back(record(note));
-        if (!write(field, text, fresh.back())) return;
-    }
-    const std::vector<EvntRef> notes = m_notes; // the page is told of each change
-    const UndoScope step(editor, m_parts.text(TextId::undoEventChange).toStdString());
-    if (!step) return;
-    for (std::size_t i = 0; i < notes.size(); ++i) editor.SetEvnt(notes[i].trk, notes[i].blk, notes[i].evnt, fresh[i]);
+    const std::vector<EvntRef> notes = m_notes();
+    if (notes.empty()) return;
+    _EDT_EVNT first = NoteCommands::record(notes.front());
+    if (!write(field, text, first)) return;
+    const auto become = [&](const _EDT_EVNT& note) {
+        _EDT_EVNT fresh = note;
+        return write(field, text, fresh) ? fresh : note;
+    };
+    m_commands.edit(notes, become, TextId::undoEventChange);
 }
 
 void CPnoNotePropPage::keyPressEvent(QKeyEvent* event)

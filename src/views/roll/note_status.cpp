@@ -24,6 +24,7 @@ void NoteStatus::show(const Values& values)
 {
     if (values == m_values) return;
     m_values = values;
+    setAccessibleDescription(spoken());
     update();
 }
 
@@ -31,34 +32,42 @@ void NoteStatus::setSelected(std::size_t notes)
 {
     if (notes == m_selected) return;
     m_selected = notes;
+    setAccessibleDescription(spoken());
     update();
 }
 
 void NoteStatus::retranslate()
 {
     setAccessibleName(m_text(TextId::statusPlace));
+    setAccessibleDescription(spoken());
     update();
+}
+
+std::array<NoteStatus::Part, 4> NoteStatus::parts() const
+{
+    return {{{TextId::statusPlace, m_values.place, QLatin1String("0000:00:000")},
+             {TextId::statusLength, m_values.length, QLatin1String("000:000")},
+             {TextId::statusKey, m_values.key, QLatin1String("C#-1")},
+             {TextId::statusVelocity, m_values.velocity, QLatin1String("000")}}};
+}
+
+QString NoteStatus::spoken() const
+{
+    QStringList words;
+    for (const Part& part : parts())
+        if (!part.value.isEmpty()) words << m_text(part.caption) + QLatin1Char(' ') + part.value;
+    if (m_selected != 0) words << m_text(TextId::statusSelected).arg(m_selected);
+    return words.join(QLatin1String(", "));
 }
 
 void NoteStatus::paintEvent(QPaintEvent*)
 {
-    struct Part {
-        TextId caption;
-        const QString& value;
-        QLatin1String widest;
-    };
-    const Part parts[] = {
-        {TextId::statusPlace, m_values.place, QLatin1String("0000:00:000")},
-        {TextId::statusLength, m_values.length, QLatin1String("000:000")},
-        {TextId::statusKey, m_values.key, QLatin1String("C#-1")},
-        {TextId::statusVelocity, m_values.velocity, QLatin1String("000")},
-    };
     QPainter painter(this);
     painter.fillRect(0, 0, width(), 1, palette().mid());
     const int selectedRoom =
         m_selected == 0 ? 0 : fontMetrics().horizontalAdvance(m_text(TextId::statusSelected).arg(m_selected)) + margin;
     int x = margin;
-    for (const Part& part : parts) {
+    for (const Part& part : parts()) {
         const QString caption = m_text(part.caption);
         const int captionWidth = fontMetrics().horizontalAdvance(caption);
         const int room =

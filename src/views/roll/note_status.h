@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "base/strings.h"
+
 #include <QWidget>
 
 #include <array>
@@ -35,6 +37,15 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    struct Part {
+        TextId caption;
+        const QString& value;
+        QLatin1String widest;
+    };
+    [[nodiscard]] std::array<Part, 4> parts() const;
+    /// All that stands there, for those who cannot see it.
+    [[nodiscard]] QString spoken() const;
+
     const UiText& m_text;
     Values m_values;
     std::size_t m_selected = 0;

@@ -2,6 +2,7 @@
 #include "views/roll/note_table.h"
 
 #include "core/edit/editor.h"
+#include "views/editors/evnt_kinds.h"
 
 #include <algorithm>
 #include <numeric>
@@ -37,8 +38,6 @@ std::uint16_t valueOf(const CEvnt& e, int row)
 }
 
 std::uint32_t lengthOf(const CEvnt& e) { return std::max(e.GetGateTime(), 1U); }
-
-bool isNote(const CEvnt& e) { return status::kind(e.GetStatus()) == status::note; }
 
 NoteInView noteIn(const EvntRef& ref, const CBlk& blk, const CEvnt& e)
 {
@@ -151,6 +150,16 @@ ValueInView NoteTables::valueOf(int track, const BlkInView& at, const RealBlkTab
             at.blk->GetType() != blktype::real};
 }
 
+NoteTables::Keys NoteTables::keysOf(int track) const
+{
+    Keys keys;
+    for (const BlkInView& at : blks(track))
+        if (const RealBlkTable* table = tableOf(*at.blk))
+            for (int key = 0; key < RealBlkTable::keys; ++key)
+                if (!table->row(key).empty()) keys.set(static_cast<std::size_t>(key));
+    return keys;
+}
+
 std::optional<NoteInView> NoteTables::noteAt(int track, std::uint32_t from, std::uint32_t to, int key) const
 {
     std::optional<NoteInView> top;
@@ -233,6 +242,10 @@ void NoteTables::onHint(const HintObserver*, int code, CEditor*)
         ++m_blkRevision;
         break;
     case hint::blkDel:
+        m_editor.GetHint(blk.trk, blk.blk);
+        m_tables.erase(List<CBlk>::get(blk.blk)->GetRealBlk()); // made anew where other blocks show it, too
+        ++m_blkRevision;
+        break;
     case hint::blkReSize:
     case hint::trkArrange:
     case hint::trkType: ++m_blkRevision; break;

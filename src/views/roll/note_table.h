@@ -8,6 +8,7 @@
 #include "views/roll/strip_kind.h"
 
 #include <array>
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -133,6 +134,9 @@ public:
         });
     }
 
+    /// Keys with notes in the blocks of the track. Grows with the blocks, not with the notes.
+    using Keys = std::bitset<RealBlkTable::keys>;
+    [[nodiscard]] Keys keysOf(int track) const;
     /// The topmost note at a key that sounds in the span.
     [[nodiscard]] std::optional<NoteInView> noteAt(int track, std::uint32_t from, std::uint32_t to, int key) const;
     /// The last event of the kind before a time, in the block that is drawn last of those that hold the time. Not for

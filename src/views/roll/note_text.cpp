@@ -3,6 +3,7 @@
 
 #include "core/edit/editor.h"
 #include "views/text/ui_text.h"
+#include "views/transport/location_text.h"
 
 #include <algorithm>
 #include <array>
@@ -61,6 +62,13 @@ std::optional<int> parseKey(const QString& text)
     const int octave = name.mid(at).toInt(&isNumber);
     if (!isNumber || octave < -1 || octave > 9) return std::nullopt;
     return inRange(pitch + 12 * (octave + 1));
+}
+
+QString placeText(const CEditor& editor, std::uint32_t time)
+{
+    _EDT_MEAS place;
+    editor.TimeToMeas(time, place);
+    return utf8Text(locationText(place));
 }
 
 std::uint32_t beatClockAt(const CEditor& editor, std::uint32_t time)

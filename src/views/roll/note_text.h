@@ -20,6 +20,8 @@ class UiText;
 /// A name in capitals or not, with # or b, or a number; nothing outside of 0 to 127.
 [[nodiscard]] std::optional<int> parseKey(const QString& text);
 
+/// Measure, beat and tick of an absolute tick, as the song has them there.
+[[nodiscard]] QString placeText(const CEditor& editor, std::uint32_t time);
 /// Ticks of a beat in the measure at an absolute tick, at least 1.
 [[nodiscard]] std::uint32_t beatClockAt(const CEditor& editor, std::uint32_t time);
 /// Beats and ticks, "%d:%d", in beats of this many ticks.

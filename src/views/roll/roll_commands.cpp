@@ -4,7 +4,9 @@
 #include "core/edit/editor.h"
 #include "core/model/tick.h"
 #include "views/clipboard/song_clipboard.h"
+#include "views/editors/evnt_kinds.h"
 #include "views/roll/grid.h"
+#include "views/roll/grid_commands.h"
 #include "views/roll/roll_view.h"
 #include "views/roll/strip_view.h"
 #include "views/text/ui_text.h"
@@ -48,8 +50,9 @@ bool RollCommands::can(ViewCommand command) const
     case ViewCommand::zoomInRows:
     case ViewCommand::zoomOutRows:
     case ViewCommand::zoomToSong:
-    case ViewCommand::shadows: return true;
-    default: return command >= ViewCommand::toolSelect;
+    case ViewCommand::shadows:
+    case ViewCommand::audition: return true;
+    default: return command >= ViewCommand::toolSelect || grid_commands::can(m_parts.grid, command);
     }
 }
 
@@ -91,15 +94,21 @@ void RollCommands::run(ViewCommand command)
         return m_view.rescale([this](RollScale& scale) { scale.showSpan({0, m_view.songEnd()}); });
     case ViewCommand::zoomToSelection: return zoomToSelection();
     case ViewCommand::shadows: return m_view.setShadows(!m_view.shadows());
-    default: return; // a tool: the next press uses it
+    case ViewCommand::audition: return m_view.setAudition(!m_view.audition());
+    default: grid_commands::run(m_parts.grid, command); // or a tool: the next press uses it
     }
 }
 
-bool RollCommands::isMidi() const
+bool RollCommands::isOn(ViewCommand command) const
 {
-    const CTrk* track = m_parts.editor.song().trk(m_view.track());
-    return track && m_view.track() > 0 && track->GetType() != trktype::wave;
+    switch (command) {
+    case ViewCommand::shadows: return m_view.shadows();
+    case ViewCommand::audition: return m_view.audition();
+    default: return grid_commands::isOn(m_parts.grid, command);
+    }
 }
+
+bool RollCommands::isMidi() const { return takesNotes(m_parts.editor, m_view.track()); }
 
 std::vector<EvntRef> RollCommands::selected() const { return m_view.selection().inOrder(); }
 
@@ -119,8 +128,7 @@ std::vector<EvntRef> RollCommands::everything() const
 std::int64_t RollCommands::step(const std::vector<EvntRef>& refs) const
 {
     if (refs.empty()) return 0;
-    const CBlk& blk = *List<CBlk>::get(refs.front().blk);
-    return m_parts.grid.step(m_parts.editor, blk.GetTimeTop() + List<CEvnt>::get(refs.front().evnt)->GetTime());
+    return m_parts.grid.step(m_parts.editor, timeOf(refs.front()));
 }
 
 void RollCommands::select(const std::vector<EvntRef>& refs)

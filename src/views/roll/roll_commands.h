@@ -22,6 +22,8 @@ public:
     }
 
     [[nodiscard]] bool can(ViewCommand command) const;
+    /// For switches.
+    [[nodiscard]] bool isOn(ViewCommand command) const;
     /// Only what can be done.
     void run(ViewCommand command);
 

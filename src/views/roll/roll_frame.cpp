@@ -4,22 +4,18 @@
 #include "core/edit/editor.h"
 #include "core/model/tick.h"
 #include "core/ports/settings_store.h"
+#include "views/editors/evnt_kinds.h"
 #include "views/editors/track_label.h"
 #include "views/editors/view_actions.h"
-#include "views/edits/everyday_edits.h"
-#include "views/roll/grid.h"
 #include "views/roll/grid_box.h"
 #include "views/roll/note_prop_page.h"
 #include "views/roll/note_status.h"
-#include "views/roll/note_text.h"
 #include "views/roll/roll_commands.h"
+#include "views/roll/roll_tool_bar.h"
 #include "views/roll/roll_view.h"
 #include "views/roll/strip_splitter.h"
 #include "views/roll/strip_view.h"
-#include "views/setup/choice_box.h"
 #include "views/text/ui_text.h"
-#include "views/widgets/folding_row.h"
-#include "views/widgets/tool_button.h"
 
 #include <QHBoxLayout>
 #include <QMenu>
@@ -36,19 +32,21 @@ constexpr const char* section = "View Condition";
 constexpr const char* stripHeightKey = "Piano Interval";
 constexpr const char* stripKey = " Strip"; ///< behind the window's own name, as the next
 constexpr const char* stripKindKey = " Strip Kind";
+constexpr const char* auditionKey = " Audition";
 constexpr int scrollUnit = 4;          ///< ticks of a step of the scroll bar, so that all ticks fit into its numbers
 constexpr std::uint32_t beyond = 7680; ///< ticks behind the song's end that are always in reach
-constexpr int usualTracks = 16;
-constexpr QSize buttonSize(28, 28);
-constexpr int iconSize = 18;
 
-/// A kind of strip as the number of a row, and back.
-int codeOf(const StripKind& kind)
+/// The left one takes the room.
+QWidget* beside(QWidget* left, QWidget* right)
 {
-    const bool isOfAKey = kind.what == StripKind::What::polyPressure; // one row for all keys
-    return static_cast<int>(kind.what) << 8 | (isOfAKey ? 0 : kind.number);
+    auto* area = new QWidget;
+    auto* row = new QHBoxLayout(area);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(left, 1);
+    row->addWidget(right);
+    return area;
 }
-StripKind kindOf(int code) { return {static_cast<StripKind::What>(code >> 8), static_cast<std::uint8_t>(code & 0x7F)}; }
 
 } // namespace
 
@@ -56,14 +54,13 @@ RollFrame::RollFrame(const ViewParts& parts, CRollView* view)
     : m_parts(parts)
     , m_view(view)
     , m_strip(new StripView(parts, *view))
+    , m_toolBar(new RollToolBar(parts))
     , m_commands(std::make_unique<RollCommands>(parts, *m_view, *m_strip))
 {
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    buildToolBar();
     buildArea();
+    connectToolBar();
     connectView();
+    setFocusPolicy(Qt::ClickFocus); // a click on what does not take the keys goes to the window all the same
     setFocusProxy(m_view);
     m_view->setFocus();
     m_parts.editor.addObserver(this);
@@ -73,6 +70,7 @@ RollFrame::~RollFrame()
 {
     m_parts.editor.removeObserver(this);
     // They borrow from one another, so they go here, in order, rather than as children do.
+    delete m_properties;
     delete m_strip;
     delete m_view;
 }
@@ -85,96 +83,20 @@ void RollFrame::showStrip(bool on)
     m_splitter->setWanted(m_splitter->wanted());
 }
 
-QWidget* RollFrame::makeButtons(std::initializer_list<std::pair<ViewCommand, const char*>> commands)
-{
-    auto* group = new QWidget;
-    auto* row = new QHBoxLayout(group);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(2);
-    for (const auto& [command, icon] : commands) {
-        auto* button = new ToolButton(m_parts.icons, QString::fromLatin1(icon), m_parts.actions[command], group);
-        button->setSize(buttonSize, iconSize);
-        row->addWidget(button);
-    }
-    return group;
-}
-
-void RollFrame::buildToolBar()
-{
-    m_toolBar = new FoldingRow(this);
-    m_toolBar->setContentsMargins(8, 4, 8, 4);
-    layout()->addWidget(m_toolBar);
-
-    m_tracks = new ChoiceBox;
-    m_tracks->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_tracks->setMinimumContentsLength(12);
-    connect(m_tracks, &QComboBox::activated, this, [this] { setTrack(m_tracks->chosen(track())); });
-    addToToolBar(m_tracks, 0);
-
-    addToToolBar(makeButtons({{ViewCommand::toolSelect, "select"},
-                              {ViewCommand::toolPencil, "pencil"},
-                              {ViewCommand::toolEraser, "eraser"},
-                              {ViewCommand::toolDivide, "divide"},
-                              {ViewCommand::toolJoin, "join"},
-                              {ViewCommand::toolVelocity, "velocity"},
-                              {ViewCommand::toolLine, "line"},
-                              {ViewCommand::toolCurve, "curve"}}),
-                 4);
-
-    m_grid = new GridBox(m_parts.icons, m_parts.text);
-    m_grid->onChosen = [this](int index, bool free) {
-        m_parts.grid.setIndex(index);
-        m_parts.grid.setFree(free);
-        m_view->update();
-    };
-    addToToolBar(m_grid, 1);
-
-    m_kinds = new ChoiceBox;
-    m_kinds->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_kinds->setMinimumContentsLength(12);
-    connect(m_kinds, &QComboBox::activated, this, [this] { chooseKind(m_kinds->chosen(0)); });
-    QWidget* strip = makeButtons({{ViewCommand::controlStrip, "strip"}});
-    strip->layout()->addWidget(m_kinds);
-    addToToolBar(strip, 2);
-
-    m_audition.setCheckable(true);
-    m_audition.setChecked(true);
-    connect(&m_audition, &QAction::toggled, this, [this](bool on) { m_view->setAudition(on); });
-    auto* audition = new ToolButton(m_parts.icons, QStringLiteral("speaker"), m_audition);
-    audition->setSize(buttonSize, iconSize);
-    QWidget* switches = makeButtons({{ViewCommand::shadows, "shadows"}});
-    switches->layout()->addWidget(audition);
-    addToToolBar(switches, 3);
-
-    if (!m_parts.edit) return;
-    auto* quantise = new ToolButton(m_parts.icons, QStringLiteral("quantise"), *m_parts.edit(EverydayEdit::quantise));
-    quantise->setSize(buttonSize, iconSize);
-    addToToolBar(quantise, 2);
-}
-
-void RollFrame::addToToolBar(QWidget* group, int rank) { m_toolBar->addGroup(group, rank); }
-
 void RollFrame::buildArea()
 {
     m_across = new QScrollBar(Qt::Horizontal);
     m_down = new QScrollBar(Qt::Vertical);
     m_status = new NoteStatus(m_parts.text);
-    const auto beside = [](QWidget* left, QWidget* right) {
-        auto* area = new QWidget;
-        auto* row = new QHBoxLayout(area);
-        row->setContentsMargins(0, 0, 0, 0);
-        row->setSpacing(0);
-        row->addWidget(left, 1);
-        row->addWidget(right);
-        return area;
-    };
-    QWidget* notes = beside(m_view, m_down);
     auto* corner = new QWidget; // as wide as the scroll bar above
     corner->setFixedWidth(m_down->sizeHint().width());
     m_stripArea = beside(m_strip, corner);
-    m_splitter = new StripSplitter(notes, m_stripArea);
+    m_splitter = new StripSplitter(beside(m_view, m_down), m_stripArea);
 
-    auto* column = static_cast<QVBoxLayout*>(layout());
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_toolBar);
     column->addWidget(m_splitter, 1);
     column->addWidget(m_across);
     column->addWidget(m_status);
@@ -187,6 +109,17 @@ void RollFrame::buildArea()
             [this](int value) { m_view->rescale([value](RollScale& scale) { scale.setScroll(value); }); });
 }
 
+void RollFrame::connectToolBar()
+{
+    m_toolBar->onTrack = [this](int track) { setTrack(track); };
+    m_toolBar->onKind = [this] { showKind(); };
+    gridBox().onChanged = [this] {
+        m_view->update();
+        m_strip->update();
+        if (onChanged) onChanged();
+    };
+}
+
 void RollFrame::connectView()
 {
     m_view->onScale = [this] { showScale(); };
@@ -196,63 +129,37 @@ void RollFrame::connectView()
     m_view->onPointed = m_strip->onPointed = [this](const NoteStatus::Values& values) { m_status->show(values); };
 }
 
+GridBox& RollFrame::gridBox() const { return m_toolBar->gridBox(); }
+
+void RollFrame::addToToolBar(QWidget* group, int rank) { m_toolBar->addGroup(group, rank); }
+
 void RollFrame::fillTracks()
 {
     m_tracksStale = false;
-    const QSignalBlocker quiet(m_tracks);
-    m_tracks->clear();
-    for (int number = 1; number < trackCount; ++number) {
-        const CTrk& trk = *m_parts.editor.song().trk(number);
-        const bool isUsed = trk.blocks().head() || number <= usualTracks || number == track();
-        if (!isUsed || trk.GetType() == trktype::wave) continue;
-        m_tracks->add(trackLabel(m_parts.editor, number, m_parts.text), number);
-    }
-    m_tracks->choose(track());
-}
-
-void RollFrame::fillKinds()
-{
-    const UiText& text = m_parts.text;
-    using What = StripKind::What;
-    const QSignalBlocker quiet(m_kinds);
-    m_kinds->clear();
-    m_kinds->add(text(TextId::stripVelocity), codeOf({What::velocity, 0}));
-    m_kinds->add(text(TextId::stripBend), codeOf({What::pitchBend, 0}));
-    m_kinds->add(text(TextId::stripPressure), codeOf({What::pressure, 0}));
-    m_kinds->add(text(TextId::stripPolyPressure), codeOf({What::polyPressure, 0}));
-    m_kinds->add(text(TextId::stripProgram), codeOf({What::program, 0}));
-    m_kinds->insertSeparator(m_kinds->count());
-    for (int control = 0; control < 128; ++control)
-        m_kinds->add(controllerName(control, text), codeOf({What::control, static_cast<std::uint8_t>(control)}));
-    m_kinds->choose(codeOf(m_strip->kind()));
-    m_strip->setName(m_kinds->currentText());
+    m_toolBar->fillTracks(track());
 }
 
 /// The pressure of single keys is that of the selected note.
-void RollFrame::chooseKind(int code)
+void RollFrame::showKind()
 {
-    StripKind kind = kindOf(code);
+    constexpr std::uint8_t middleC = 60;
+    StripKind kind = m_toolBar->kind();
     if (kind.what == StripKind::What::polyPressure) {
-        constexpr std::uint8_t middleC = 60;
-        const std::vector<EvntRef> refs = selectedEvnts();
-        const auto note = refs.empty() ? std::nullopt : NoteTables::noteOf(refs.front());
-        kind.number = note ? note->key : middleC;
+        const std::vector<EvntRef> notes = selectedNotes();
+        kind.number = notes.empty() ? middleC : evntOf(notes.front()).GetPost1();
     }
     m_strip->setKind(kind);
-    m_strip->setName(m_kinds->currentText());
+    m_strip->setName(m_toolBar->kindName());
 }
 
 void RollFrame::retranslate()
 {
     const UiText& text = m_parts.text;
-    m_tracks->setToolTip(text(TextId::rollTrack));
-    m_tracks->setAccessibleName(text(TextId::rollTrack));
-    m_kinds->setToolTip(text(TextId::stripChoice));
-    m_kinds->setAccessibleName(text(TextId::stripChoice));
-    m_audition.setIconText(text(TextId::rollAudition));
+    m_across->setAccessibleName(text(TextId::scrollTime));
+    m_down->setAccessibleName(text(TextId::scrollKeys));
+    m_toolBar->retranslate();
+    m_strip->setName(m_toolBar->kindName());
     fillTracks();
-    fillKinds();
-    m_grid->retranslate();
     m_view->retranslate();
     m_strip->retranslate();
     m_status->retranslate();
@@ -312,8 +219,8 @@ void RollFrame::saveState()
     m_view->scale().save(m_parts.store, settingsName());
     m_parts.store.setInt(section, stripHeightKey, m_splitter->wanted());
     m_parts.store.setInt(section, name + stripKey, m_stripArea->isVisibleTo(this));
-    m_parts.store.setInt(section, name + stripKindKey, codeOf(m_strip->kind()));
-    m_parts.grid.save(m_parts.store);
+    m_parts.store.setInt(section, name + stripKindKey, m_strip->kind().code());
+    m_parts.store.setInt(section, name + auditionKey, m_view->audition());
 }
 
 void RollFrame::restoreState()
@@ -322,10 +229,9 @@ void RollFrame::restoreState()
     m_splitter->setWanted(m_parts.store.getInt(section, stripHeightKey, m_splitter->wanted()));
     const std::string name = settingsName();
     showStrip(m_parts.store.getInt(section, name + stripKey, true));
-    m_kinds->choose(m_parts.store.getInt(section, name + stripKindKey, 0));
-    if (m_kinds->currentIndex() < 0) m_kinds->choose(0);
-    chooseKind(m_kinds->chosen(0));
-    m_grid->show(m_parts.grid.index(), m_parts.grid.isFree());
+    m_toolBar->chooseKind(m_parts.store.getInt(section, name + stripKindKey, 0));
+    showKind();
+    m_view->setAudition(m_parts.store.getInt(section, name + auditionKey, true) != 0);
 }
 
 // Commands
@@ -343,7 +249,7 @@ bool RollFrame::can(ViewCommand command) const
 bool RollFrame::isOn(ViewCommand command) const
 {
     if (command == ViewCommand::controlStrip) return m_stripArea->isVisibleTo(this);
-    return command == ViewCommand::shadows && m_view->shadows();
+    return m_commands->isOn(command);
 }
 
 void RollFrame::run(ViewCommand command)
@@ -358,9 +264,10 @@ void RollFrame::run(ViewCommand command)
 
 void RollFrame::showProperties()
 {
-    if (!m_properties) m_properties = new CPnoNotePropPage(m_parts, this);
+    if (!m_properties)
+        m_properties = new CPnoNotePropPage(
+            m_parts, m_view->commands(), [this] { return selectedNotes(); }, this);
     m_properties->show();
-    followSelection();
     m_properties->raise();
     m_properties->activateWindow();
 }
@@ -404,18 +311,18 @@ void RollFrame::showScale()
     m_strip->update();
 }
 
-void RollFrame::showSelectedNotes()
+std::vector<EvntRef> RollFrame::selectedNotes() const
 {
     std::vector<EvntRef> refs = selectedEvnts();
-    std::erase_if(refs, [](const EvntRef& ref) { return !NoteTables::noteOf(ref); });
-    m_properties->setNotes(std::move(refs));
+    std::erase_if(refs, [](const EvntRef& ref) { return !isNote(evntOf(ref)); });
+    return refs;
 }
 
 void RollFrame::followSelection()
 {
     m_status->setSelected(m_view->selection().count());
     m_strip->update();
-    if (m_properties && m_properties->isVisible()) showSelectedNotes();
+    if (m_properties) m_properties->refresh();
     if (onChanged) onChanged();
 }
 
@@ -427,13 +334,25 @@ void RollFrame::onHint(const HintObserver*, int code, CEditor* editor)
     const bool isOfTracks = code == hint::trkType || code == hint::trkArrange || code == hint::blkNew
                          || code == hint::blkDel || code == hint::addBlk || code == hint::blkMove;
     m_tracksStale = m_tracksStale || isOfTracks;
-    if (code == hint::trkArrange || code == hint::trkType) fillTracks();
-    if (code != hint::dispReq) return;
+    m_isStale = m_isStale || code == hint::dispReq || code == hint::trkType; // which comes once, after the step
+    if (m_isStale && isVisible()) refresh();
+}
+
+void RollFrame::refresh()
+{
+    m_isStale = false;
+    m_view->refresh();
     m_songEnd = m_view->songEnd();
     if (m_tracksStale) fillTracks();
     showScale();
     m_strip->update();
-    if (m_properties && m_properties->isVisible()) showSelectedNotes();
+    if (m_properties) m_properties->refresh();
+}
+
+void RollFrame::showEvent(QShowEvent* event)
+{
+    if (m_isStale) refresh();
+    ChildFrame::showEvent(event);
 }
 
 } // namespace tessaro

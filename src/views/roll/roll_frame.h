@@ -6,30 +6,26 @@
 #include "views/editors/child_frame.h"
 #include "views/editors/view_parts.h"
 
-#include <QAction>
-
 #include <cstdint>
-#include <initializer_list>
 #include <memory>
-#include <utility>
 
 class QScrollBar;
 
 namespace tessaro {
 
-class ChoiceBox;
 class CPnoNotePropPage;
 class CRollView;
-class FoldingRow;
 class GridBox;
 class NoteStatus;
 class RollCommands;
+class RollToolBar;
 class StripSplitter;
 class StripView;
 
 /// What the windows of piano roll and drum grid share: a tool bar, the notes over the controller strip, scroll bars,
 /// and a line that tells what lies under the pointer. It makes commands of the views' selection and hears the hints for
-/// them. Settings in section View Condition.
+/// them; what a step changed is shown at its end, or when the window can be seen again. Settings in section View
+/// Condition.
 class RollFrame : public ChildFrame, public HintObserver {
 public:
     ~RollFrame() override;
@@ -55,10 +51,9 @@ public:
 
     [[nodiscard]] CRollView& view() const { return *m_view; }
     [[nodiscard]] StripView& strip() const { return *m_strip; }
-    [[nodiscard]] GridBox& gridBox() const { return *m_grid; }
+    [[nodiscard]] GridBox& gridBox() const;
     [[nodiscard]] NoteStatus& status() const { return *m_status; }
-    [[nodiscard]] ChoiceBox& trackBox() const { return *m_tracks; }
-    /// The open page of the selected notes; null for none.
+    /// The page of the selected notes; null before it was opened.
     [[nodiscard]] CPnoNotePropPage* noteProperties() const { return m_properties; }
     /// Opens that page, or raises it.
     void showProperties();
@@ -74,31 +69,29 @@ protected:
     /// Names the settings of the zooms.
     [[nodiscard]] virtual const char* settingsName() const = 0;
 
+    void showEvent(QShowEvent* event) override;
+
 private:
-    [[nodiscard]] QWidget* makeButtons(std::initializer_list<std::pair<ViewCommand, const char*>> commands);
-    void buildToolBar();
     void buildArea();
+    void connectToolBar();
     void connectView();
     void fillTracks();
-    void fillKinds();
     void showStrip(bool on);
-    void chooseKind(int code);
+    void showKind();
     void showScale();
     void showMenu(const QPoint& place);
     void followSelection();
-    void showSelectedNotes();
+    void refresh();
+    [[nodiscard]] std::vector<EvntRef> selectedNotes() const;
 
     ViewParts m_parts;
-    QAction m_audition;
     std::uint32_t m_songEnd = 0; ///< for the scroll bar
     bool m_tracksStale = false;
+    bool m_isStale = false; ///< the song has changed while nobody could see it
     // Children of the widget.
     CRollView* m_view;
     StripView* m_strip;
-    FoldingRow* m_toolBar = nullptr;
-    GridBox* m_grid = nullptr;
-    ChoiceBox* m_tracks = nullptr;
-    ChoiceBox* m_kinds = nullptr;
+    RollToolBar* m_toolBar;
     NoteStatus* m_status = nullptr;
     StripSplitter* m_splitter = nullptr;
     QScrollBar* m_across = nullptr;

@@ -22,4 +22,14 @@ inline void fillAll(QPainter& painter, const std::vector<QRect>& rects, const QC
     return colour;
 }
 
+/// The frame of a band that selects.
+inline void paintBand(QPainter& painter, const QRect& place, const QColor& accent)
+{
+    painter.fillRect(place, withAlpha(accent, 0.15));
+    painter.setPen(accent);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(place.adjusted(0, 0, -1, -1));
+    painter.setPen(Qt::NoPen);
+}
+
 } // namespace tessaro

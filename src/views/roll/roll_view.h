@@ -4,26 +4,26 @@
 #include "views/editors/evnt_selection.h"
 #include "views/editors/view_parts.h"
 #include "views/roll/note_commands.h"
-#include "views/roll/note_looks.h"
+#include "views/roll/note_sound.h"
 #include "views/roll/note_status.h"
 #include "views/roll/roll_gesture.h"
+#include "views/roll/roll_looks.h"
+#include "views/roll/roll_painter.h"
 #include "views/roll/roll_ruler.h"
 #include "views/roll/roll_scale.h"
-#include "views/roll/time_marks.h"
 
 #include <QBasicTimer>
 #include <QWidget>
 
 #include <functional>
-#include <vector>
 
 namespace tessaro {
 
 /// The notes of one track over time, in rows by key: ruler above, a column of keys at the left, bars of notes with the
 /// shadows of other tracks, the play position. What rows and notes look like is told by those that derive from it. It
-/// draws and forwards: RollScale knows the places, RollGesture what the mouse does, NoteCommands how the song changes.
-/// Painting costs what is in sight.
-class CRollView : public QWidget {
+/// forwards: RollPainter draws, RollScale knows the places, RollGesture what the mouse does, NoteCommands how the song
+/// changes. Painting costs what is in sight.
+class CRollView : public QWidget, protected RollLooks {
 public:
     explicit CRollView(const ViewParts& parts);
     ~CRollView() override;
@@ -59,6 +59,7 @@ public:
     [[nodiscard]] bool shadows() const { return m_shadows; }
     /// Whether notes are heard as they are touched.
     void setAudition(bool on);
+    [[nodiscard]] bool audition() const { return m_audition; }
     /// Lets a note be heard for a moment.
     void sound(std::uint8_t key, std::uint8_t velocity);
 
@@ -70,7 +71,9 @@ public:
     /// Where scrolling should lead at least.
     [[nodiscard]] std::uint32_t songEnd() const;
 
+    /// To be told every hint; the work waits for `refresh`, which follows at the end of a step that can be seen.
     void followHint(int code, const CEditor& editor);
+    void refresh();
     virtual void songReplaced();
     void retranslate();
 
@@ -83,14 +86,6 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return {RollScale::left + 80, RollScale::ruler + 64}; }
 
 protected:
-    [[nodiscard]] virtual QColor rowColour(int key) const = 0;
-    [[nodiscard]] virtual bool hasLineBelow(int key) const = 0;
-    /// The column at the left of the rows in this area; `held` sounds, -1 for none.
-    virtual void paintColumn(QPainter& painter, const QRect& area, int held) const = 0;
-    [[nodiscard]] virtual QRect noteRect(const NoteInView& note) const = 0;
-    /// What stands on notes that are large enough.
-    virtual void paintNoteText(QPainter&, const QRect&, const NoteInView&, const QColor&) const {}
-    [[nodiscard]] virtual TextId emptySentence() const = 0;
     /// The middle of what is shown of a track without notes.
     [[nodiscard]] virtual std::uint8_t middleKey() const { return 60; }
     /// The song or the track is another one: before anything is painted.
@@ -103,14 +98,10 @@ protected:
     virtual void moveRows(QMouseEvent& event);
     virtual void releaseRows(QMouseEvent& event);
     virtual void cancelRows();
-    /// Every note as it is to look now.
-    using NoteVisit = std::function<void(const NoteInView& note, bool isSelected)>;
-    virtual void forEachShown(TickRange span, int low, int high, const NoteVisit& visit) const;
+    void forEachShown(TickRange span, int low, int high, const NoteVisit& visit) const override;
 
     [[nodiscard]] const ViewParts& parts() const { return m_parts; }
     [[nodiscard]] EditTool tool() const;
-    [[nodiscard]] QColor noteColour() const;
-    void hear(std::uint8_t key, std::uint8_t velocity);
 
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -134,23 +125,15 @@ private:
     void scaleChanged();
     void paintSoon();
     void centreRows();
-    void hush();
-    [[nodiscard]] int middleRow() const;
-    [[nodiscard]] std::uint32_t startOfPage(std::uint32_t tick) const;
-    void tellSelection();
+    void startAtPage(std::uint32_t tick);
     void endGesture();
     [[nodiscard]] QRect positionStrip(std::uint32_t tick) const;
     [[nodiscard]] QRect rowsArea() const;
     [[nodiscard]] bool isMidi() const;
     [[nodiscard]] bool hasNotes();
 
-    void paintRows(QPainter& painter, const QRect& area);
-    void paintLines(QPainter& painter, const QRect& area);
-    void paintBlks(QPainter& painter, const QRect& area, TickRange span) const;
-    void paintShadows(QPainter& painter, TickRange span, int low, int high);
-    void paintNotes(QPainter& painter, TickRange span, int low, int high);
+    void paintSong(QPainter& painter, const QRect& area);
     void paintGesture(QPainter& painter) const;
-    void paintSentence(QPainter& painter);
 
     void moveColumn(int y);
     void point(QPoint at);
@@ -163,6 +146,8 @@ private:
     NoteCommands m_commands;
     RollGesture m_gesture;
     RollRuler m_ruler;
+    RollPainter m_painter;
+    NoteSound m_sound;
     Held m_held = Held::nothing;
     QBasicTimer m_edgeTimer;
     QPoint m_shift;   ///< from the press to where it stands for RollGesture
@@ -174,16 +159,11 @@ private:
     bool m_isBusy = false; ///< the mouse is changing the song at this moment
     bool m_shadows = false;
     bool m_audition = true;
-    bool m_isHeard = false;            ///< a note that we began
     bool m_isCentred = true;           ///< the rows of the notes stay in the middle: nobody has scrolled yet
     bool m_isStale = false;            ///< a painting is asked for
     bool m_selectionStale = false;     ///< lost something that nobody was told of
     std::uint64_t m_notesRevision = 0; ///< of m_hasNotes
     bool m_hasNotes = false;
-    // Kept from one painting to the next for their memory.
-    std::vector<TimeMark> m_marks;
-    NoteLooks m_looks;
-    std::vector<QRect> m_rects;
 };
 
 } // namespace tessaro

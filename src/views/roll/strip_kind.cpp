@@ -59,6 +59,10 @@ _EDT_EVNT StripKind::record(std::uint32_t time, int value, std::uint8_t channel)
     return rec;
 }
 
+int StripKind::code() const { return static_cast<int>(what) << 8 | (what == What::polyPressure ? 0 : number); }
+
+StripKind StripKind::ofCode(int code) { return {static_cast<What>(code >> 8), low(code)}; }
+
 void StripKind::setValue(_EDT_EVNT& rec, int value) const
 {
     switch (what) {

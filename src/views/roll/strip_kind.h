@@ -25,6 +25,9 @@ struct StripKind {
     [[nodiscard]] int valueOf(const _EDT_EVNT& rec) const;
     /// A record of this kind; `channel` is 0 to 15. Not for velocities.
     [[nodiscard]] _EDT_EVNT record(std::uint32_t time, int value, std::uint8_t channel) const;
+    /// The kind as a number, for settings and choices: one for the pressure of all keys.
+    [[nodiscard]] int code() const;
+    [[nodiscard]] static StripKind ofCode(int code);
     /// Writes a value into a record of this kind, a note's for velocities.
     void setValue(_EDT_EVNT& rec, int value) const;
 

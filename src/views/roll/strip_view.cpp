@@ -2,13 +2,13 @@
 #include "views/roll/strip_view.h"
 
 #include "core/edit/editor.h"
+#include "views/editors/evnt_kinds.h"
 #include "views/editors/view_actions.h"
-#include "views/roll/grid.h"
+#include "views/roll/note_text.h"
 #include "views/roll/roll_paint.h"
 #include "views/roll/roll_view.h"
 #include "views/text/ui_text.h"
 #include "views/theme/colours.h"
-#include "views/transport/location_text.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -178,11 +178,7 @@ void StripView::paintGesture(QPainter& painter) const
     if (span && m_gesture.mode() == StripGesture::Mode::band) {
         const auto [low, high] = m_gesture.bandValues();
         const QRect place(QPoint(time().x(span->from), scale().y(high)), QPoint(time().x(span->to), scale().y(low)));
-        painter.fillRect(place, withAlpha(accent, 0.15));
-        painter.setPen(accent);
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRect(place.adjusted(0, 0, -1, -1));
-        painter.setPen(Qt::NoPen);
+        paintBand(painter, place, accent);
     } else if (span && m_gesture.mode() == StripGesture::Mode::erase) {
         painter.fillRect(QRect(time().x(span->from), 0, time().x(span->to) - time().x(span->from), height()),
                          withAlpha(recordColour(palette()), 0.15));
@@ -230,10 +226,9 @@ void StripView::paintColumn(QPainter& painter) const
 
 void StripView::mousePressEvent(QMouseEvent* event)
 {
-    const CTrk* track = m_parts.editor.song().trk(m_track);
-    const bool isMidi = track && m_track > 0 && track->GetType() != trktype::wave;
     const QPoint at = event->position().toPoint();
-    if (event->button() != Qt::LeftButton || at.x() < RollScale::left || !isMidi || m_parts.isLocked()) return;
+    if (event->button() != Qt::LeftButton || at.x() < RollScale::left || m_parts.isLocked()) return;
+    if (!takesNotes(m_parts.editor, m_track)) return;
     m_isDown = m_isBusy = true;
     m_gesture.press(m_parts.actions.tool(), at, event->modifiers());
     m_isBusy = false;
@@ -307,9 +302,7 @@ void StripView::point(QPoint at)
     NoteStatus::Values values;
     if (at.x() >= RollScale::left) {
         const auto hit = m_gesture.hit(at);
-        _EDT_MEAS place;
-        m_parts.editor.TimeToMeas(hit ? hit->time : time().time(at.x()), place);
-        values.place = utf8Text(locationText(place));
+        values.place = placeText(m_parts.editor, hit ? hit->time : time().time(at.x()));
         values.velocity =
             valueText(hit && m_gesture.mode() == StripGesture::Mode::none ? hit->value : scale().value(at.y()));
     }
