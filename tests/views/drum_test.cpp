@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/edit/undo_scope.h"
 #include "parts_fixture.h"
 #include "views/drum/drum_frame.h"
 #include "views/drum/drum_rows.h"
@@ -126,9 +127,52 @@ TEST_F(DrumFrameTest, ASweepFillsOrClearsARowInOneStep)
     EXPECT_EQ(hits(), "0/36 480/36 ");
 }
 
+TEST_F(DrumFrameTest, ASweepOverALinkedBlockWritesNothing)
+{
+    ASSERT_TRUE(song.editor.BlkGhost(song.editor.GetTrkPos(10), blk, song.editor.GetTrkPos(10), 1920));
+    song.editor.ClearUndoRedo();
+    drag(at(1300, 38), at(2700, 38));
+    EXPECT_EQ(hits(), "0/36 480/36 ");
+    EXPECT_EQ(song.bench.user.messages, std::vector{static_cast<int>(TextId::linkedBlockNotEditable)});
+    EXPECT_EQ(song.editor.GetUndoRedoCount(), 0);
+}
+
+TEST_F(DrumFrameTest, ASweepEndsWhereTimeDoes)
+{
+    view->rescale([](RollScale& scale) { scale.setStart(tick::latest - 1000); });
+    QTest::mousePress(view, Qt::LeftButton, {}, at(tick::latest - 900, 38));
+    QTest::mouseMove(view, at(tick::latest, 38));
+    EXPECT_GE(view->pencil().written().size(), 2U);
+    QTest::keyClick(view, Qt::Key_Escape);
+}
+
+TEST_F(DrumFrameTest, AHiddenWindowCatchesUpWhenItIsShown)
+{
+    constexpr int unnamed = 5;
+    const auto insert = [this] {
+        _EDT_EVNT rec;
+        rec.status = status::note | 9;
+        rec.post1 = unnamed;
+        rec.post2 = 100;
+        const UndoScope step(song.editor, "insert");
+        song.editor.InsEvnt(song.editor.GetTrkPos(10), blk, rec);
+    };
+    frame->hide();
+    insert();
+    EXPECT_FALSE(view->drumRows().row(unnamed));
+    frame->show();
+    EXPECT_TRUE(view->drumRows().row(unnamed));
+    song.editor.UndoNode();
+    EXPECT_FALSE(view->drumRows().row(unnamed));
+}
+
 TEST_F(DrumFrameTest, WritesIntoAnEmptyTrack)
 {
+    frame->resize(1000, 480);
     frame->setTrack(12);
+    const RollScale& scale = view->scale(); // from the bass drums to the open hi-hat
+    const auto [first, last] = scale.visibleRows();
+    EXPECT_TRUE(scale.keyOfRow(first) > 46 && scale.keyOfRow(last) < 35);
     song.grid.setIndex(2);
     drag(at(1920, 42), at(3 * 1920 - 10, 42));
     const CTrk& trk = *song.editor.song().trk(12);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/model/meta.h"
 #include "roll_song.h"
 
 #include <array>
@@ -38,8 +39,10 @@ TEST_F(NoteCommandsTest, OneStepEachWithItsTitle)
     expect(c.move(second, -999, 2), TextId::undoEventMove, "480+120 60/100, 480+240 66/3, 960+0 127/120");
     expect(c.transpose(refs, -80), TextId::undoTranspose, "480+120 0/100, 600+240 4/3, 960+0 67/120");
     expect(c.stretch(refs, -20), TextId::undoGateTime, "480+100 60/100, 600+220 64/3, 960+1 127/120");
-    expect(c.velocity(refs, -5), TextId::undoVelocity, "480+120 60/95, 600+240 64/1, 960+0 127/115");
-    expect(c.velocity(refs, 30), TextId::undoVelocity, "480+120 60/127, 600+240 64/33, 960+0 127/127");
+    expect(c.change(refs, {.velocityBy = -5}, TextId::undoVelocity), TextId::undoVelocity,
+           "480+120 60/95, 600+240 64/1, 960+0 127/115");
+    expect(c.change(refs, {.velocityBy = 30}, TextId::undoVelocity), TextId::undoVelocity,
+           "480+120 60/127, 600+240 64/33, 960+0 127/127");
     expect(c.remove(std::vector{refs[0], refs[2]}), TextId::undoEventDelete, "600+240 64/3");
     expect(c.split(refs, 700), TextId::undoNoteSplit, "480+120 60/100, 600+100 64/3, 700+140 64/3, 960+0 127/120");
     expect(c.copy(second, 840, -1).size() == 1, TextId::undoDragDrop,
@@ -80,10 +83,32 @@ TEST_F(NoteCommandsTest, JoinsToTheNextOfTheKey)
     const std::string before = song.track(1);
     EXPECT_TRUE(song.commands.join(std::vector{refs[0], refs[1]})); // 61 has no next one
     song.expectStep(TextId::undoNoteJoin, before, "480+130 60/1, 490+5 61/2, 700+500 60/4, 720+10 60/5");
-    EXPECT_TRUE(song.commands.join(std::vector{refs[0], refs[3]})); // what lies between comes along
+    EXPECT_TRUE(song.commands.join(std::vector{refs[0], refs[3]}));
+    song.expectStep(TextId::undoNoteJoin, before, "480+130 60/1, 490+5 61/2, 700+500 60/4");
+    EXPECT_TRUE(song.commands.join(std::vector{refs[0], refs[2]})); // what the one is joined with is joined itself
     song.expectStep(TextId::undoNoteJoin, before, "480+720 60/1, 490+5 61/2, 720+10 60/5");
     EXPECT_TRUE(song.commands.join(refs));
     song.expectStep(TextId::undoNoteJoin, before, "480+720 60/1, 490+5 61/2");
+}
+
+TEST_F(NoteCommandsTest, CopiedSignaturesReplaceEachOther)
+{
+    CEditor& editor = song.editor;
+    const BlkRef master{editor.GetTrkPos(0), editor.GetHeadBlkPos(0)};
+    const auto insert = [&](std::uint32_t time, std::uint8_t beats) {
+        const std::vector<std::uint8_t> bytes{beats, 2, 24, 8};
+        POSITION evnt = nullptr;
+        editor.InsEvnt(master.trk, master.blk, test::bytesRec(status::metaEvent, time, bytes, 0x58), evnt);
+        return EvntRef{master.trk, master.blk, evnt};
+    };
+    const std::vector refs{insert(1920, 1), insert(2400, 3)}; // one bar of a quarter, then bars of three
+    const auto copies = song.commands.copy(refs, 600, 0);     // both into the same bar
+    ASSERT_EQ(copies.size(), 1U);
+    EXPECT_EQ(timeOf(copies[0]), 3840U);
+    std::string all;
+    for (const CEvnt* e = blkOf(copies[0]).GetRealBlk()->events().head(); e; e = List<CEvnt>::next(e))
+        if (e->isMeta(meta::timeSignature)) all += std::to_string(e->GetTime()) + " ";
+    EXPECT_EQ(all, "0 1920 2400 3840 ");
 }
 
 TEST_F(NoteCommandsTest, RefuseInLinkedBlocks)
@@ -94,10 +119,10 @@ TEST_F(NoteCommandsTest, RefuseInLinkedBlocks)
     const std::string before = song.track(1);
     NoteCommands& c = song.commands;
     EXPECT_FALSE(c.move(shown, 10) || c.remove(shown) || c.join(shown) || c.split(shown, 650) || c.stretch(shown, 5));
-    EXPECT_FALSE(c.velocity(shown, 5) || c.set(shown[1], NoteCommands::record(note)));
+    EXPECT_FALSE(c.change(shown, {.velocityBy = 5}, TextId::undoVelocity));
     EXPECT_TRUE(c.copy(shown, 10, 0).empty() && c.duplicate(shown, song.grid).empty());
     EXPECT_FALSE(c.insert(2, test::noteRec(100, 10)).evnt);
-    EXPECT_EQ(song.user.messages, std::vector<int>(10, linkedId));
+    EXPECT_EQ(song.user.messages, std::vector<int>(9, linkedId));
     EXPECT_EQ(song.track(1), before);
     EXPECT_EQ(song.editor.GetUndoRedoIndex(), -1);
 }

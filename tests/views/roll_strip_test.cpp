@@ -48,6 +48,18 @@ TEST_F(StripGestureTest, LinesMakeAnEventAStep)
     song.expectStep(TextId::undoEventInsert, "", "0+0 7/64");
 }
 
+TEST_F(StripGestureTest, LinesEndWhereTimeDoes)
+{
+    song.scale.setStart(tick::latest - 1000);
+    for (const Qt::KeyboardModifiers keys : {noKeys, Qt::KeyboardModifiers(Qt::AltModifier)}) {
+        gesture.press(EditTool::line, at(tick::latest - 900, 10), keys);
+        gesture.move(at(tick::latest, 90) + QPoint(200, 0), keys);
+        ASSERT_FALSE(gesture.points().empty());
+        EXPECT_GT(gesture.points().back().value, 50);
+        gesture.cancel();
+    }
+}
+
 TEST_F(StripGestureTest, TheCurveIsBentAfterTheRelease)
 {
     drag(EditTool::curve, at(0, 0), at(1920, 80));

@@ -63,10 +63,10 @@ void DrumGesture::sweep(std::uint32_t from, std::uint32_t to)
 {
     const CEditor& editor = m_parts.editor;
     for (std::uint32_t cell = m_parts.grid.cell(editor, from); cell <= to;) {
-        const std::uint32_t next = tick::later(cell, m_parts.grid.step(editor, cell));
-        if (isFree({cell, next})) write(cell);
+        const std::uint32_t next = m_parts.grid.next(editor, cell);
         if (next == cell) return;
-        cell = m_parts.grid.cell(editor, next); // a step may reach over a bar line, where cells begin anew
+        if (isFree({cell, next})) write(cell);
+        cell = next;
     }
 }
 
@@ -110,16 +110,18 @@ void DrumGesture::commit(std::vector<NoteInView> hits)
 {
     CEditor& editor = m_parts.editor;
     const CTrk* trk = editor.song().trk(m_track);
+    if (std::ranges::any_of(hits, [&](const NoteInView& n) { return m_parts.commands.isLinkedAt(m_track, n.start); })) {
+        m_parts.commands.sayLinked();
+        return;
+    }
     const UndoScope step(editor, m_parts.commands.title(TextId::undoEventInsert));
     if (!step || !trk) return;
     std::ranges::sort(hits, {}, &NoteInView::start);
     for (const NoteInView& hit : hits) {
         const BlkRef blk = m_parts.commands.blkFor(m_track, hit.start);
         if (!blk.blk) return;
-        _EDT_EVNT rec = StripKind{}.record(hit.start, hit.velocity, trk->GetCh());
-        rec.post1 = hit.key;
-        rec.gateTime = hit.end - hit.start;
-        if (const POSITION evnt = m_parts.commands.insertInto(blk, rec)) editor.ChkBlkReSize(blk.trk, blk.blk, evnt);
+        const POSITION evnt = m_parts.commands.insertInto(blk, NoteCommands::record(hit, trk->GetCh()));
+        if (evnt) editor.ChkBlkReSize(blk.trk, blk.blk, evnt);
     }
 }
 

@@ -4,22 +4,18 @@
 #include "core/edit/editor.h"
 #include "core/edit/undo_scope.h"
 #include "core/model/tick.h"
+#include "views/editors/evnt_kinds.h"
 #include "views/roll/grid.h"
 #include "views/roll/note_table.h"
 #include "views/roll/roll_scale.h"
 
 #include <algorithm>
-#include <map>
 #include <unordered_map>
-#include <utility>
 
 namespace tessaro {
 namespace {
 
 constexpr std::int64_t oneTick = 1;
-
-bool isNote(std::uint8_t st) { return status::kind(st) == status::note; }
-bool isNote(const EvntRef& ref) { return isNote(evntOf(ref).GetStatus()); }
 
 std::uint8_t held(int value, int least) { return static_cast<std::uint8_t>(std::clamp(value, least, 127)); }
 
@@ -83,7 +79,7 @@ NoteExtent NoteExtent::of(std::span<const EvntRef> refs)
         extent.room = std::min(extent.room, event.GetTime());
         extent.start = std::min(extent.start, start);
         extent.end = std::max(extent.end, tick::later(start, event.GetGateTime()));
-        if (!isNote(ref)) continue;
+        if (!isNote(evntOf(ref))) continue;
         extent.lowest = std::min(extent.lowest, event.GetPost1());
         extent.highest = std::max(extent.highest, event.GetPost1());
     }
@@ -107,6 +103,17 @@ _EDT_EVNT NoteCommands::record(const EvntRef& ref)
     return rec;
 }
 
+_EDT_EVNT NoteCommands::record(const NoteInView& note, std::uint8_t channel)
+{
+    _EDT_EVNT rec;
+    rec.status = static_cast<std::uint8_t>(status::note | status::channel(channel));
+    rec.time = note.start;
+    rec.gateTime = note.end - note.start;
+    rec.post1 = note.key;
+    rec.post2 = note.velocity;
+    return rec;
+}
+
 void NoteCommands::sayLinked() { m_editor.user().message(TextId::linkedBlockNotEditable, MessageKind::warning); }
 
 bool NoteCommands::refuses(std::span<const EvntRef> refs)
@@ -120,27 +127,18 @@ bool NoteCommands::refuses(std::span<const EvntRef> refs)
 bool NoteCommands::join(std::span<const EvntRef> refs)
 {
     if (refuses(refs)) return false;
-    struct Run {
-        EvntRef first;
-        EvntRef last;
+    struct Pair {
+        EvntRef stays;
+        EvntRef gone;
     };
-    std::map<std::pair<POSITION, int>, Run> runs;
+    std::vector<Pair> pairs;
     for (const EvntRef& ref : refs)
-        if (isNote(ref)) runs.try_emplace({ref.blk, evntOf(ref).GetPost1()}, Run{ref, ref}).first->second.last = ref;
-
-    std::vector<std::pair<EvntRef, EvntRef>> pairs; // what goes, and what stays
-    for (const auto& [key, run] : runs) {
-        EvntRef next = m_notes.nextOfKey(run.first);
-        if (next.evnt) pairs.emplace_back(next, run.first);
-        while (next.evnt && next != run.last && run.first != run.last) {
-            next = m_notes.nextOfKey(next);
-            if (next.evnt) pairs.emplace_back(next, run.first);
-        }
-    }
+        if (const EvntRef next = m_notes.nextOfKey(ref); next.evnt) pairs.push_back({ref, next});
     if (pairs.empty()) return false;
     const UndoScope step(m_editor, title(TextId::undoNoteJoin));
     if (!step) return false;
-    for (const auto& [gone, stays] : pairs) m_editor.NoteApp(stays.trk, stays.blk, gone.evnt, stays.evnt);
+    for (auto at = pairs.rbegin(); at != pairs.rend(); ++at) // what goes has been joined itself by then
+        m_editor.NoteApp(at->stays.trk, at->stays.blk, at->gone.evnt, at->stays.evnt);
     return true;
 }
 
@@ -150,7 +148,7 @@ bool NoteCommands::split(std::span<const EvntRef> refs, std::uint32_t time)
     std::vector<EvntRef> inside;
     std::ranges::copy_if(refs, std::back_inserter(inside), [time](const EvntRef& ref) {
         const std::uint32_t start = timeOf(ref);
-        return isNote(ref) && start < time && time < tick::later(start, evntOf(ref).GetGateTime());
+        return isNote(evntOf(ref)) && start < time && time < tick::later(start, evntOf(ref).GetGateTime());
     });
     if (inside.empty()) return false;
     const UndoScope step(m_editor, title(TextId::undoNoteSplit));
@@ -201,37 +199,39 @@ void NoteCommands::write(const EvntRef& ref, const Become& become)
         m_editor.SetEvnt(ref.trk, ref.blk, ref.evnt, fresh);
 }
 
-bool NoteCommands::set(const EvntRef& ref, const _EDT_EVNT& rec, TextId titleId)
-{
-    if (refuses({&ref, 1})) return false;
-    const UndoScope step(m_editor, title(titleId));
-    return step && m_editor.SetEvnt(ref.trk, ref.blk, ref.evnt, rec);
-}
-
 std::vector<EvntRef> NoteCommands::copy(std::span<const EvntRef> refs, std::int64_t ticks, int keys, TextId titleId)
 {
     if (refs.empty() || refuses(refs)) return {};
     const NoteChange change = NoteExtent::of(refs).limit({.ticks = ticks, .keys = keys});
+    struct Copy {
+        BlkRef blk;
+        _EDT_EVNT rec;
+    };
+    std::vector<Copy> wanted; // read before anything comes in, which may replace what is to be copied
+    for (const EvntRef& ref : refs) wanted.push_back({{ref.trk, ref.blk}, change(record(ref))});
     const UndoScope step(m_editor, title(titleId));
     if (!step) return {};
     std::vector<EvntRef> copies;
-    copies.reserve(refs.size());
-    struct Last {
-        EvntRef ref;
-        std::uint32_t end;
-    };
-    std::unordered_map<POSITION, Last> lasts; // by block: what it has to grow for
-    for (const EvntRef& ref : refs) {
-        const _EDT_EVNT rec = change(record(ref));
-        const EvntRef made{ref.trk, ref.blk, insertInto({ref.trk, ref.blk}, rec)};
+    for (const auto& [blk, rec] : wanted) {
+        const EvntRef made{blk.trk, blk.blk, insertInto(blk, rec)};
         if (!made.evnt) continue;
+        dropReplaced(copies, evntOf(made));
         copies.push_back(made);
-        const Last last{made, tick::later(rec.time, rec.gateTime)};
-        const auto [at, isFirst] = lasts.try_emplace(ref.blk, last);
-        if (!isFirst && at->second.end < last.end) at->second = last;
     }
-    for (const auto& [blk, last] : lasts) m_editor.ChkBlkReSize(last.ref.trk, blk, last.ref.evnt);
+    growFor(copies);
     return copies;
+}
+
+/// Each block once, for the event that reaches farthest.
+void NoteCommands::growFor(std::span<const EvntRef> made)
+{
+    const auto endOf = [](const EvntRef& ref) { return tick::later(timeOf(ref), evntOf(ref).GetGateTime()); };
+    std::unordered_map<POSITION, EvntRef> lasts; // by block
+    for (const EvntRef& ref : made) {
+        EvntRef& last = lasts.try_emplace(ref.blk, ref).first->second;
+        if (endOf(last) < endOf(ref)) last = ref;
+    }
+    for (const auto& [blk, last] : lasts) m_editor.ChkBlkReSize(last.trk, blk, last.evnt);
 }
 
 std::vector<EvntRef> NoteCommands::duplicate(std::span<const EvntRef> refs, const Grid& grid)
@@ -256,6 +256,12 @@ EvntRef NoteCommands::insert(int track, const _EDT_EVNT& rec)
     if (!evnt) return {};
     m_editor.ChkBlkReSize(blk.trk, blk.blk, evnt);
     return {blk.trk, blk.blk, evnt};
+}
+
+bool NoteCommands::isLinkedAt(int track, std::uint32_t time) const
+{
+    const BlkRef at = m_notes.blkAt(track, time);
+    return at.blk && List<CBlk>::get(at.blk)->GetType() != blktype::real;
 }
 
 BlkRef NoteCommands::blkFor(int track, std::uint32_t time)

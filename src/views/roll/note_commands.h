@@ -59,7 +59,7 @@ public:
     {
     }
 
-    /// Joins each note to the next of its key in its block; several of one key become one, from the first to the last.
+    /// Joins each note with the next of its key in its block, from the tail to the head.
     bool join(std::span<const EvntRef> refs);
     /// Divides those notes that sound at the tick.
     bool split(std::span<const EvntRef> refs, std::uint32_t time);
@@ -83,12 +83,6 @@ public:
     {
         return change(refs, {.endBy = endBy}, TextId::undoGateTime);
     }
-    bool velocity(std::span<const EvntRef> refs, int by)
-    {
-        return change(refs, {.velocityBy = by}, TextId::undoVelocity);
-    }
-    /// Writes one event anew, its time absolute.
-    bool set(const EvntRef& ref, const _EDT_EVNT& rec, TextId title = TextId::undoEventChange);
 
     /// Copies into the same blocks; those that have come in, in order.
     std::vector<EvntRef> copy(std::span<const EvntRef> refs, std::int64_t ticks, int keys,
@@ -106,15 +100,20 @@ public:
     BlkRef blkFor(int track, std::uint32_t time);
     /// Says that linked blocks cannot be edited if one of these stands in one.
     bool refuses(std::span<const EvntRef> refs);
+    /// Whether an event at this time would go into a linked block.
+    [[nodiscard]] bool isLinkedAt(int track, std::uint32_t time) const;
     void sayLinked();
     /// Inserts and records; growing the block is the caller's. Null on a refusal.
     POSITION insertInto(const BlkRef& blk, const _EDT_EVNT& rec);
     [[nodiscard]] std::string title(TextId id) const { return std::string(m_strings(id)); }
     /// The record of an event, its time absolute.
     [[nodiscard]] static _EDT_EVNT record(const EvntRef& ref);
+    /// The record of a new note.
+    [[nodiscard]] static _EDT_EVNT record(const NoteInView& note, std::uint8_t channel);
 
 private:
     void write(const EvntRef& ref, const Become& become);
+    void growFor(std::span<const EvntRef> made);
 
     CEditor& m_editor;
     NoteTables& m_notes;

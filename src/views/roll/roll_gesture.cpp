@@ -4,19 +4,19 @@
 #include "core/edit/editor.h"
 #include "views/editors/evnt_selection.h"
 #include "views/roll/grid.h"
+#include "views/roll/roll_drag.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
 
 namespace tessaro {
+
+using namespace roll_drag;
+
 namespace {
 
 constexpr int eraseStep = 2; // pixels
-
-bool isFar(int distance) { return std::abs(distance) >= RollGesture::dragDistance; }
-
-bool goesOn(Qt::KeyboardModifiers keys) { return keys & (Qt::ControlModifier | Qt::ShiftModifier); }
 
 bool isClickTool(EditTool tool) { return tool == EditTool::divide || tool == EditTool::join; }
 
@@ -141,7 +141,7 @@ void RollGesture::move(QPoint at, Qt::KeyboardModifiers keys)
 {
     const QPoint before = std::exchange(m_drag.now, at);
     const QPoint way = at - m_drag.from;
-    if (m_drag.mode == Mode::waiting && (isFar(way.x()) || isFar(way.y()))) beginDrag(keys);
+    if (m_drag.mode == Mode::waiting && isFar(way)) beginDrag(keys);
     if (m_drag.mode == Mode::erase) erase(before, at);
     if (m_drag.mode == Mode::draw) dragDraw(keys);
     if (isShifted()) drag(keys);
@@ -221,10 +221,8 @@ std::optional<RollGesture::Band> RollGesture::band() const
 {
     if (m_drag.mode != Mode::band) return {};
     const RollScale& scale = m_parts.scale;
-    const std::int64_t time = scale.rawTime(m_drag.now.x());
     const int row = scale.row(m_drag.now.y());
-    return Band{{tick::clamped(std::min(time, m_drag.grabTime)), tick::clamped(std::max(time, m_drag.grabTime))},
-                std::min(row, m_drag.grabRow),
+    return Band{between(scale.rawTime(m_drag.now.x()), m_drag.grabTime), std::min(row, m_drag.grabRow),
                 std::max(row, m_drag.grabRow)};
 }
 
@@ -311,10 +309,8 @@ void RollGesture::copy(const NoteChange& change)
 void RollGesture::insert(const NoteInView& note)
 {
     const CTrk* trk = m_parts.editor.song().trk(m_track);
-    _EDT_EVNT rec = StripKind{}.record(note.start, note.velocity, trk ? trk->GetCh() : 0);
-    rec.post1 = note.key;
-    rec.gateTime = note.end - note.start;
-    if (const EvntRef made = m_parts.commands.insert(m_track, rec); made.evnt) m_parts.selection.set({&made, 1});
+    const EvntRef made = m_parts.commands.insert(m_track, NoteCommands::record(note, trk ? trk->GetCh() : 0));
+    if (made.evnt) m_parts.selection.set({&made, 1});
 }
 
 } // namespace tessaro

@@ -53,7 +53,6 @@ public:
         int lastRow;
     };
 
-    static constexpr int dragDistance = 4;
     static constexpr int edge = 5; ///< pixels of a note at which its start or end is taken
 
     explicit RollGesture(const Parts& parts) : m_parts(parts) {}
@@ -80,8 +79,6 @@ public:
     [[nodiscard]] const std::optional<NoteInView>& drawn() const { return m_drag.drawn; }
     /// The tick at which a click with the divide tool would divide the note under the point.
     [[nodiscard]] std::optional<std::uint32_t> cutAt(QPoint at) const;
-    /// The velocity of the next new note.
-    [[nodiscard]] std::uint8_t lastVelocity() const { return m_velocity; }
 
     /// The notes of the track as they will look, in the span and from key `low` to `high`: `visit(note, isSelected)`.
     template <class Visit>
@@ -129,8 +126,8 @@ private:
     Parts m_parts;
     int m_track = -1;
     Drag m_drag;
-    EvntRef m_anchor; ///< the note last clicked; may be gone
-    std::uint8_t m_velocity = 100;
+    EvntRef m_anchor;              ///< the note last clicked; may be gone
+    std::uint8_t m_velocity = 100; ///< of the next new note
     std::uint8_t m_heardKey = 0;
 };
 

@@ -3,6 +3,7 @@
 
 #include "core/edit/editor.h"
 #include "core/edit/undo_scope.h"
+#include "views/editors/evnt_kinds.h"
 #include "views/editors/evnt_selection.h"
 #include "views/roll/note_table.h"
 
@@ -12,8 +13,6 @@
 
 namespace tessaro {
 namespace {
-
-bool isLinked(const BlkRef& ref) { return ref.blk && List<CBlk>::get(ref.blk)->GetType() != blktype::real; }
 
 /// Of points in a row with one value the first.
 std::vector<StripPoint> thinned(std::span<const StripPoint> points)
@@ -39,8 +38,8 @@ std::vector<EvntRef> StripCommands::editable(int track, const StripKind& kind, T
 bool StripCommands::draw(int track, const StripKind& kind, std::span<const StripPoint> points, TickRange over)
 {
     const CTrk* trk = m_editor.song().trk(track);
-    if (!trk || points.empty() || trk->GetType() == trktype::wave) return false;
-    if (std::ranges::any_of(points, [&](const StripPoint& p) { return isLinked(m_notes.blkAt(track, p.time)); })) {
+    if (points.empty() || !takesNotes(m_editor, track)) return false;
+    if (std::ranges::any_of(points, [&](const StripPoint& p) { return m_commands.isLinkedAt(track, p.time); })) {
         m_commands.sayLinked();
         return false;
     }

@@ -4,6 +4,7 @@
 #include "core/edit/editor.h"
 #include "views/editors/evnt_selection.h"
 #include "views/roll/grid.h"
+#include "views/roll/roll_drag.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,11 +12,10 @@
 #include <utility>
 
 namespace tessaro {
+
+using namespace roll_drag;
+
 namespace {
-
-bool isFar(QPoint way) { return std::max(std::abs(way.x()), std::abs(way.y())) >= StripGesture::dragDistance; }
-
-bool goesOn(Qt::KeyboardModifiers keys) { return keys & (Qt::ControlModifier | Qt::ShiftModifier); }
 
 EditTool toolInStrip(EditTool tool)
 {
@@ -99,8 +99,12 @@ std::vector<StripPoint> StripGesture::points() const
     std::vector<StripPoint> points;
     if (m_drag.path.empty() || kind().isVelocity()) return points;
     const TickRange range = around(m_drag.path);
-    for (std::uint32_t time = range.from; time < range.to; time = cellAt(tick::later(time, stepAt(time))))
+    for (std::uint32_t time = range.from; time < range.to;) {
         points.push_back({time, valueAt(m_drag.path, time)});
+        const std::uint32_t next = cellAt(tick::later(time, stepAt(time)));
+        if (next <= time) break; // where time ends
+        time = next;
+    }
     return points;
 }
 
@@ -110,11 +114,7 @@ std::optional<TickRange> StripGesture::span() const
     case Mode::draw:
     case Mode::bend: return around(m_drag.path);
     case Mode::erase: return m_drag.passed;
-    case Mode::band: {
-        const std::int64_t time = m_parts.scale.rawTime(m_drag.now.x());
-        return TickRange{tick::clamped(std::min(time, m_drag.grabTime)),
-                         tick::clamped(std::max(time, m_drag.grabTime))};
-    }
+    case Mode::band: return between(m_parts.scale.rawTime(m_drag.now.x()), m_drag.grabTime);
     default: return {};
     }
 }
@@ -244,7 +244,7 @@ void StripGesture::drag()
     const QPoint way = m_drag.now - m_drag.from;
     m_drag.by = m_scale.value(m_drag.now.y()) - m_scale.value(m_drag.from.y());
     m_drag.ticks = 0;
-    if (kind().isVelocity() || std::abs(way.x()) < dragDistance) return;
+    if (kind().isVelocity() || !isFar(way.x())) return;
     const std::uint32_t old = m_drag.hit->time;
     std::uint32_t time = tick::shifted(old, m_parts.scale.rawTime(m_drag.now.x()) - m_drag.grabTime);
     if (!isFine()) time = m_parts.grid.snap(m_parts.editor, time);

@@ -39,7 +39,6 @@ public:
     };
     enum class Mode { none, waiting, draw, bend, erase, band, drag };
 
-    static constexpr int dragDistance = 4;
     static constexpr int near = 4;                ///< pixels to an event that is hit
     static constexpr std::uint32_t fineStep = 10; ///< ticks
 
