@@ -58,7 +58,7 @@ CListVw::CListVw(const ViewParts& parts, int track, QWidget* parent)
     QObject::connect(&m_hush, &QTimer::timeout, this, [this] { hush(); });
     QObject::connect(&m_collapse, &QTimer::timeout, this, [this] {
         if (const auto row = m_choice.current()) m_choice.choose(*row, {});
-        selectionChanged();
+        tellChanged();
     });
     m_parts.actions.listen(*this, {ViewCommand::remove, ViewCommand::insertEvent, ViewCommand::tickLeft,
                                    ViewCommand::tickRight, ViewCommand::openEditor, ViewCommand::editCell});
@@ -98,7 +98,7 @@ void CListVw::setTrack(int track)
     m_playRow = -1;
     refresh();
     setPosition(m_position, true);
-    selectionChanged();
+    tellChanged();
 }
 
 void CListVw::setFilter(const RowFilter& filter)
@@ -158,7 +158,7 @@ void CListVw::onHint(const HintObserver*, int code, CEditor* editor)
     if (!isInSight()) return;
     if (code == hint::dispReq) {
         catchUp();
-        selectionChanged();
+        tellChanged();
     } else if (m_stale && !m_late.isActive()) {
         m_late.start(lateMilliseconds);
     }
@@ -196,7 +196,7 @@ void CListVw::markStale(int code, const CEditor& editor)
 
 // The current row and the selection
 
-void CListVw::selectionChanged()
+void CListVw::tellChanged()
 {
     viewport()->update();
     if (onChanged) onChanged();
@@ -207,7 +207,7 @@ void CListVw::choose(int row, Qt::KeyboardModifiers keys)
 {
     if (row < 0 || static_cast<std::size_t>(row) >= rows().count()) return;
     m_choice.choose(static_cast<std::size_t>(row), keys);
-    selectionChanged();
+    tellChanged();
     if (!(keys & Qt::ShiftModifier)) hearCurrent();
 }
 
@@ -237,19 +237,19 @@ void CListVw::select(std::span<const EvntRef> refs)
     std::erase_if(ofTrack, [trk](const EvntRef& ref) { return ref.trk != trk; });
     m_choice.select(ofTrack);
     showCurrent();
-    selectionChanged();
+    tellChanged();
 }
 
 void CListVw::selectAllRows()
 {
     m_choice.selectRows(0, rows().count() - 1);
-    selectionChanged();
+    tellChanged();
 }
 
 void CListVw::invertSelection()
 {
     m_choice.invert();
-    selectionChanged();
+    tellChanged();
 }
 
 void CListVw::goTo(const EvntRef& ref)

@@ -91,7 +91,7 @@ private:
     void markStale(int code, const CEditor& editor);
     [[nodiscard]] bool isInSight() const;
     void choose(int row, Qt::KeyboardModifiers keys);
-    void selectionChanged();
+    void tellChanged();
     void hearCurrent();
     void hush();
 

@@ -32,8 +32,8 @@ void TempoLine::open(const QRect& place, EvntDraft draft)
 void TempoLine::show(QRect place)
 {
     m_line = new QLineEdit(&m_room);
-    m_line->setText(m_list.cells().typed(event(), time(), column()));
-    m_line->setAccessibleName(kindName(kindOf(event()), m_text));
+    m_line->setText(m_list.cells().typed(about(), time(), column()));
+    m_line->setAccessibleName(kindName(kindOf(about()), m_text));
     m_line->setPlaceholderText(m_line->accessibleName());
     m_line->selectAll();
     m_line->installEventFilter(this);
@@ -65,8 +65,8 @@ void TempoLine::songChanged()
 void TempoLine::take()
 {
     const ListColumn at = column();
-    const EvntKind kind = kindOf(event());
-    const auto parsed = m_list.cells().parse(m_line->text(), event(), time(), at);
+    const EvntKind kind = kindOf(about());
+    const auto parsed = m_list.cells().parse(m_line->text(), about(), time(), at);
     if (const auto* fault = std::get_if<CellFault>(&parsed)) {
         m_fault.say(fault->sentence, *m_line);
         return;

@@ -36,9 +36,9 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    [[nodiscard]] const CEvnt& event() const { return m_ref.evnt ? evntOf(m_ref) : m_fresh; }
+    [[nodiscard]] const CEvnt& about() const { return m_ref.evnt ? evntOf(m_ref) : m_fresh; }
     [[nodiscard]] std::uint32_t time() const { return m_ref.evnt ? timeOf(m_ref) : m_draft.rec.time; }
-    [[nodiscard]] ListColumn column() const { return EvntCells::valueColumn(kindOf(event())); }
+    [[nodiscard]] ListColumn column() const { return EvntCells::valueColumn(kindOf(about())); }
     void show(QRect place);
     void take();
 
