@@ -41,7 +41,7 @@ bool TrackWindowCommands::can(ViewCommand command) const
     case C::tickLeft:
     case C::tickRight: return any && free;
     case C::nudgeLeft:
-    case C::nudgeRight: return any ? free : view().canSelectBeside();
+    case C::nudgeRight: return any ? free : !currentTrk().IsEmpty();
     case C::nudgeUp:
     case C::nudgeDown: return !any || free;
     case C::longer:
@@ -159,12 +159,26 @@ void TrackWindowCommands::nudge(int bars, int rows)
     if (!selection().empty()) {
         made(blks().nudge(bars, rows));
     } else if (bars) {
-        view().selectBeside(bars);
+        selectBlk();
     } else {
         m_frame.setCurrentTrack(std::clamp(m_frame.currentTrack() + rows, 1, TrkGeometry::rows));
         view().reveal(m_frame.currentTrack());
     }
 }
+
+/// The block of the current track at the play position or next to it.
+void TrackWindowCommands::selectBlk()
+{
+    CTrk* trk = m_parts.editor.song().trk(m_frame.currentTrack());
+    CBlk* found = trk->blocks().head();
+    while (List<CBlk>::next(found) && found->GetTimeEnd() <= m_parts.panel.GetLocation())
+        found = List<CBlk>::next(found);
+    const BlkRef ref{trk, found};
+    selection().setBlks({{ref}});
+    view().reveal(ref);
+}
+
+const CTrk& TrackWindowCommands::currentTrk() const { return *m_parts.editor.song().trk(m_frame.currentTrack()); }
 
 void TrackWindowCommands::paste()
 {
@@ -178,12 +192,10 @@ void TrackWindowCommands::paste()
 void TrackWindowCommands::newBlock()
 {
     const BarLines bars(m_parts.editor.maps().meas());
-    const int track = m_frame.currentTrack();
     std::uint32_t top = bars.before(m_parts.panel.GetLocation());
-    if (const CTrk* trk = m_parts.editor.song().trk(track))
-        for (const CBlk* blk = trk->blocks().head(); blk; blk = List<CBlk>::next(blk))
-            if (blk->GetTimeTop() <= top && blk->GetTimeEnd() > top) top = bars.after(blk->GetTimeEnd() - 1);
-    made(blks().create(track, top, bars.after(top)));
+    for (const CBlk* blk = currentTrk().blocks().head(); blk; blk = List<CBlk>::next(blk))
+        if (blk->GetTimeTop() <= top && blk->GetTimeEnd() > top) top = bars.after(blk->GetTimeEnd() - 1);
+    made(blks().create(m_frame.currentTrack(), top, bars.after(top)));
 }
 
 void TrackWindowCommands::properties()
@@ -202,10 +214,10 @@ void TrackWindowCommands::openEditor()
         m_frame.pramView().openCell();
     else if (const auto found = selection().blks(); !found.empty())
         view().openNotes(found.front());
-    else if (const int track = m_frame.currentTrack(); m_parts.editor.song().trk(track)->GetType() == trktype::wave)
-        m_frame.showTrack(track);
+    else if (currentTrk().GetType() == trktype::wave)
+        m_frame.showTrack(m_frame.currentTrack());
     else
-        view().openNotes(track, m_parts.panel.GetLocation());
+        view().openNotes(m_frame.currentTrack(), m_parts.panel.GetLocation());
 }
 
 } // namespace tessaro

@@ -7,6 +7,7 @@ namespace tessaro {
 
 class BlkCommands;
 class CTrackFrame;
+class CTrk;
 class CTrkBlkView;
 class TrkSelection;
 
@@ -28,6 +29,8 @@ private:
 
     void made(bool done);
     void nudge(int bars, int rows);
+    void selectBlk();
+    [[nodiscard]] const CTrk& currentTrk() const;
     void paste();
     void newBlock();
     void properties();

@@ -400,29 +400,4 @@ void CTrkBlkView::keyPressEvent(QKeyEvent* event)
     stale();
 }
 
-bool CTrkBlkView::canSelectBeside() const
-{
-    const CTrk* trk = m_parts.editor.song().trk(m_painter.currentTrack);
-    return trk && !trk->IsEmpty();
-}
-
-void CTrkBlkView::selectBeside(int step)
-{
-    if (!canSelectBeside()) return;
-    CTrk* trk = m_parts.editor.song().trk(m_painter.currentTrack);
-    CBlk* found = nullptr;
-    if (const auto blks = m_selection.blks(); !blks.empty() && blks.back().trk == trk) {
-        CBlk* from = List<CBlk>::get(blks.back().blk);
-        found = step > 0 ? List<CBlk>::next(from) : List<CBlk>::prev(from);
-        if (!found) found = from;
-    } else {
-        const std::uint32_t now = m_parts.panel.GetLocation();
-        for (found = trk->blocks().head(); List<CBlk>::next(found) && found->GetTimeEnd() <= now;)
-            found = List<CBlk>::next(found);
-    }
-    const BlkRef ref{trk, found};
-    m_selection.setBlks({{ref}});
-    reveal(ref);
-}
-
 } // namespace tessaro

@@ -53,10 +53,6 @@ public:
     /// Opens the window of the block's notes, or of the track's at a tick.
     void openNotes(const BlkRef& blk);
     void openNotes(int track, std::uint32_t tick);
-    /// Selects the block behind, 1, or before, -1, the selected one of the current track; without one, the block at
-    /// the play position or next to it.
-    void selectBeside(int step);
-    [[nodiscard]] bool canSelectBeside() const;
     /// The place of a block in the viewport.
     [[nodiscard]] QRect placeOf(const BlkRef& blk) const;
     /// Fits cursor and colours to tool and settings.
