@@ -2,6 +2,7 @@
 #include "views/tracks/blk_menu.h"
 
 #include "core/edit/editor.h"
+#include "views/editors/command_buttons.h"
 #include "views/editors/view_actions.h"
 #include "views/text/ui_text.h"
 #include "views/transport/location_text.h"
@@ -13,9 +14,7 @@ namespace tessaro {
 void fillBlkMenu(QMenu& menu, ViewActions& actions, bool onBlk)
 {
     using C = ViewCommand;
-    const auto add = [&](std::initializer_list<C> commands) {
-        for (const C command : commands) menu.addAction(&actions[command]);
-    };
+    const auto add = [&](std::initializer_list<C> commands) { addCommands(menu, actions, commands); };
     if (!onBlk) {
         add({C::newBlock, C::paste});
         menu.addSeparator();
