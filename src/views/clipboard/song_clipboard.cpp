@@ -10,6 +10,7 @@
 #include "files/clip/blk_clip_reader.h"
 #include "files/clip/clip_writer.h"
 #include "files/clip/evnt_clip_reader.h"
+#include "views/editors/evnt_kinds.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -75,16 +76,6 @@ void grow(CEditor& editor, std::span<const EvntRef> made)
     const auto endOf = [](const EvntRef& ref) { return tick::later(timeOf(ref), evntOf(ref).GetGateTime()); };
     const auto last = std::ranges::max_element(made, {}, endOf);
     if (last != made.end()) editor.ChkBlkReSize(last->trk, last->blk, last->evnt);
-}
-
-/// A signature takes the place of the one at its bar line, which may have come in just before.
-void dropReplaced(std::vector<EvntRef>& pasted, const CEvnt& made)
-{
-    if (!made.isMeta(meta::timeSignature)) return;
-    std::erase_if(pasted, [&made](const EvntRef& ref) {
-        const CEvnt& e = evntOf(ref);
-        return e.isMeta(meta::timeSignature) && e.GetTime() == made.GetTime();
-    });
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "core/edit/editor.h"
 #include "core/model/tick.h"
 #include "core/ports/settings_store.h"
+#include "views/editors/command_buttons.h"
 #include "views/editors/evnt_kinds.h"
 #include "views/editors/track_label.h"
 #include "views/editors/view_actions.h"
@@ -275,17 +276,12 @@ void RollFrame::showProperties()
 void RollFrame::showMenu(const QPoint& place)
 {
     using enum ViewCommand;
-    constexpr ViewCommand groups[][6] = {
-        {cut, copy, paste, remove, duplicate, properties},
-        {joinNotes, splitNotes, longer, shorter, octaveUp, octaveDown},
-        {selectAll, selectNone, invertSelection, zoomToSelection, shadows, controlStrip},
-    };
     m_parts.actions.refresh();
     QMenu menu(this);
-    for (const auto& group : groups) {
-        for (const ViewCommand command : group) menu.addAction(&m_parts.actions[command]);
-        menu.addSeparator();
-    }
+    addCommands(menu, m_parts.actions, {cut, copy, paste, remove, duplicate, properties});
+    addCommands(menu, m_parts.actions, {joinNotes, splitNotes, longer, shorter, octaveUp, octaveDown});
+    addCommands(menu, m_parts.actions,
+                {selectAll, selectNone, invertSelection, zoomToSelection, shadows, controlStrip, audition});
     menu.exec(place);
 }
 

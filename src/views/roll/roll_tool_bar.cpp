@@ -2,8 +2,8 @@
 #include "views/roll/roll_tool_bar.h"
 
 #include "core/edit/editor.h"
+#include "views/editors/command_buttons.h"
 #include "views/editors/track_label.h"
-#include "views/editors/view_actions.h"
 #include "views/edits/everyday_edits.h"
 #include "views/roll/grid_box.h"
 #include "views/roll/note_text.h"
@@ -11,7 +11,7 @@
 #include "views/text/ui_text.h"
 #include "views/widgets/tool_button.h"
 
-#include <QHBoxLayout>
+#include <QLayout>
 #include <QSignalBlocker>
 
 namespace tessaro {
@@ -19,7 +19,7 @@ namespace {
 
 constexpr int usualTracks = 16;
 constexpr QSize buttonSize(28, 28);
-constexpr int iconSize = 18;
+constexpr int iconSize = 16;
 constexpr int shortestName = 12; ///< letters that a box has room for
 
 ChoiceBox* makeBox(QWidget* parent)
@@ -47,38 +47,24 @@ RollToolBar::RollToolBar(const ViewParts& parts, QWidget* parent)
         if (onKind) onKind();
     });
     addGroup(m_tracks, 0);
-    addGroup(makeButtons({{ViewCommand::toolSelect, "select"},
-                          {ViewCommand::toolPencil, "pencil"},
-                          {ViewCommand::toolEraser, "eraser"},
-                          {ViewCommand::toolDivide, "divide"},
-                          {ViewCommand::toolJoin, "join"},
-                          {ViewCommand::toolVelocity, "velocity"},
-                          {ViewCommand::toolLine, "line"},
-                          {ViewCommand::toolCurve, "curve"}}),
+    addGroup(commandButtons(parts, {{ViewCommand::toolSelect, "select"},
+                                    {ViewCommand::toolPencil, "pencil"},
+                                    {ViewCommand::toolEraser, "eraser"},
+                                    {ViewCommand::toolDivide, "divide"},
+                                    {ViewCommand::toolJoin, "join"},
+                                    {ViewCommand::toolVelocity, "velocity"},
+                                    {ViewCommand::toolLine, "line"},
+                                    {ViewCommand::toolCurve, "curve"}}),
              4);
     addGroup(m_grid, 1);
-    QWidget* strip = makeButtons({{ViewCommand::controlStrip, "strip"}});
+    QWidget* strip = commandButtons(parts, {{ViewCommand::controlStrip, "strip"}});
     strip->layout()->addWidget(m_kinds);
     addGroup(strip, 2);
-    addGroup(makeButtons({{ViewCommand::shadows, "shadows"}, {ViewCommand::audition, "speaker"}}), 3);
+    addGroup(commandButtons(parts, {{ViewCommand::shadows, "shadows"}, {ViewCommand::audition, "speaker"}}), 3);
     if (!m_parts.edit) return;
     auto* quantise = new ToolButton(m_parts.icons, QStringLiteral("quantise"), *m_parts.edit(EverydayEdit::quantise));
     quantise->setSize(buttonSize, iconSize);
     addGroup(quantise, 2);
-}
-
-QWidget* RollToolBar::makeButtons(std::initializer_list<std::pair<ViewCommand, const char*>> commands)
-{
-    auto* group = new QWidget;
-    auto* row = new QHBoxLayout(group);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(2);
-    for (const auto& [command, icon] : commands) {
-        auto* button = new ToolButton(m_parts.icons, QString::fromLatin1(icon), m_parts.actions[command], group);
-        button->setSize(buttonSize, iconSize);
-        row->addWidget(button);
-    }
-    return group;
 }
 
 void RollToolBar::fillTracks(int shown)

@@ -6,8 +6,6 @@
 #include "views/widgets/folding_row.h"
 
 #include <functional>
-#include <initializer_list>
-#include <utility>
 
 namespace tessaro {
 
@@ -33,7 +31,6 @@ public:
     void retranslate();
 
 private:
-    [[nodiscard]] QWidget* makeButtons(std::initializer_list<std::pair<ViewCommand, const char*>> commands);
     void fillKinds();
 
     ViewParts m_parts;

@@ -4,8 +4,8 @@
 #include "core/edit/editor.h"
 #include "views/editors/evnt_kinds.h"
 #include "views/editors/view_actions.h"
-#include "views/roll/note_text.h"
 #include "views/roll/roll_paint.h"
+#include "views/roll/roll_pointer.h"
 #include "views/roll/roll_scrolling.h"
 #include "views/text/ui_text.h"
 #include "views/theme/colours.h"
@@ -456,14 +456,7 @@ void CRollView::showCursor(QPoint at)
 {
     Qt::CursorShape shape = Qt::ArrowCursor;
     if (rowsArea().contains(at)) {
-        const auto hit = m_gesture.hit(gesturePoint(at));
-        const bool grabs = tool() == EditTool::select || tool() == EditTool::pencil;
-        if (grabs && hit)
-            shape = hit->zone == RollGesture::Zone::body ? Qt::ArrowCursor : Qt::SizeHorCursor;
-        else if (tool() == EditTool::velocity && hit)
-            shape = Qt::SizeVerCursor;
-        else if (tool() != EditTool::select)
-            shape = Qt::CrossCursor;
+        shape = roll_pointer::cursorOver(tool(), m_gesture.hit(gesturePoint(at)));
         if (tool() == EditTool::divide) update();
     }
     if (cursor().shape() != shape) setCursor(shape);
@@ -477,13 +470,8 @@ void CRollView::point(QPoint at)
         std::optional<NoteInView> note = m_gesture.drawn();
         if (!note)
             if (const auto hit = m_gesture.hit(gesturePoint(at))) note = hit->note;
-        const std::uint32_t time = note ? note->start : m_scale.time(at.x());
-        values.place = placeText(m_parts.editor, time);
+        values = roll_pointer::valuesAt(m_parts.editor, m_scale.time(at.x()), note);
         values.key = keyText(note ? note->key : m_scale.key(at.y()));
-        if (note) {
-            values.length = lengthText(note->end - note->start, beatClockAt(m_parts.editor, time));
-            values.velocity = QString::number(note->velocity);
-        }
     } else if (at.x() < RollScale::left && at.y() >= RollScale::ruler) {
         values.key = keyText(m_scale.key(at.y()));
     }
