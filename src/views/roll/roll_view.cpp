@@ -2,7 +2,6 @@
 #include "views/roll/roll_view.h"
 
 #include "core/edit/editor.h"
-#include "views/editors/evnt_kinds.h"
 #include "views/editors/view_actions.h"
 #include "views/roll/roll_paint.h"
 #include "views/roll/roll_pointer.h"
@@ -24,21 +23,18 @@ constexpr std::uint8_t columnVelocity = 100;
 } // namespace
 
 CRollView::CRollView(const ViewParts& parts)
-    : m_parts(parts)
+    : RollSheet(parts)
     , m_commands(parts.editor, parts.notes, parts.text.strings())
-    , m_gesture({parts.editor, parts.notes, m_commands, parts.grid, m_scale, m_selection})
-    , m_ruler(parts, m_scale)
-    , m_painter(parts, m_scale, *this, *this)
+    , m_gesture({parts.editor, parts.notes, m_commands, parts.grid, scale(), m_selection})
     , m_sound(parts.audition)
 {
-    setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     m_gesture.onHear = [this](std::uint8_t key, std::uint8_t velocity) {
-        if (m_audition) m_sound.hold(m_track, key, velocity);
+        if (m_audition) m_sound.hold(track(), key, velocity);
     };
     m_gesture.onHush = [this] { m_sound.stop(); };
-    m_parts.actions.listen(*this,
+    parts.actions.listen(*this,
                            {ViewCommand::remove, ViewCommand::nudgeLeft, ViewCommand::nudgeRight, ViewCommand::tickLeft,
                             ViewCommand::tickRight, ViewCommand::nudgeUp, ViewCommand::nudgeDown, ViewCommand::octaveUp,
                             ViewCommand::octaveDown, ViewCommand::longer, ViewCommand::shorter});
@@ -52,42 +48,25 @@ CRollView::~CRollView() = default;
 void CRollView::setTrack(int track)
 {
     cancelRows();
-    m_track = track;
+    showTrack(track);
     m_gesture.setTrack(track);
     m_selection.clear();
-    m_notesRevision = 0;
     contentChanged();
     centreRows();
     selectionChanged();
 }
 
-void CRollView::centreRows()
-{
-    rescale([this](RollScale& scale) {
-        const int row = roll_scrolling::middleRow(m_parts.notes, scale, m_track, middleKey());
-        const int middle = (2 * row + 1) * scale.rowHeight() / 2;
-        scale.setScroll(middle - (scale.height() - RollScale::ruler) / 2);
-    });
-    m_isCentred = true;
-}
-
-void CRollView::reveal(std::uint32_t tick)
-{
-    startAtPage(tick);
-    centreRows();
-}
-
 void CRollView::songReplaced()
 {
     endGesture();
-    m_position = 0;
-    m_scale.setStart(0);
-    setTrack(m_track);
+    RollSheet::setPosition(0);
+    rescale([](RollScale& scale) { scale.setStart(0); });
+    setTrack(track());
 }
 
 void CRollView::retranslate()
 {
-    setAccessibleName(m_parts.text(TextId::rollNotes));
+    setAccessibleName(parts().text(TextId::rollNotes));
     update();
 }
 
@@ -98,12 +77,6 @@ void CRollView::selectionChanged()
     if (onSelection) onSelection();
 }
 
-void CRollView::setShadows(bool on)
-{
-    m_shadows = on;
-    update();
-}
-
 void CRollView::setAudition(bool on)
 {
     m_audition = on;
@@ -112,32 +85,14 @@ void CRollView::setAudition(bool on)
 
 void CRollView::sound(std::uint8_t key, std::uint8_t velocity)
 {
-    if (m_audition) m_sound.play(m_track, key, velocity);
+    if (m_audition) m_sound.play(track(), key, velocity);
 }
 
 void CRollView::setPosition(std::uint32_t tick, bool follow)
 {
-    if (tick != m_position) {
-        update(positionStrip(m_position));
-        m_position = tick;
-        update(positionStrip(m_position));
-    }
+    RollSheet::setPosition(tick);
     if (follow && m_held == Held::nothing) showTick(tick);
 }
-
-void CRollView::showTick(std::uint32_t tick)
-{
-    const TickRange seen = m_scale.span();
-    if (tick >= seen.from && tick < seen.to) return;
-    startAtPage(tick);
-}
-
-void CRollView::startAtPage(std::uint32_t tick)
-{
-    rescale([&](RollScale& scale) { scale.setStart(roll_scrolling::startOfPage(m_parts.editor, scale, tick)); });
-}
-
-std::uint32_t CRollView::songEnd() const { return m_parts.editor.GetTimeEnd(); }
 
 void CRollView::followHint(int code, const CEditor& editor)
 {
@@ -152,75 +107,9 @@ void CRollView::refresh()
     if (std::exchange(m_selectionStale, false) && onSelection) onSelection();
 }
 
-void CRollView::paintSoon()
-{
-    if (m_isStale) return;
-    m_isStale = true;
-    update();
-}
-
-void CRollView::scaleChanged()
-{
-    update();
-    if (onScale) onScale();
-}
-
-EditTool CRollView::tool() const { return m_parts.actions.tool(); }
-
-bool CRollView::isMidi() const { return takesNotes(m_parts.editor, m_track); }
-
-bool CRollView::hasNotes()
-{
-    if (m_notesRevision == m_parts.notes.revision()) return m_hasNotes;
-    m_notesRevision = m_parts.notes.revision();
-    m_hasNotes = false;
-    const CTrk* track = m_parts.editor.song().trk(m_track);
-    for (const CBlk* blk = track ? track->blocks().head() : nullptr; blk && !m_hasNotes; blk = List<CBlk>::next(blk))
-        m_hasNotes = blk->GetNum() != 0;
-    return m_hasNotes;
-}
+EditTool CRollView::tool() const { return parts().actions.tool(); }
 
 // Painting
-
-QRect CRollView::rowsArea() const
-{
-    return {RollScale::left, RollScale::ruler, width() - RollScale::left, height() - RollScale::ruler};
-}
-
-QRect CRollView::positionStrip(std::uint32_t tick) const { return {m_scale.x(tick) - 8, 0, 17, height()}; }
-
-void CRollView::paintEvent(QPaintEvent* event)
-{
-    m_isStale = false;
-    QPainter painter(this);
-    painter.setPen(Qt::NoPen);
-    const QRect area = event->rect().intersected(rowsArea());
-    if (!area.isEmpty()) {
-        painter.setClipRect(area);
-        paintSong(painter, area);
-        painter.setClipping(false);
-    }
-    if (event->rect().top() < RollScale::ruler) m_ruler.paint(painter, *this);
-    m_ruler.paintLoop(painter, *this);
-    const QRect column(0, RollScale::ruler, RollScale::left, height() - RollScale::ruler);
-    if (event->rect().intersects(column)) {
-        painter.setClipRect(column);
-        paintColumn(painter, event->rect().intersected(column), m_heldKey);
-        painter.setClipping(false);
-        painter.fillRect(column.right(), 0, 1, height(), palette().mid());
-    }
-    m_ruler.paintPosition(painter, *this, m_position);
-}
-
-void CRollView::paintSong(QPainter& painter, const QRect& area)
-{
-    m_painter.paint(painter, area, m_track, m_shadows);
-    paintGesture(painter);
-    if (!isMidi())
-        m_painter.paintSentence(painter, rowsArea(), TextId::rollNotMidi);
-    else if (!hasNotes() && !m_gesture.drawn())
-        m_painter.paintSentence(painter, rowsArea(), emptySentence());
-}
 
 void CRollView::forEachShown(TickRange span, int low, int high, const NoteVisit& visit) const
 {
@@ -230,16 +119,16 @@ void CRollView::forEachShown(TickRange span, int low, int high, const NoteVisit&
 void CRollView::paintGesture(QPainter& painter) const
 {
     if (const auto band = m_gesture.band()) {
-        const int left = m_scale.x(band->span.from);
-        const int top = m_scale.yOfRow(band->firstRow);
-        const QRect place(left, top, m_scale.x(band->span.to) - left,
-                          m_scale.yOfRow(band->lastRow) + m_scale.rowHeight() - top);
+        const int left = scale().x(band->span.from);
+        const int top = scale().yOfRow(band->firstRow);
+        const QRect place(left, top, scale().x(band->span.to) - left,
+                          scale().yOfRow(band->lastRow) + scale().rowHeight() - top);
         paintBand(painter, place, palette().color(QPalette::Highlight));
     }
     if (m_held == Held::nothing && underMouse() && tool() == EditTool::divide)
         if (const auto cut = m_gesture.cutAt(m_pointer))
-            painter.fillRect(m_scale.x(*cut), m_scale.yOfRow(m_scale.row(m_pointer.y())) - 2, 1,
-                             m_scale.rowHeight() + 4, recordColour(palette()));
+            painter.fillRect(scale().x(*cut), scale().yOfRow(scale().row(m_pointer.y())) - 2, 1,
+                             scale().rowHeight() + 4, recordColour(palette()));
 }
 
 // The mouse
@@ -255,8 +144,8 @@ void CRollView::mousePressEvent(QMouseEvent* event)
         moveColumn(m_pointer.y());
     } else if (m_pointer.y() < RollScale::ruler) {
         m_held = Held::ruler;
-        m_ruler.press(m_pointer.x());
-    } else if (isMidi() && !m_parts.isLocked()) {
+        ruler().press(m_pointer.x());
+    } else if (isMidi() && !parts().isLocked()) {
         m_held = Held::rows;
         m_isBusy = true;
         pressRows(*event);
@@ -281,7 +170,7 @@ void CRollView::mouseMoveEvent(QMouseEvent* event)
         update();
         break;
     case Held::ruler:
-        m_ruler.move(m_pointer.x(), m_pointerKeys);
+        ruler().move(m_pointer.x(), m_pointerKeys);
         update();
         break;
     }
@@ -298,8 +187,7 @@ void CRollView::mouseReleaseEvent(QMouseEvent* event)
     case Held::nothing: break;
     case Held::column:
         m_sound.stop();
-        m_heldKey = -1;
-        update();
+        setHeldKey(-1);
         break;
     case Held::rows:
         m_isBusy = true;
@@ -308,7 +196,7 @@ void CRollView::mouseReleaseEvent(QMouseEvent* event)
         selectionChanged();
         break;
     case Held::ruler:
-        m_ruler.release(m_pointer.x(), event->modifiers());
+        ruler().release(m_pointer.x(), event->modifiers());
         update();
         break;
     }
@@ -353,10 +241,10 @@ void CRollView::endGesture()
         cancelRows();
     } else if (m_held == Held::ruler) {
         m_held = Held::nothing;
-        m_ruler.cancel();
+        ruler().cancel();
     } else if (m_held == Held::column) {
         m_held = Held::nothing;
-        m_heldKey = -1;
+        setHeldKey(-1);
         m_sound.stop();
     }
     paintSoon();
@@ -364,11 +252,10 @@ void CRollView::endGesture()
 
 void CRollView::moveColumn(int y)
 {
-    const int key = m_scale.key(y);
-    if (key == m_heldKey) return;
-    m_heldKey = key;
-    if (isMidi()) m_sound.hold(m_track, static_cast<std::uint8_t>(key), columnVelocity);
-    update();
+    const int key = scale().key(y);
+    if (key == heldKey()) return;
+    setHeldKey(key);
+    if (isMidi()) m_sound.hold(track(), static_cast<std::uint8_t>(key), columnVelocity);
 }
 
 void CRollView::scrollAtEdge()
@@ -418,13 +305,6 @@ void CRollView::keyPressEvent(QKeyEvent* event)
         QWidget::keyPressEvent(event);
 }
 
-void CRollView::resizeEvent(QResizeEvent*)
-{
-    m_scale.resize(width(), height());
-    if (m_isCentred) centreRows();
-    scaleChanged();
-}
-
 void CRollView::leaveEvent(QEvent*)
 {
     if (onPointed) onPointed({});
@@ -470,10 +350,10 @@ void CRollView::point(QPoint at)
         std::optional<NoteInView> note = m_gesture.drawn();
         if (!note)
             if (const auto hit = m_gesture.hit(gesturePoint(at))) note = hit->note;
-        values = roll_pointer::valuesAt(m_parts.editor, m_scale.time(at.x()), note);
-        values.key = keyText(note ? note->key : m_scale.key(at.y()));
+        values = roll_pointer::valuesAt(parts().editor, scale().time(at.x()), note);
+        values.key = keyText(note ? note->key : scale().key(at.y()));
     } else if (at.x() < RollScale::left && at.y() >= RollScale::ruler) {
-        values.key = keyText(m_scale.key(at.y()));
+        values.key = keyText(scale().key(at.y()));
     }
     onPointed(values);
 }

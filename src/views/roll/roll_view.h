@@ -2,18 +2,13 @@
 #pragma once
 
 #include "views/editors/evnt_selection.h"
-#include "views/editors/view_parts.h"
 #include "views/roll/note_commands.h"
 #include "views/roll/note_sound.h"
 #include "views/roll/note_status.h"
 #include "views/roll/roll_gesture.h"
-#include "views/roll/roll_looks.h"
-#include "views/roll/roll_painter.h"
-#include "views/roll/roll_ruler.h"
-#include "views/roll/roll_scale.h"
+#include "views/roll/roll_sheet.h"
 
 #include <QBasicTimer>
-#include <QWidget>
 
 #include <functional>
 
@@ -23,31 +18,18 @@ namespace tessaro {
 /// shadows of other tracks, the play position. What rows and notes look like is told by those that derive from it. It
 /// forwards: RollPainter draws, RollScale knows the places, RollGesture what the mouse does, NoteCommands how the song
 /// changes. Painting costs what is in sight.
-class CRollView : public QWidget, protected RollLooks {
+class CRollView : public RollSheet {
 public:
     explicit CRollView(const ViewParts& parts);
     ~CRollView() override;
 
-    /// It was scrolled, zoomed, or its rows are others.
-    std::function<void()> onScale;
     std::function<void()> onSelection;
     /// What lies under the pointer; all empty when it has left.
     std::function<void(const NoteStatus::Values&)> onPointed;
     std::function<void()> onProperties;
     std::function<void(const QPoint& global)> onMenu;
 
-    [[nodiscard]] int track() const { return m_track; }
     void setTrack(int track);
-    [[nodiscard]] const RollScale& scale() const { return m_scale; }
-    /// Every change of scale: `change(RollScale&)`.
-    template <class Change>
-    void rescale(Change&& change)
-    {
-        const int scroll = m_scale.scroll();
-        change(m_scale);
-        if (m_scale.scroll() != scroll) m_isCentred = false;
-        scaleChanged();
-    }
     [[nodiscard]] EvntSelection& selection() { return m_selection; }
     [[nodiscard]] const EvntSelection& selection() const { return m_selection; }
     [[nodiscard]] NoteCommands& commands() { return m_commands; }
@@ -55,22 +37,13 @@ public:
     /// The selection became another one, by whoever.
     void selectionChanged();
 
-    void setShadows(bool on);
-    [[nodiscard]] bool shadows() const { return m_shadows; }
     /// Whether notes are heard as they are touched.
     void setAudition(bool on);
     [[nodiscard]] bool audition() const { return m_audition; }
     /// Lets a note be heard for a moment.
     void sound(std::uint8_t key, std::uint8_t velocity);
 
-    [[nodiscard]] std::uint32_t position() const { return m_position; }
     void setPosition(std::uint32_t tick, bool follow);
-    void showTick(std::uint32_t tick);
-    /// Begins with the measure of this tick, the rows of its notes in the middle.
-    void reveal(std::uint32_t tick);
-    /// Where scrolling should lead at least.
-    [[nodiscard]] std::uint32_t songEnd() const;
-
     /// To be told every hint; the work waits for `refresh`, which follows at the end of a step that can be seen.
     void followHint(int code, const CEditor& editor);
     void refresh();
@@ -82,12 +55,7 @@ public:
     /// How a key reads in the status line.
     [[nodiscard]] virtual QString keyText(int key) const = 0;
 
-    [[nodiscard]] QSize sizeHint() const override { return {800, 400}; }
-    [[nodiscard]] QSize minimumSizeHint() const override { return {RollScale::left + 80, RollScale::ruler + 64}; }
-
 protected:
-    /// The middle of what is shown of a track without notes.
-    [[nodiscard]] virtual std::uint8_t middleKey() const { return 60; }
     /// The song or the track is another one: before anything is painted.
     virtual void contentChanged() {}
 
@@ -100,12 +68,9 @@ protected:
     virtual void cancelRows();
     void forEachShown(TickRange span, int low, int high, const NoteVisit& visit) const override;
 
-    [[nodiscard]] const ViewParts& parts() const { return m_parts; }
     [[nodiscard]] EditTool tool() const;
 
     bool event(QEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -122,48 +87,28 @@ private:
     /// Where a press has its say until the release.
     enum class Held { nothing, rows, ruler, column };
 
-    void scaleChanged();
-    void paintSoon();
-    void centreRows();
-    void startAtPage(std::uint32_t tick);
     void endGesture();
-    [[nodiscard]] QRect positionStrip(std::uint32_t tick) const;
-    [[nodiscard]] QRect rowsArea() const;
-    [[nodiscard]] bool isMidi() const;
-    [[nodiscard]] bool hasNotes();
 
-    void paintSong(QPainter& painter, const QRect& area);
-    void paintGesture(QPainter& painter) const;
+    void paintGesture(QPainter& painter) const override;
+    [[nodiscard]] bool isDrawing() const override { return m_gesture.drawn().has_value(); }
 
     void moveColumn(int y);
     void point(QPoint at);
     void showCursor(QPoint at);
     void scrollAtEdge();
 
-    ViewParts m_parts;
-    RollScale m_scale;
     EvntSelection m_selection;
     NoteCommands m_commands;
     RollGesture m_gesture;
-    RollRuler m_ruler;
-    RollPainter m_painter;
     NoteSound m_sound;
     Held m_held = Held::nothing;
     QBasicTimer m_edgeTimer;
     QPoint m_shift;   ///< from the press to where it stands for RollGesture
     QPoint m_pointer; ///< of the last event of the mouse
     Qt::KeyboardModifiers m_pointerKeys;
-    int m_track = -1;
-    int m_heldKey = -1; ///< of the column
-    std::uint32_t m_position = 0;
     bool m_isBusy = false; ///< the mouse is changing the song at this moment
-    bool m_shadows = false;
     bool m_audition = true;
-    bool m_isCentred = true;           ///< the rows of the notes stay in the middle: nobody has scrolled yet
-    bool m_isStale = false;            ///< a painting is asked for
-    bool m_selectionStale = false;     ///< lost something that nobody was told of
-    std::uint64_t m_notesRevision = 0; ///< of m_hasNotes
-    bool m_hasNotes = false;
+    bool m_selectionStale = false; ///< lost something that nobody was told of
 };
 
 } // namespace tessaro
