@@ -17,18 +17,13 @@ void fillBlkMenu(QMenu& menu, ViewActions& actions, bool onBlk)
     const auto add = [&](std::initializer_list<C> commands) { addCommands(menu, actions, commands); };
     if (!onBlk) {
         add({C::newBlock, C::paste});
-        menu.addSeparator();
         add({C::selectAll, C::zoomToSong});
         return;
     }
     add({C::openEditor, C::properties});
-    menu.addSeparator();
     add({C::cut, C::copy, C::paste, C::remove});
-    menu.addSeparator();
     add({C::duplicate, C::duplicateLinked, C::divideBlocks, C::linkBlocks, C::mergeBlocks});
-    menu.addSeparator();
     add({C::realiseBlock, C::showSource, C::selectSiblings});
-    menu.addSeparator();
     add({C::zoomToSelection});
 }
 
