@@ -40,6 +40,8 @@ TEST_F(FilesTest, RowsOfTheSaveDialogStandForKindsAndExtensions)
 
     const UiText text(strings);
     SaveDialog dialog({path("old.mid").toStdString(), 2}, {}, text, nullptr);
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
     EXPECT_EQ(dialog.directory().path(), folder.path());
     EXPECT_EQ(nameOf(dialog).text(), "old.mid"); // its own until another row is chosen
     EXPECT_EQ(dialog.nameFilters().size(), 6);

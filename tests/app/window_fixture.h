@@ -136,10 +136,11 @@ protected:
     void onDialog(Act act)
     {
         QTimer::singleShot(0, &frame(), [this, act] {
-            if (auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget()))
-                act(*dialog);
-            else
-                onDialog<Dialog>(act);
+            auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
+            if (!dialog) return onDialog<Dialog>(act);
+            dialog->activateWindow(); // else the window behind it has the keys
+            EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == dialog; }));
+            act(*dialog);
         });
     }
 

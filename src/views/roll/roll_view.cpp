@@ -35,9 +35,9 @@ CRollView::CRollView(const ViewParts& parts)
     };
     m_gesture.onHush = [this] { m_sound.stop(); };
     parts.actions.listen(*this,
-                           {ViewCommand::remove, ViewCommand::nudgeLeft, ViewCommand::nudgeRight, ViewCommand::tickLeft,
-                            ViewCommand::tickRight, ViewCommand::nudgeUp, ViewCommand::nudgeDown, ViewCommand::octaveUp,
-                            ViewCommand::octaveDown, ViewCommand::longer, ViewCommand::shorter});
+                         {ViewCommand::remove, ViewCommand::nudgeLeft, ViewCommand::nudgeRight, ViewCommand::tickLeft,
+                          ViewCommand::tickRight, ViewCommand::nudgeUp, ViewCommand::nudgeDown, ViewCommand::octaveUp,
+                          ViewCommand::octaveDown, ViewCommand::longer, ViewCommand::shorter});
     retranslate();
 }
 
