@@ -50,6 +50,8 @@ constexpr bool inOrder()
 }
 static_assert(std::size(rows) == everydayEdits && inOrder());
 
+constexpr int beside = 28; ///< pixels from a panel that is open, so that its title stays in sight
+
 } // namespace
 
 EverydayEdits::EverydayEdits(QWidget& window, const ViewParts& parts) : m_window(window), m_parts(parts)
@@ -102,7 +104,10 @@ EditPanel& EverydayEdits::makePanel(EverydayEdit edit)
 
 void EverydayEdits::openPanel(EverydayEdit edit)
 {
+    const bool isNew = !this->panel(edit);
     EditPanel& panel = makePanel(edit);
+    for (const auto& other : m_panels)
+        if (isNew && other && other->isVisible()) panel.move(other->pos() + QPoint(beside, beside));
     panel.show();
     panel.raise();
     panel.activateWindow();

@@ -7,6 +7,7 @@
 #include "views/editors/track_label.h"
 #include "views/list/kind_filter.h"
 #include "views/list/list_view.h"
+#include "views/roll/grid_commands.h"
 #include "views/setup/choice_box.h"
 #include "views/text/ui_text.h"
 #include "views/theme/icons.h"
@@ -157,8 +158,15 @@ void CListFrm::showState()
     if (onChanged) onChanged();
 }
 
-bool CListFrm::can(ViewCommand command) const { return m_list->commands().can(command); }
-void CListFrm::run(ViewCommand command) { m_list->commands().run(command); }
+bool CListFrm::can(ViewCommand command) const
+{
+    return m_list->commands().can(command) || grid_commands::can(m_parts.grid, command);
+}
+bool CListFrm::isOn(ViewCommand command) const { return grid_commands::isOn(m_parts.grid, command); }
+void CListFrm::run(ViewCommand command)
+{
+    if (!grid_commands::run(m_parts.grid, command)) m_list->commands().run(command);
+}
 std::vector<EvntRef> CListFrm::selectedEvnts() const { return m_list->selection().inOrder(); }
 void CListFrm::selectEvnts(std::span<const EvntRef> refs) { m_list->select(refs); }
 void CListFrm::setPosition(std::uint32_t tick, bool follow) { m_list->setPosition(tick, follow); }

@@ -30,6 +30,7 @@ public:
     [[nodiscard]] int track() const override;
     void setTrack(int track) override;
     [[nodiscard]] bool can(ViewCommand command) const override;
+    [[nodiscard]] bool isOn(ViewCommand command) const override;
     void run(ViewCommand command) override;
     [[nodiscard]] std::vector<EvntRef> selectedEvnts() const override;
     void selectEvnts(std::span<const EvntRef> refs) override;

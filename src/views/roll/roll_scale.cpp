@@ -3,6 +3,7 @@
 
 #include "core/model/tick.h"
 #include "core/ports/settings_store.h"
+#include "views/editors/stored_zoom.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +15,6 @@ namespace {
 
 constexpr const char* section = "View Condition";
 constexpr int absent = -1;
-constexpr int thousand = 1000;   // parts of a tick a pixel, beside the whole number
 constexpr int farAway = 1 << 29; // pixels; sums of two of them still fit
 
 } // namespace
@@ -128,18 +128,14 @@ void RollScale::showKey(std::uint8_t key)
 
 void RollScale::load(const SettingsStore& store, const char* name)
 {
-    const int zoom = store.getInt(section, std::string(name) + " Zoom", absent);
-    const int part = store.getInt(section, std::string(name) + " Zoom Part", 0);
-    if (zoom != absent) setZoom(zoom + std::clamp(part, -thousand / 2, thousand / 2) / double{thousand});
+    if (const auto zoom = loadZoom(store, name)) setZoom(*zoom);
     const int rowZoom = store.getInt(section, std::string(name) + " VZoom", absent);
     if (rowZoom != absent) setRowHeight(rowZoom);
 }
 
 void RollScale::save(SettingsStore& store, const char* name) const
 {
-    const auto zoom = static_cast<int>(std::lround(m_zoom));
-    store.setInt(section, std::string(name) + " Zoom", zoom);
-    store.setInt(section, std::string(name) + " Zoom Part", static_cast<int>(std::lround((m_zoom - zoom) * thousand)));
+    saveZoom(store, name, m_zoom);
     store.setInt(section, std::string(name) + " VZoom", m_rowHeight);
 }
 

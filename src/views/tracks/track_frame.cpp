@@ -4,6 +4,7 @@
 #include "core/edit/editor.h"
 #include "core/ports/settings_store.h"
 #include "realtime/transport/cnp_window.h"
+#include "views/editors/stored_zoom.h"
 #include "views/editors/view_actions.h"
 #include "views/text/ui_text.h"
 #include "views/theme/icons.h"
@@ -20,7 +21,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <cmath>
 
 namespace tessaro {
 namespace {
@@ -29,7 +29,7 @@ constexpr int takeInterval = 100; ///< ms between two drawings of what is being 
 constexpr int busyInterval = 100; ///< ms to wait while the song is being made
 constexpr int prefsWidth = 400;
 constexpr const char* condition = "View Condition";
-constexpr int zoomParts = 1000; ///< of a tick a pixel that are kept
+constexpr const char* zoomName = "Trk";
 
 using C = ViewCommand;
 
@@ -384,10 +384,7 @@ void CTrackFrame::retranslate()
 void CTrackFrame::saveState()
 {
     SettingsStore& store = m_parts.store;
-    const double zoom = m_blks->geometry().zoom();
-    const auto whole = static_cast<int>(std::lround(zoom));
-    store.setInt(condition, "Trk Zoom", whole);
-    store.setInt(condition, "Trk Zoom Part", static_cast<int>(std::lround((zoom - whole) * zoomParts)));
+    saveZoom(store, zoomName, m_blks->geometry().zoom());
     store.setInt(condition, "Trk Split Column", m_splitter->sizes().value(0, prefsWidth));
     store.setInt(condition, "Trk Split Row", m_blks->geometry().rowHeight());
 }
@@ -395,8 +392,7 @@ void CTrackFrame::saveState()
 void CTrackFrame::restoreState()
 {
     const SettingsStore& store = m_parts.store;
-    const double part = std::clamp(store.getInt(condition, "Trk Zoom Part", 0), -zoomParts / 2, zoomParts / 2);
-    if (const int zoom = store.getInt(condition, "Trk Zoom", -1); zoom != -1) m_blks->setZoom(zoom + part / zoomParts);
+    if (const auto zoom = loadZoom(store, zoomName)) m_blks->setZoom(*zoom);
     m_blks->setRowHeight(store.getInt(condition, "Trk Split Row", TrkGeometry::usualRowHeight));
     const int left = store.getInt(condition, "Trk Split Column", prefsWidth);
     m_splitter->setSizes({std::max(left, m_prams->minimumWidth()), std::max(width() - left, 4 * prefsWidth)});

@@ -37,6 +37,7 @@ public:
     [[nodiscard]] WindowKind kind() const override { return WindowKind::track; }
     [[nodiscard]] QString title() const override;
     [[nodiscard]] bool can(ViewCommand command) const override { return m_commands.can(command); }
+    [[nodiscard]] bool isOn(ViewCommand command) const override { return m_commands.isOn(command); }
     void run(ViewCommand command) override;
     [[nodiscard]] std::vector<EvntRef> selectedEvnts() const override;
     void setPosition(std::uint32_t tick, bool follow) override;

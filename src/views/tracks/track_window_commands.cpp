@@ -4,6 +4,7 @@
 #include "core/edit/editor.h"
 #include "realtime/transport/cnp_window.h"
 #include "views/clipboard/song_clipboard.h"
+#include "views/roll/grid_commands.h"
 #include "views/tracks/track_frame.h"
 #include "views/tracks/trk_blk_view.h"
 #include "views/tracks/trk_pram_view.h"
@@ -66,9 +67,11 @@ bool TrackWindowCommands::can(ViewCommand command) const
     case C::zoomOut: return view().geometry().zoom() < TrkGeometry::mostZoom;
     case C::zoomInRows: return view().geometry().rowHeight() < TrkGeometry::mostRowHeight;
     case C::zoomOutRows: return view().geometry().rowHeight() > TrkGeometry::leastRowHeight;
-    default: return false;
+    default: return grid_commands::can(m_parts.grid, command);
     }
 }
+
+bool TrackWindowCommands::isOn(ViewCommand command) const { return grid_commands::isOn(m_parts.grid, command); }
 
 void TrackWindowCommands::run(ViewCommand command)
 {
@@ -140,7 +143,7 @@ bool TrackWindowCommands::look(ViewCommand command)
     case C::zoomOutRows: view().setRowHeight(rowHeight - rowHeightStep); return true;
     case C::zoomToSong: view().zoomToSong(); return true;
     case C::zoomToSelection: view().zoomToSelection(); return true;
-    default: return false;
+    default: return grid_commands::run(m_parts.grid, command);
     }
 }
 

@@ -18,6 +18,7 @@ public:
     TrackWindowCommands(const ViewParts& parts, CTrackFrame& frame) : m_parts(parts), m_frame(frame) {}
 
     [[nodiscard]] bool can(ViewCommand command) const;
+    [[nodiscard]] bool isOn(ViewCommand command) const;
     void run(ViewCommand command);
 
 private:
