@@ -5,6 +5,8 @@
 #include "views/frame/edit_tool_bar.h"
 #include "views/frame/editor_windows.h"
 #include "views/history/history_panel.h"
+#include "views/list/list_frame.h"
+#include "views/list/list_view.h"
 #include "views/roll/roll_frame.h"
 #include "views/roll/roll_view.h"
 #include "views/tracks/trk_blk_view.h"
@@ -171,12 +173,14 @@ TEST_F(ChildWindowsTest, TheArrangementComesBack)
     windows().activate(*list);
     actions().floating.trigger();
     dock(*list).setGeometry(100, 100, 400, 300);
+    static_cast<CListFrm*>(list)->list().setColumnWidth(1, 150);
     const auto before = shown();
     frame().close();
     startProgram({CommandLine::Shell::fileOpen, song.toStdString()});
     EXPECT_EQ(shown(), before);
     EXPECT_EQ(windows().active()->kind(), WindowKind::eventList);
     EXPECT_TRUE(dock(*windows().windows()[2]).isFloating());
+    EXPECT_EQ(static_cast<CListFrm*>(windows().windows()[2])->list().columnWidth(1), 150);
     EXPECT_FALSE(dock(*windows().windows()[1]).isFloating());
     EXPECT_TRUE(windows().windows()[1]->isVisible());
     EXPECT_TRUE(history().isVisible());

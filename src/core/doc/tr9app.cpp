@@ -68,8 +68,8 @@ bool CTR9App::InitInstance(const CommandLine& commandLine)
     readSettings();
     applyDevices();
     m_ports.devices.setWavePorts(m_settings.wavOut);
-    m_ports.windows.showMainFrame();
     m_list.read(*m_ini);
+    m_ports.windows.showMainFrame();
     m_ports.windows.setSyncMode(m_settings.sync);
     m_started = true;
     if (m_devicesChanged) OnDeviceChange(deviceArrival);
