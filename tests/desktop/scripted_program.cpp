@@ -43,7 +43,7 @@ public:
         if (command == "copyBlks") return m_clipboard.copyBlks(allBlks()) ? "copied" : "refused";
         if (command == "pasteBlks") return std::to_string(m_clipboard.pasteBlks(track, number).size());
         if (command == "copyEvnts") return copyEvnts(track);
-        if (command == "pasteEvnts") return evnts(m_clipboard.pasteEvnts(firstBlk(track), number));
+        if (command == "pasteEvnts") return pasteEvnts(track, number);
         return "unknown";
     }
 
@@ -68,6 +68,10 @@ private:
         for (std::uint32_t i = 0; i < notes; ++i) blk.InsEvnt(noteRec(i * 10, 5, static_cast<std::uint8_t>(i % 128)));
         blk.SetTimeEnd(notes * 10);
         return "filled";
+    }
+    std::string pasteEvnts(int track, std::uint32_t time)
+    {
+        return evnts(m_clipboard.pasteEvnts(track, time, [&] { return firstBlk(track); }));
     }
     std::string blks()
     {

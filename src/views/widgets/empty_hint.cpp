@@ -8,6 +8,11 @@
 #include <QVBoxLayout>
 
 namespace tessaro {
+namespace {
+
+constexpr int roomyHeight = 240; ///< pixels, for the picture too
+
+} // namespace
 
 EmptyHint::EmptyHint(const QIcon& icon, QWidget* parent)
     : QWidget(parent)
@@ -23,8 +28,6 @@ EmptyHint::EmptyHint(const QIcon& icon, QWidget* parent)
     m_sentence->setForegroundRole(QPalette::PlaceholderText);
     m_picture->setAlignment(Qt::AlignCenter);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(32, 32, 32, 32);
-    layout->setSpacing(16);
     layout->addStretch(2);
     layout->addWidget(m_picture);
     layout->addWidget(m_sentence);
@@ -36,6 +39,16 @@ EmptyHint::EmptyHint(const QIcon& icon, QWidget* parent)
 void EmptyHint::setSentence(const QString& sentence) { m_sentence->setText(sentence); }
 
 void EmptyHint::drawIcon() { m_picture->setPixmap(m_icon.pixmap(QSize(48, 48), devicePixelRatioF(), QIcon::Disabled)); }
+
+void EmptyHint::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    const bool isRoomy = height() >= roomyHeight;
+    m_picture->setVisible(isRoomy);
+    const int margin = isRoomy ? 32 : 8;
+    layout()->setContentsMargins(32, margin, 32, margin);
+    layout()->setSpacing(margin / 2);
+}
 
 void EmptyHint::changeEvent(QEvent* event)
 {

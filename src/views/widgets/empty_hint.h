@@ -17,6 +17,7 @@ public:
     [[nodiscard]] QPushButton& button() const { return *m_button; }
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
