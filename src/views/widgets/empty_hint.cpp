@@ -10,7 +10,7 @@
 namespace tessaro {
 namespace {
 
-constexpr int roomyHeight = 240; ///< pixels, for the picture too
+constexpr int pictureSize = 48;
 
 } // namespace
 
@@ -28,6 +28,8 @@ EmptyHint::EmptyHint(const QIcon& icon, QWidget* parent)
     m_sentence->setForegroundRole(QPalette::PlaceholderText);
     m_picture->setAlignment(Qt::AlignCenter);
     auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(32, 12, 32, 12);
+    layout->setSpacing(12);
     layout->addStretch(2);
     layout->addWidget(m_picture);
     layout->addWidget(m_sentence);
@@ -38,16 +40,22 @@ EmptyHint::EmptyHint(const QIcon& icon, QWidget* parent)
 
 void EmptyHint::setSentence(const QString& sentence) { m_sentence->setText(sentence); }
 
-void EmptyHint::drawIcon() { m_picture->setPixmap(m_icon.pixmap(QSize(48, 48), devicePixelRatioF(), QIcon::Disabled)); }
+void EmptyHint::drawIcon()
+{
+    m_picture->setPixmap(m_icon.pixmap(QSize(pictureSize, pictureSize), devicePixelRatioF(), QIcon::Disabled));
+}
 
+QSize EmptyHint::sizeHint() const
+{
+    const int picture = m_picture->isHidden() ? pictureSize + layout()->spacing() : 0;
+    return QWidget::sizeHint() + QSize(0, picture);
+}
+
+/// In a low place the sentence comes first.
 void EmptyHint::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    const bool isRoomy = height() >= roomyHeight;
-    m_picture->setVisible(isRoomy);
-    const int margin = isRoomy ? 32 : 8;
-    layout()->setContentsMargins(32, margin, 32, margin);
-    layout()->setSpacing(margin / 2);
+    m_picture->setVisible(height() >= sizeHint().height());
 }
 
 void EmptyHint::changeEvent(QEvent* event)

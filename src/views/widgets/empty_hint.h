@@ -15,6 +15,7 @@ public:
 
     void setSentence(const QString& sentence);
     [[nodiscard]] QPushButton& button() const { return *m_button; }
+    [[nodiscard]] QSize sizeHint() const override; ///< with the picture
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
