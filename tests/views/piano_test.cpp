@@ -367,6 +367,12 @@ TEST_F(PianoTest, RevealsATickWithItsNotesInTheMiddle)
     EXPECT_NEAR(middle(), 61, 1);
     other.setTrack(9);
     EXPECT_EQ(middle(), 60);
+    other.setTrack(3);
+    song.addNote(high, 1920 * 7, 20, 240);
+    song.editor.HintDispReq();
+    other.reveal(1920 * 7); // of what is too much the lowest
+    const RollScale& scale = other.view().scale();
+    EXPECT_EQ(scale.key(scale.height() - scale.rowHeight()), 20);
 }
 
 TEST(StripSplitter, TheStripGivesWayToTheNotes)

@@ -31,7 +31,8 @@ int middleRow(const NoteTables& notes, const RollScale& scale, int track, std::u
 {
     const TickRange seen = scale.span();
     const NoteTables::Keys all = notes.keysOf(track);
-    const auto middleOf = [&scale](const auto& hasNotes) {
+    const int fitting = (scale.height() - RollScale::ruler) / scale.rowHeight();
+    const auto middleOf = [&scale, fitting](const auto& hasNotes) {
         int first = -1;
         int last = -1;
         for (int row = 0; row < scale.rows(); ++row) {
@@ -39,7 +40,7 @@ int middleRow(const NoteTables& notes, const RollScale& scale, int track, std::u
             if (first < 0) first = row;
             last = row;
         }
-        return first < 0 ? -1 : (first + last) / 2;
+        return first < 0 ? -1 : std::max((first + last) / 2, last - (fitting - 1) / 2);
     };
     int row = middleOf(
         [&](std::uint8_t key) { return all[key] && notes.noteAt(track, seen.from, seen.to, key).has_value(); });

@@ -17,7 +17,8 @@ namespace roll_scrolling {
 
 /// The bar line before the tick, as far as both fit into the view.
 [[nodiscard]] std::uint32_t startOfPage(const CEditor& editor, const RollScale& scale, std::uint32_t tick);
-/// The row in the middle of the track's notes in sight, or else of all its notes; that of `middleKey` without any.
+/// The row in the middle of the track's notes in sight, or else of all its notes, of the lowest where not all find
+/// room; that of `middleKey` without any.
 [[nodiscard]] int middleRow(const NoteTables& notes, const RollScale& scale, int track, std::uint8_t middleKey);
 /// A turn of the wheel by an angle: rows, with Shift time; with Ctrl the zoom of time, with both that of the rows.
 void turnWheel(RollScale& scale, QPoint at, QPoint angle, Qt::KeyboardModifiers keys);
