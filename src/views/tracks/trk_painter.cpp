@@ -194,7 +194,7 @@ void TrkPainter::paintBlk(QPainter& painter, const Blk& blk, const QRect& area, 
         painter.fillRect(body.intersected(area).adjusted(1, body.height() / 3, -1, -body.height() / 3),
                          blend(blk.colour, base, 0.6));
     else
-        paintNotes(painter, blk.blk, body, area, blend(blk.colour, base, blk.selected || tall ? 1 : 0.8),
+        paintNotes(painter, blk.blk, body, area, {blend(blk.colour, base, blk.selected || tall ? 1 : 0.8), plate},
                    look.pixelRatio);
     if (named) paintName(painter, blk, plate);
 }
@@ -228,8 +228,8 @@ void TrkPainter::paintName(QPainter& painter, const Blk& blk, const QColor& plat
 }
 
 /// A column of device pixels at a time.
-void TrkPainter::paintNotes(QPainter& painter, const CBlk& blk, const QRect& body, const QRect& area,
-                            const QColor& colour, double pixelRatio)
+void TrkPainter::paintNotes(QPainter& painter, const CBlk& blk, const QRect& body, const QRect& area, const Inks& inks,
+                            double pixelRatio)
 {
     const QRect seen = body.intersected(area.adjusted(0, -256, 0, 256));
     const BlkPicture* picture = blk.GetRealBlk() ? m_pictures.find(*blk.GetRealBlk()) : nullptr;
@@ -238,8 +238,7 @@ void TrkPainter::paintNotes(QPainter& painter, const CBlk& blk, const QRect& bod
     const int width = static_cast<int>(seen.width() * pixelRatio);
     const int height = static_cast<int>(body.height() * pixelRatio);
     if (m_notes.width() < width || m_notes.height() < height)
-        m_notes = QImage(std::max(width, m_notes.width()), std::max(height, m_notes.height()),
-                         QImage::Format_ARGB32_Premultiplied);
+        m_notes = QImage(std::max(width, m_notes.width()), std::max(height, m_notes.height()), QImage::Format_RGB32);
     int low = std::countr_zero(picture->pitches());
     const int high = 63 - std::countl_zero(picture->pitches());
     const int range = std::max(high - low + 1, leastPitches);
@@ -247,18 +246,21 @@ void TrkPainter::paintNotes(QPainter& painter, const CBlk& blk, const QRect& bod
     const int thickness = std::max(height / range, static_cast<int>(pixelRatio));
     const auto stride = m_notes.bytesPerLine() / 4;
     auto* pixels = reinterpret_cast<QRgb*>(m_notes.bits());
-    for (int y = 0; y < height; ++y) std::fill_n(pixels + y * stride, width, 0U);
+    for (int y = 0; y < height; ++y) std::fill_n(pixels + y * stride, width, inks.plate.rgb());
 
     const TrkGeometry& g = m_parts.geometry;
     const double ticksAColumn = g.zoom() / pixelRatio;
     const double start = (seen.left() - g.windowX(blk.GetTimeTop())) * g.zoom();
-    const QRgb ink = colour.rgb();
+    const QRgb ink = inks.note.rgb();
+    std::array<int, 64> lines{}; // where each pitch begins
+    for (int bit = 0; bit < 64; ++bit)
+        lines[static_cast<std::size_t>(bit)] = (height - thickness) * (range - 1 - (bit - low)) / (range - 1);
     for (int x = 0; x < width; ++x) {
         const double from = std::max(start + x * ticksAColumn, 0.0);
         auto bits = picture->pitches(static_cast<std::uint32_t>(from),
                                      static_cast<std::uint32_t>(std::max(from + ticksAColumn, from + 1)));
         for (; bits; bits &= bits - 1) {
-            const int y = (height - thickness) * (range - 1 - (std::countr_zero(bits) - low)) / (range - 1);
+            const int y = lines[static_cast<std::size_t>(std::countr_zero(bits))];
             for (int line = y; line < y + thickness; ++line) pixels[line * stride + x] = ink;
         }
     }
@@ -276,11 +278,12 @@ void TrkPainter::paintTake(QPainter& painter, const TrkTake& take, const QRect& 
     const QRect shown = place.intersected(area.adjusted(-16, -64, 16, 64)).adjusted(0, 1, 0, -2);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(blend(red, base, 0.6));
-    painter.setBrush(blend(red, base, 0.18));
+    const QColor plate = blend(red, base, 0.18);
+    painter.setBrush(plate);
     painter.drawRoundedRect(QRectF(shown).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
     painter.setRenderHint(QPainter::Antialiasing, false);
     m_pictures.setStale(take.blk->GetRealBlk()); // no hint tells of what comes in
-    paintNotes(painter, *take.blk, place.adjusted(1, 3, -1, -4), area, red, look.pixelRatio);
+    paintNotes(painter, *take.blk, place.adjusted(1, 3, -1, -4), area, {red, plate}, look.pixelRatio);
 }
 
 void TrkPainter::paintGesture(QPainter& painter, const QRect& area, const Look& look) const

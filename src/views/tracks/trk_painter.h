@@ -107,7 +107,12 @@ private:
     void paintBlks(QPainter& painter, const QRect& area, const Look& look);
     void paintBlk(QPainter& painter, const Blk& blk, const QRect& area, const Look& look);
     void paintName(QPainter& painter, const Blk& blk, const QColor& plate);
-    void paintNotes(QPainter& painter, const CBlk& blk, const QRect& body, const QRect& area, const QColor& colour,
+    /// Of notes, and of what they stand on; both opaque.
+    struct Inks {
+        QColor note;
+        QColor plate;
+    };
+    void paintNotes(QPainter& painter, const CBlk& blk, const QRect& body, const QRect& area, const Inks& inks,
                     double pixelRatio);
     void paintTake(QPainter& painter, const TrkTake& take, const QRect& area, const Look& look);
     void paintGesture(QPainter& painter, const QRect& area, const Look& look) const;
