@@ -77,8 +77,10 @@ protected:
         QCoreApplication::processEvents();
         QTest::keyClick(&where, key, keys);
     }
+    /// With the window of the actions in sight, without which their keys sleep.
     void activate(QWidget& focused)
     {
+        fixture.window.show();
         frame->activateWindow();
         focused.setFocus();
         ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
@@ -177,6 +179,84 @@ TEST_F(TrackView, TheRulerLocatesAndLoops)
     drag({1003, 17}, {690, 17});
     panel.GetLoop(start, end);
     EXPECT_EQ(end, 3840U);
+    drag({357, 17}, {50, 17});
+    panel.GetLoop(start, end);
+    EXPECT_EQ(start, 0U);
+    EXPECT_EQ(end, 3840U);
+}
+
+TEST_F(TrackView, AltAndCtrlMergeIntoASelectedBlockThatIsMet)
+{
+    click({100, 30});
+    drag({400, 50}, {400, 50}, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "1:0-1920 2:1920-3840");
+    drag({100, 30}, {430, 50}, Qt::AltModifier | Qt::ControlModifier);
+    EXPECT_EQ(undoTitle(), TextId::undoBlockMerge);
+    EXPECT_EQ(blks(), "1:0-1920 1:3840-5760 2:1920-3840 3:3840-5760");
+    const auto notes = [this](int track) {
+        return editor.song().trk(track)->blocks().head()->GetRealBlk()->events().count();
+    };
+    EXPECT_EQ(notes(2), 2U);
+    EXPECT_EQ(notes(3), 2U); // the copy of what the other has become
+    editor.UndoNode();
+    EXPECT_EQ(blks(), whole);
+    EXPECT_EQ(notes(2), 1U);
+}
+
+TEST_F(TrackView, KeysOfBlocksAreOneStepEach)
+{
+    activate(view());
+    const Qt::KeyboardModifiers ctrlShift = Qt::ControlModifier | Qt::ShiftModifier;
+    struct Case {
+        Qt::Key key;
+        Qt::KeyboardModifiers with;
+        TextId title;
+        const char* blks;
+    };
+    const Case cases[] = {
+        {Qt::Key_D, Qt::ControlModifier, TextId::undoBlockCopy, "1:0-1920 1:3840-5760 2:1920-3840 2:3840-5760"},
+        {Qt::Key_D, ctrlShift, TextId::undoBlockLink, "1:0-1920 1:3840-5760 2:1920-3840 2:3840-5760g"},
+        {Qt::Key_X, Qt::ControlModifier, TextId::undoBlockCut, "1:0-1920 1:3840-5760"},
+        {Qt::Key_V, Qt::ControlModifier, TextId::undoBlockPaste, "1:0-1920 1:3840-5760 2:0-1920 2:1920-3840"},
+        {Qt::Key_B, Qt::ControlModifier, TextId::undoBlockNew, "1:0-1920 1:3840-5760 2:0-1920 2:1920-3840"},
+        {Qt::Key_Right, Qt::AltModifier, TextId::undoBlockMove, "1:0-1920 1:3840-5760 2:1921-3841"},
+        {Qt::Key_Up, {}, TextId::undoBlockMove, "1:0-1920 1:1920-3840 1:3840-5760"},
+        {Qt::Key_Right, Qt::ShiftModifier, TextId::undoBlockResize, "1:0-1920 1:3840-5760 2:1920-5760"},
+    };
+    for (const Case& each : cases) {
+        click({400, 50});
+        keyIn(view(), each.key, each.with);
+        EXPECT_EQ(blks(), each.blks);
+        EXPECT_EQ(undoTitle(), each.title) << each.blks;
+        editor.UndoNode();
+        EXPECT_EQ(blks(), whole);
+    }
+
+    keyIn(view(), Qt::Key_A, Qt::ControlModifier);
+    keyIn(view(), Qt::Key_J, ctrlShift);
+    EXPECT_EQ(blks(), "1:0-5760 2:1920-3840");
+    EXPECT_EQ(undoTitle(), TextId::undoBlockJoin);
+    click({440, 30}, EditTool::divide); // at the bar line next to it
+    EXPECT_EQ(blks(), "1:0-1920 1:1920-5760 2:1920-3840");
+    EXPECT_EQ(undoTitle(), TextId::undoBlockSplit);
+    fixture.bench.panel.SetLocation(3840);
+    click({700, 30});
+    keyIn(view(), Qt::Key_E, ctrlShift);
+    EXPECT_EQ(blks(), "1:0-1920 1:1920-3840 1:3840-5760 2:1920-3840");
+}
+
+TEST_F(TrackView, KeysOfLinkedBlocks)
+{
+    activate(view());
+    drag({400, 50}, {60, 50}, Qt::AltModifier);
+    EXPECT_EQ(selected(), "2:0-1920g");
+    keyIn(view(), Qt::Key_L, Qt::ControlModifier);
+    EXPECT_EQ(selected(), "2:1920-3840");
+    keyIn(view(), Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(selected(), "2:0-1920g 2:1920-3840");
+    keyIn(view(), Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(blks(), "1:0-1920 1:3840-5760 2:0-1920 2:1920-3840");
+    EXPECT_EQ(undoTitle(), TextId::undoBlockRealize);
 }
 
 TEST_F(TrackView, EditsLetTheSongPlayOn)
