@@ -268,7 +268,7 @@ TEST_F(ChildWindowsTest, AClickInTheHistoryGoesThere)
     EXPECT_EQ(editor().GetUndoRedoIndex(), 2);
 }
 
-TEST_F(ChildWindowsTest, NoKeyMeansTwoThings)
+TEST_F(ChildWindowsTest, EveryCommandHasAKeyAndNoKeyMeansTwoThings)
 {
     std::set<std::string> ids;
     std::map<QKeySequence, std::string> owners;
@@ -277,6 +277,8 @@ TEST_F(ChildWindowsTest, NoKeyMeansTwoThings)
             EXPECT_EQ(owners.count(key), 0U) << command.id << " and " << owners[key];
             owners[key] = command.id;
         }
+        const bool isChoice = command.action->actionGroup();
+        EXPECT_TRUE(isChoice || !command.usualKeys.isEmpty()) << command.id;
         EXPECT_TRUE(ids.insert(command.id).second) << command.id;
         for (const Language language : {Language::english, Language::japanese})
             EXPECT_FALSE(tessaro::text(command.name, language).empty());

@@ -21,8 +21,6 @@ struct Row {
     Keys where = Keys::everywhere;
 };
 
-constexpr QKeyCombination none{};
-
 // In the order of the commands.
 constexpr Row rows[] = {
     {ViewCommand::cut, {"cut", TextId::commandCut}, "cut", Qt::CTRL | Qt::Key_X},
@@ -32,7 +30,10 @@ constexpr Row rows[] = {
     {ViewCommand::duplicate, {"duplicate", TextId::commandDuplicate}, "duplicate", Qt::CTRL | Qt::Key_D},
     {ViewCommand::selectAll, {"select-all", TextId::commandSelectAll}, nullptr, Qt::CTRL | Qt::Key_A},
     {ViewCommand::selectNone, {"select-none", TextId::commandSelectNone}, nullptr, Qt::CTRL | Qt::SHIFT | Qt::Key_A},
-    {ViewCommand::invertSelection, {"invert-selection", TextId::commandInvertSelection}, nullptr, none},
+    {ViewCommand::invertSelection,
+     {"invert-selection", TextId::commandInvertSelection},
+     nullptr,
+     Qt::CTRL | Qt::SHIFT | Qt::Key_I},
     {ViewCommand::properties, {"properties", TextId::commandProperties}, nullptr, Qt::ALT | Qt::Key_Return},
     {ViewCommand::openEditor, {"open-editor", TextId::commandOpenEditor}, nullptr, Qt::Key_Return, Keys::listeners},
     {ViewCommand::editCell, {"edit-cell", TextId::commandEditCell}, nullptr, Qt::Key_F2, Keys::listeners},
@@ -119,7 +120,7 @@ ViewActions::ViewActions(QWidget& window, const Icons& icons, const UiText& text
     for (const Row& row : rows) {
         QAction& action = (*this)[row.command];
         if (row.icon) action.setIcon(icons.icon(QString::fromLatin1(row.icon)));
-        if (row.key != none) action.setShortcut(QKeySequence(row.key));
+        action.setShortcut(QKeySequence(row.key));
         const bool everywhere = row.where == Keys::everywhere;
         action.setShortcutContext(everywhere ? Qt::ApplicationShortcut : Qt::WidgetWithChildrenShortcut);
         if (everywhere) window.addAction(&action);

@@ -21,25 +21,23 @@ struct Row {
     QKeyCombination key;
 };
 
-constexpr QKeyCombination none{};
-
 // In the order of the edits.
 constexpr Row rows[] = {
     {EverydayEdit::quantise, {"quantise", TextId::editQuantise}, "quantise", Qt::Key_Q},
     {EverydayEdit::quantiseAgain, {"quantise-again", TextId::editQuantiseAgain}, nullptr, Qt::SHIFT | Qt::Key_Q},
-    {EverydayEdit::humanise, {"humanise", TextId::editHumanise}, nullptr, Qt::ALT | Qt::Key_Q},
+    {EverydayEdit::humanise, {"humanise", TextId::editHumanise}, nullptr, Qt::SHIFT | Qt::Key_H},
     {EverydayEdit::transpose, {"transpose", TextId::editTranspose}, nullptr, Qt::Key_T},
     {EverydayEdit::velocity, {"velocity", TextId::editVelocity}, nullptr, Qt::SHIFT | Qt::Key_V},
     {EverydayEdit::gateTime, {"gate-time", TextId::editGateTime}, nullptr, Qt::Key_G},
     {EverydayEdit::setLength, {"set-length", TextId::editSetLength}, nullptr, Qt::SHIFT | Qt::Key_G},
-    {EverydayEdit::legato, {"legato", TextId::editLegato}, nullptr, Qt::ALT | Qt::Key_G},
+    {EverydayEdit::legato, {"legato", TextId::editLegato}, nullptr, Qt::SHIFT | Qt::Key_J},
     {EverydayEdit::shift, {"shift", TextId::editShift}, nullptr, Qt::SHIFT | Qt::Key_T},
-    {EverydayEdit::thin, {"thin-out", TextId::editThin}, nullptr, none},
-    {EverydayEdit::splitPitch, {"split-pitch", TextId::editSplitPitch}, nullptr, none},
-    {EverydayEdit::splitChannel, {"split-channel", TextId::editSplitChannel}, nullptr, none},
-    {EverydayEdit::chordSort, {"chord-sort", TextId::editChordSort}, nullptr, none},
-    {EverydayEdit::chordSeparate, {"chord-separate", TextId::editChordSeparate}, nullptr, none},
-    {EverydayEdit::removeDoubles, {"delete-doubles", TextId::editRemoveDoubles}, nullptr, none},
+    {EverydayEdit::thin, {"thin-out", TextId::editThin}, nullptr, Qt::SHIFT | Qt::Key_C},
+    {EverydayEdit::splitPitch, {"split-pitch", TextId::editSplitPitch}, nullptr, Qt::SHIFT | Qt::Key_P},
+    {EverydayEdit::splitChannel, {"split-channel", TextId::editSplitChannel}, nullptr, Qt::SHIFT | Qt::Key_O},
+    {EverydayEdit::chordSort, {"chord-sort", TextId::editChordSort}, nullptr, Qt::SHIFT | Qt::Key_S},
+    {EverydayEdit::chordSeparate, {"chord-separate", TextId::editChordSeparate}, nullptr, Qt::SHIFT | Qt::Key_D},
+    {EverydayEdit::removeDoubles, {"delete-doubles", TextId::editRemoveDoubles}, nullptr, Qt::SHIFT | Qt::Key_X},
 };
 
 constexpr bool inOrder()
@@ -59,7 +57,7 @@ EverydayEdits::EverydayEdits(QWidget& window, const ViewParts& parts) : m_window
     for (const Row& row : rows) {
         QAction& action = (*this)[row.edit];
         if (row.icon) action.setIcon(parts.icons.icon(QString::fromLatin1(row.icon)));
-        if (row.key != none) action.setShortcut(QKeySequence(row.key));
+        action.setShortcut(QKeySequence(row.key));
         action.setShortcutContext(Qt::ApplicationShortcut);
         window.addAction(&action);
         QObject::connect(&action, &QAction::triggered, &window, [this, edit = row.edit] { run(edit); });

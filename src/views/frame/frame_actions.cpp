@@ -74,7 +74,8 @@ FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& te
         {recordSettings, "record-settings", TextId::commandRecordSettings, nullptr, QKeySequence(Qt::CTRL | Qt::Key_R)},
         {metronomeSettings, "metronome-settings", TextId::commandMetronomeSettings, nullptr,
          QKeySequence(Qt::SHIFT | Qt::Key_K)},
-        {openLastWindows, "open-last-windows", TextId::commandOpenLastWindows, nullptr, {}},
+        {openLastWindows, "open-last-windows", TextId::commandOpenLastWindows, nullptr,
+         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_W)},
         {tracks, "window-tracks", TextId::windowTrackFrame, "song", QKeySequence(Qt::Key_F4)},
         {piano, "window-piano", TextId::windowPiano, "piano", QKeySequence(Qt::Key_F5)},
         {drum, "window-drum", TextId::windowDrum, "drum", QKeySequence(Qt::Key_F6)},
@@ -91,7 +92,7 @@ FrameActions::FrameActions(QWidget& window, const Icons& icons, const UiText& te
          QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab)},
         {closeWindow, "close-window", TextId::commandCloseWindow, "close", QKeySequence(Qt::CTRL | Qt::Key_W)},
         {keys, "keys", TextId::commandKeys, nullptr, QKeySequence(Qt::Key_F1)},
-        {about, "about", TextId::commandAbout, nullptr, {}},
+        {about, "about", TextId::commandAbout, nullptr, QKeySequence(Qt::SHIFT | Qt::Key_F1)},
     };
     for (const Row& row : rows) {
         if (row.icon) row.action.setIcon(icons.icon(QString::fromLatin1(row.icon)));
