@@ -51,7 +51,8 @@ public:
     /// Opens a song file; a failure has been told, and a new song stands. The song at hand stays when the user wants
     /// to keep it.
     bool openFile(const QString& path) { return m_files.open(path); }
-    /// The song at hand goes: nothing plays, and nothing is painted until another one stands.
+    /// The song at hand goes: nothing plays, the windows but the tracks close, and nothing is painted until another one
+    /// stands.
     void songLeaves();
     /// Another song stands in the editor; the panel starts afresh.
     void songReplaced();

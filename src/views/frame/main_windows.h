@@ -27,7 +27,7 @@ public:
         return m_frame != nullptr;
     }
     void createControlPanel() override {} // a strip of the main window
-    /// They stay, and show the song that follows; the one that goes away stops.
+    /// All but the track window; the song that goes away stops.
     void closeChildFrames() override
     {
         if (m_frame) m_frame->songLeaves();
